@@ -1,0 +1,42 @@
+#pragma once
+
+#include "model/LineError.h"
+
+#include <string>
+#include <string_view>
+
+namespace wendmark {
+
+struct TourContext;
+struct TourModel;
+
+/// Begins every line of a script that is a command or the head of a stop's block.
+inline constexpr std::string_view scriptMarker = "<<<VoskInfo>>>";
+
+/// Reads the working copy's script.txt into the model, without clearing the model first: what the script does
+/// not name keeps its value. Errors of lines go to reportLineError(); a file that cannot be read behaves like
+/// an empty one. Stops after the 100th are counted in stopCount but not stored.
+void readScript(TourContext& context);
+
+/// Replaces the working copy's script.txt by the model. Fills empty texts of the model with their
+/// placeholders and marks the paragraphs of its narrations and instructions.
+void writeScript(TourContext& context);
+
+/// Reads a whole script, Windows-1252 bytes, as readScript() does.
+void parseScript(std::string_view script, TourModel& model, const LineErrorHandler& onError);
+
+/// The bytes that writeScript() writes; changes the model as writeScript() does.
+std::string composeScript(TourModel& model);
+
+/// Applies one command line of a script's header, Windows-1252 bytes. Unknown commands are ignored.
+void parseScriptCommand(std::string_view line, int lineNumber, TourModel& model,
+                        const LineErrorHandler& onError);
+
+/// Turns each pair of line breaks into "<BR>" and one line break. Texts longer than 32767 UTF-16 units are
+/// left as they are.
+void markParagraphs(std::string& text);
+
+/// The text without its line breaks, except that of several in a row only every other one goes.
+std::string joinLines(std::string text);
+
+} // namespace wendmark

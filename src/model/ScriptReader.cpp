@@ -1,0 +1,281 @@
+#include "base/Files.h"
+#include "base/Log.h"
+#include "base/Names.h"
+#include "base/Numbers.h"
+#include "base/TextLines.h"
+#include "base/Windows1252.h"
+#include "model/ScriptFile.h"
+#include "model/TourContext.h"
+#include "model/TourModel.h"
+#include "model/Workspace.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <optional>
+
+namespace wendmark {
+
+namespace {
+
+constexpr std::string_view prematureEnd = "Premature end of file";
+constexpr std::string_view noEqualsSign = "Command Syntax Error - '=' sign not found";
+constexpr std::string_view noFileName = "Command Syntax Error - null filename";
+constexpr std::string_view noAuthorName = "Command Syntax Error - null author name";
+constexpr std::string_view noValue = "Command Syntax Error - null stop name";
+
+bool isMarkerLine(std::string_view line) {
+    return line.starts_with(scriptMarker);
+}
+
+/// Whether the line, trimmed, says something of the title or of a stop.
+bool isTextLine(std::string_view line) {
+    return !line.empty() && !isMarkerLine(line);
+}
+
+/// One header command, after its keyword was recognised.
+struct Command {
+    std::string_view text; ///< The command from its "#" on.
+    int lineNumber;
+    TourModel& model;
+    const LineErrorHandler& onError;
+
+    /// What follows the first "=", trimmed; reports when there is none.
+    std::optional<std::string_view> value() const {
+        const std::size_t equals = text.find('=');
+        if (equals == std::string_view::npos) {
+            onError(lineNumber, noEqualsSign);
+            return std::nullopt;
+        }
+        return trimBlanks(text.substr(equals + 1));
+    }
+
+    /// Same, and reports `whenEmpty` for an empty value.
+    std::optional<std::string_view> filledValue(std::string_view whenEmpty) const {
+        const std::optional<std::string_view> given = value();
+        if (!given || !given->empty())
+            return given;
+        onError(lineNumber, whenEmpty);
+        return std::nullopt;
+    }
+};
+
+void applyAutoBuffer(const Command& command) {
+    command.model.autoBuffer = true;
+}
+
+void applyBufferDelay(const Command& command) {
+    constexpr std::int32_t shortest = 10;
+    const auto value = command.value();
+    if (!value)
+        return;
+    const double seconds = leadingNumber(*value);
+    if (seconds < shortest)
+        command.model.bufferDelay = shortest;
+    else if (const auto rounded = roundTo32Bits(seconds))
+        command.model.bufferDelay = *rounded;
+}
+
+void applyHelpFile(const Command& command) {
+    if (const auto value = command.filledValue(noFileName))
+        command.model.helpFile = lowerCase(windows1252::decode(*value));
+}
+
+void applyStopName(const Command& command) {
+    if (const auto value = command.filledValue(noValue))
+        command.model.stopLabel = lowerCase(windows1252::decodeHtml(*value));
+}
+
+void applyNoAutoInstruction(const Command& command) {
+    command.model.autoInstruction = false;
+}
+
+void applySingleWindow(const Command& command) {
+    command.model.singleWindow = true;
+}
+
+void applyLaunchURL(const Command& command) {
+    const auto value = command.filledValue(noValue);
+    TourModel& model = command.model;
+    if (value && model.launchURLCount < tourCapacity)
+        model.launchURL.at(static_cast<std::size_t>(model.launchURLCount++)) = windows1252::decode(*value);
+}
+
+template <std::int16_t TourModel::*size>
+void applyFrameSize(const Command& command) {
+    const auto value = command.filledValue(noValue);
+    if (!value)
+        return;
+    if (const auto pixels = roundTo16Bits(leadingNumber(*value)))
+        command.model.*size = *pixels;
+}
+
+void applyAuthor(const Command& command) {
+    if (const auto value = command.filledValue(noAuthorName))
+        command.model.tourAuthor = windows1252::decodeHtml(*value);
+}
+
+struct Keyword {
+    std::string_view text; ///< Upper case; compared with as many characters of the command.
+    void (*apply)(const Command&);
+};
+
+/// In the order in which they are tried.
+constexpr std::array<Keyword, 11> keywords = {{{"#AUTOBUFFER", applyAutoBuffer},
+                                               {"#BUFFERDELAY", applyBufferDelay},
+                                               {"#HELPFILE", applyHelpFile},
+                                               {"#STOPNAME", applyStopName},
+                                               {"#NOAUTOINSTRUCTION", applyNoAutoInstruction},
+                                               {"#SINGLEWINDOW", applySingleWindow},
+                                               {"#LAUNCHURL", applyLaunchURL},
+                                               {"#NARHEIGHT", applyFrameSize<&TourModel::narHeight>},
+                                               {"#ADVWIDTH", applyFrameSize<&TourModel::advWidth>},
+                                               {"#NAVWIDTH", applyFrameSize<&TourModel::navWidth>},
+                                               {"#AUTHOR", applyAuthor}}};
+
+class ScriptReader final {
+public:
+    ScriptReader(std::string_view script, TourModel& model, const LineErrorHandler& onError)
+        : m_lines(script), m_model(model), m_onError(onError) {}
+
+    void read() {
+        if (readHeader())
+            readStops();
+    }
+
+private:
+    /// Makes the next line the current one, trimmed. At the end of the file the current line stays and the
+    /// attempt counts all the same.
+    bool readLine() {
+        if (m_lineNumber < std::numeric_limits<int>::max())
+            ++m_lineNumber;
+        const std::optional<std::string_view> line = m_lines.next();
+        if (line)
+            m_line = trimBlanks(*line);
+        return line.has_value();
+    }
+
+    bool readTextLine() {
+        while (readLine()) {
+            if (isTextLine(m_line))
+                return true;
+        }
+        return false;
+    }
+
+    /// False when the file ends before its title.
+    bool readHeader() {
+        while (readLine()) {
+            if (isMarkerLine(m_line)) {
+                parseScriptCommand(m_line, m_lineNumber, m_model, m_onError);
+            } else if (!m_line.empty()) {
+                m_model.tourTitle = windows1252::decodeHtml(m_line);
+                return true;
+            }
+        }
+        m_onError(m_lineNumber, prematureEnd);
+        return false;
+    }
+
+    void readStops() {
+        constexpr std::int16_t mostCounted = std::numeric_limits<std::int16_t>::max();
+        std::int16_t stopCounter = 0;
+        while (stopCounter < mostCounted && readTextLine())
+            readStop(stopCounter++);
+        m_model.stopCount = stopCounter;
+    }
+
+    /// Reads a stop from its title, the current line, on. Everything is read also when there is no place for
+    /// it.
+    void readStop(std::int16_t index) {
+        std::string title = windows1252::decodeHtml(m_line);
+        std::string address;
+        std::string narration;
+        std::string instruction;
+        if (readTextLine()) {
+            address = windows1252::decode(m_line);
+            narration = readText();
+            instruction = readText();
+        }
+        if (index >= tourCapacity)
+            return;
+        const auto stop = static_cast<std::size_t>(index);
+        m_model.stopTitle[stop] = std::move(title);
+        m_model.stopURL[stop] = std::move(address);
+        m_model.stopNarration[stop] = std::move(narration);
+        m_model.stopInstruction[stop] = std::move(instruction);
+    }
+
+    /// A narration or an instruction: its first line, found behind empty and marker lines, up to the next
+    /// empty line. When the file ends before it, the last line read counts as read again; one that cannot
+    /// begin a text leaves the text empty.
+    std::string readText() {
+        if (!readTextLine()) {
+            m_onError(m_lineNumber, prematureEnd);
+            if (!isTextLine(m_line))
+                return {};
+        }
+        std::string text;
+        do {
+            if (!isMarkerLine(m_line))
+                text.append(windows1252::decodeHtml(m_line)).append(lineBreak);
+        } while (readLine() && !m_line.empty());
+        return text;
+    }
+
+    TextLines m_lines;
+    std::string_view m_line;
+    int m_lineNumber = 0; ///< Counts attempts, also those that found the end of the file.
+    TourModel& m_model;
+    const LineErrorHandler& m_onError;
+};
+
+/// Keywords are ASCII, whatever the language of the system.
+char upperLetter(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+bool beginsWithKeyword(std::string_view command, std::string_view keyword) {
+    if (command.size() < keyword.size())
+        return false;
+    for (std::size_t i = 0; i < keyword.size(); ++i) {
+        if (upperLetter(command[i]) != keyword[i])
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+void parseScriptCommand(std::string_view line, int lineNumber, TourModel& model,
+                        const LineErrorHandler& onError) {
+    const std::string_view trimmed = trimBlanks(line);
+    const std::string_view command =
+        trimBlanks(trimmed.substr(std::min(scriptMarker.size(), trimmed.size())));
+    if (!command.starts_with('#'))
+        return;
+    for (const Keyword& keyword : keywords) {
+        if (beginsWithKeyword(command, keyword.text)) {
+            keyword.apply(Command{command, lineNumber, model, onError});
+            return;
+        }
+    }
+}
+
+void parseScript(std::string_view script, TourModel& model, const LineErrorHandler& onError) {
+    ScriptReader(script, model, onError).read();
+}
+
+void readScript(TourContext& context) {
+    const files::Contents script = files::read(context.workspace.workingFile("script.txt"));
+    context.log.skip(script.outcome);
+    parseScript(script.bytes, context.model, [&](int lineNumber, std::string_view message) {
+        reportLineError(context.desktop, lineNumber, message);
+    });
+    if (context.model.stopCount > tourCapacity) {
+        context.log.warn("the script holds " + std::to_string(context.model.stopCount) +
+                         " stops; those after the 100th are not kept");
+    }
+}
+
+} // namespace wendmark

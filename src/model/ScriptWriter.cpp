@@ -1,0 +1,146 @@
+#include "base/Files.h"
+#include "base/Log.h"
+#include "base/Names.h"
+#include "base/TextLines.h"
+#include "base/Utf8.h"
+#include "base/Windows1252.h"
+#include "model/ScriptFile.h"
+#include "model/TourContext.h"
+#include "model/TourModel.h"
+#include "model/Workspace.h"
+
+#include <algorithm>
+
+namespace wendmark {
+
+namespace {
+
+constexpr std::string_view paragraphMark = "<BR>";
+
+void fillIfEmpty(std::string& text, std::string_view placeholder) {
+    if (text.empty())
+        text = placeholder;
+}
+
+/// Composes a script in the file's encoding, line by line.
+class ScriptWriter final {
+public:
+    explicit ScriptWriter(TourModel& model) : m_model(model) {}
+
+    std::string compose() {
+        writeHeader();
+        writeTitle();
+        for (std::int16_t n = 1; n <= std::min(m_model.stopCount, tourCapacity); ++n)
+            writeStop(n);
+        return std::move(m_script);
+    }
+
+private:
+    void line(std::string_view bytes) { m_script.append(bytes).append(lineBreak); }
+
+    void command(std::string_view text) {
+        m_script.append(scriptMarker);
+        line(text);
+    }
+
+    void numberCommand(std::string_view name, std::int32_t value) {
+        command(std::string(name) + " = " + std::to_string(value));
+    }
+
+    void writeHeader() {
+        if (m_model.autoBuffer)
+            command("#AutoBuffer");
+        numberCommand("#BufferDelay", m_model.bufferDelay);
+        if (!m_model.autoInstruction)
+            command("#NoAutoInstruction");
+        command("#SingleWindow"); // Whatever the tour says of it.
+        for (std::int16_t i = 0; i < m_model.launchURLCount; ++i)
+            command("#LaunchURL = " +
+                    windows1252::encodeAddress(m_model.launchURL.at(static_cast<std::size_t>(i))));
+        numberCommand("#NarHeight", m_model.narHeight);
+        numberCommand("#AdvWidth", m_model.advWidth);
+        numberCommand("#NavWidth", m_model.navWidth);
+        if (!trimBlanks(m_model.tourAuthor).empty())
+            command("#Author = " + windows1252::encodeHtml(m_model.tourAuthor));
+        line("");
+    }
+
+    void writeTitle() {
+        fillIfEmpty(m_model.tourTitle, "Untitled Tour");
+        line(windows1252::encodeHtml(m_model.tourTitle));
+        line("");
+    }
+
+    void writeStop(std::int16_t n) {
+        const auto i = static_cast<std::size_t>(n - 1);
+        command(" Stop" + std::to_string(n));
+        fillIfEmpty(m_model.stopTitle[i], "Untitled");
+        line(windows1252::encodeHtml(m_model.stopTitle[i]));
+        fillIfEmpty(m_model.stopURL[i], "NoURL");
+        line(windows1252::encodeAddress(m_model.stopURL[i]));
+        line("");
+        writeText(m_model.stopNarration[i], "<!--narration-->");
+        writeText(m_model.stopInstruction[i], "<!--instruction-->");
+    }
+
+    void writeText(std::string& text, std::string_view placeholder) {
+        markParagraphs(text);
+        fillIfEmpty(text, placeholder);
+        line(windows1252::encodeHtml(text));
+        line("");
+    }
+
+    TourModel& m_model;
+    std::string m_script;
+};
+
+/// Position after `units` UTF-16 units from `position` on, at most the end of the text.
+std::size_t skipUnits(std::string_view utf8, std::size_t position, int units) {
+    while (units > 0 && position < utf8.size()) {
+        const Utf8Unit unit = decodeUtf8(utf8, position);
+        units -= unit.codePoint > 0xffff ? 2 : 1;
+        position += unit.length;
+    }
+    return position;
+}
+
+} // namespace
+
+void markParagraphs(std::string& text) {
+    constexpr std::size_t longest = 32767;
+    constexpr std::string_view twoBreaks = "\r\n\r\n";
+    if (utf16Length(text) > longest)
+        return;
+    std::string marked;
+    std::size_t copied = 0;
+    for (std::size_t match = text.find(twoBreaks); match != std::string::npos;
+         match = text.find(twoBreaks, copied)) {
+        marked.append(text, copied, match - copied).append(paragraphMark).append(lineBreak);
+        copied = match + twoBreaks.size();
+    }
+    text = marked.append(text, copied);
+}
+
+std::string joinLines(std::string text) {
+    // Two characters after each removed break are passed over unseen, so a break that follows at once stays.
+    constexpr int passedOver = 2;
+    std::string joined;
+    std::size_t copied = 0;
+    for (std::size_t match = text.find(lineBreak); match != std::string::npos;) {
+        joined.append(text, copied, match - copied);
+        copied = match + lineBreak.size();
+        match = text.find(lineBreak, skipUnits(text, copied, passedOver));
+    }
+    return joined.append(text, copied);
+}
+
+std::string composeScript(TourModel& model) {
+    return ScriptWriter(model).compose();
+}
+
+void writeScript(TourContext& context) {
+    const std::string script = composeScript(context.model);
+    context.log.skip(files::write(context.workspace.workingFile("script.txt"), script));
+}
+
+} // namespace wendmark

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace wendmark {
+
+/// Most stops, and most launching points, that a tour holds.
+inline constexpr std::int16_t tourCapacity = 100;
+
+using TourTexts = std::array<std::string, tourCapacity>;
+
+/// The tour that is open. Windows change it directly and then call the generators that the change needs;
+/// there is no change notification. Texts are UTF-8. Stops are numbered from 1, stop n stands at index n - 1;
+/// number 0 is the opening page, which has no entry. Entries at and beyond a count are leftovers that nobody
+/// reads.
+struct TourModel {
+    std::string tourTitle;
+    std::string tourAuthor; ///< Empty: none is shown.
+
+    std::int16_t stopCount = 0; ///< 0 to 100; more only after reading a script that holds more.
+    TourTexts stopTitle;        ///< HTML.
+    TourTexts stopURL;          ///< With a "/": a web address. Without: a file of the tour folder.
+    TourTexts stopNarration;    ///< HTML, lines separated by CR LF.
+    TourTexts stopInstruction;  ///< HTML, lines separated by CR LF.
+
+    TourTexts launchURL; ///< Addresses of the pages from which the tour is started.
+    std::int16_t launchURLCount = 0;
+
+    bool autoBuffer = false;       ///< Load the stops ahead when the tour starts.
+    std::int32_t bufferDelay = 10; ///< Seconds allowed for loading a stop ahead; 10 or more after reading.
+    bool autoInstruction = true;   ///< Every generation of stop pages overwrites the instructions.
+    bool singleWindow = true;      ///< The tour has framesets for its launching points.
+
+    std::int16_t narHeight = 100; ///< Pixels: bottom row (narration, logo and navigator).
+    std::int16_t advWidth = 110;  ///< Pixels: logo frame.
+    std::int16_t navWidth = 94;   ///< Pixels: navigator frame.
+
+    std::string stopLabel;   ///< Word before the number in a stop page's heading.
+    std::string helpFile;    ///< Kept for scripts that name one; no page uses it.
+    std::string homeSiteURL; ///< Where a stop page goes when it is opened outside any tour.
+
+    std::int16_t currentStop = 0; ///< Stop on screen; 0 is the opening page.
+    bool tourChanged = false;     ///< There are unsaved changes.
+    bool editingMode = true;      ///< Pages are generated for the editor's preview, not for the saved tour.
+};
+
+/// Whether a stop's address names a web page rather than a file of the tour folder.
+inline bool isRemoteAddress(const std::string& address) {
+    return address.find('/') != std::string::npos;
+}
+
+} // namespace wendmark

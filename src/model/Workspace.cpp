@@ -1,0 +1,194 @@
+#include "model/Workspace.h"
+
+#include "base/Log.h"
+#include "base/Names.h"
+#include "base/StagedReplacement.h"
+#include "maker.h"
+#include "model/Desktop.h"
+#include "model/HandOver.h"
+#include "model/TourModel.h"
+
+namespace wendmark {
+
+namespace {
+
+/// Names to copy, by the lower-case name they get. Of several that differ only in case, the one that is lower
+/// case already wins.
+std::map<std::string, std::string> byLowerCaseName(const std::vector<std::string>& names) {
+    std::map<std::string, std::string> chosen;
+    for (const std::string& name : names) {
+        std::string target = lowerCase(name);
+        if (name == target)
+            chosen[target] = name;
+        else
+            chosen.emplace(std::move(target), name);
+    }
+    return chosen;
+}
+
+} // namespace
+
+WorkspaceFolders WorkspaceFolders::inside(const std::string& appPath) {
+    const auto folder = [&](std::string_view name) { return files::join(files::join(appPath, name), ""); };
+    return {appPath, folder("Template"), folder("NewTour"), folder("MyTours")};
+}
+
+Workspace::Workspace(WorkspaceFolders folders, TourModel& model, HandOver& handOver, Desktop& desktop,
+                     Log& log)
+    : m_folders(std::move(folders)), m_model(model), m_handOver(handOver), m_desktop(desktop), m_log(log) {}
+
+std::string Workspace::tourFile(std::string_view name) const {
+    return tourPath + pathSeparator + std::string(name);
+}
+
+void Workspace::initTourDefaults() {
+    if (const Outcome entered = files::enterFolder(m_folders.newTourPath); !entered.ok())
+        m_log.skip(files::makeFolder(m_folders.newTourPath));
+    m_model.tourChanged = false;
+    m_handOver.openFolderChosen = false;
+    m_handOver.saveFolderChosen = false;
+    m_model.homeSiteURL = makerSiteURL;
+    m_handOver.siteEditURL = makerSiteURL;
+    m_handOver.workOffline = false;
+    m_model.narHeight = 100;
+    m_model.advWidth = 110;
+    m_model.navWidth = 94;
+    m_model.launchURLCount = 0;
+    m_model.singleWindow = true;
+    m_model.autoInstruction = true;
+    m_model.tourAuthor.clear();
+}
+
+void Workspace::resetWorkingCopy() {
+    m_log.skip(files::enterFolder(m_folders.appPath));
+    emptyWorkingCopy();
+    fillWorkingCopyFrom(m_folders.templatePath, files::Links::anywhere);
+}
+
+void Workspace::loadTourIntoWorkingCopy() {
+    emptyWorkingCopy();
+    resetWorkingCopy();
+    fillWorkingCopyFrom(tourPath, files::Links::insideFolder);
+    restoreWorkingFiles();
+    m_model.tourChanged = false;
+}
+
+void Workspace::copyWorkingCopyToTour() {
+    // The embedded browser holds on to the files that it shows for a moment.
+    pause(1.0F);
+    replaceTourFiles();
+    m_model.tourChanged = false;
+}
+
+void Workspace::restoreWorkingFiles() {
+    // Only the bullet has a stand-in. The other three are copied from themselves, which never succeeds; that
+    // the second one is looked for under another ending than it is copied from makes no difference to that.
+    if (!workingFileExists("brhist.txt"))
+        copyInWorkingCopy("brhist.txt", "brhist.txt");
+    if (!workingFileExists("lower.htm"))
+        copyInWorkingCopy("lower.txt", "lower.txt");
+    if (!workingFileExists("search.txt"))
+        copyInWorkingCopy("search.txt", "search.txt");
+    if (!workingFileExists("grbullet.gif"))
+        copyInWorkingCopy("gr-bullet-bk.gif", "grbullet.gif");
+}
+
+bool Workspace::workingFileExists(std::string_view name) const {
+    return !files::list(m_folders.newTourPath, files::Links::anywhere, name).names.empty();
+}
+
+void Workspace::pause(float seconds) {
+    const float start = m_desktop.timeOfDay();
+    do {
+        m_desktop.processPendingEvents();
+    } while (start + seconds > m_desktop.timeOfDay());
+}
+
+void Workspace::emptyWorkingCopy() {
+    const files::Listing listing = files::listRemovable(m_folders.newTourPath);
+    m_log.skip(listing.outcome);
+    for (const std::string& name : listing.names)
+        m_log.skip(files::remove(workingFile(name)));
+}
+
+void Workspace::fillWorkingCopyFrom(const std::string& folder, files::Links links) {
+    for (const auto& [target, source] : sourcesByTargetName(folder, links))
+        m_log.skip(files::copy(source, workingFile(target)));
+}
+
+void Workspace::copyInWorkingCopy(std::string_view from, std::string_view to) {
+    m_log.skipAsNote(files::copy(workingFile(from), workingFile(to)));
+}
+
+std::map<std::string, std::string> Workspace::sourcesByTargetName(const std::string& folder,
+                                                                  files::Links links) {
+    const files::Listing listing = files::list(folder, links);
+    m_log.skip(listing.outcome);
+    for (const std::string& name : listing.leadOut)
+        m_log.warn("left out " + files::join(folder, name) + ": the link leads out of its folder");
+    std::map<std::string, std::string> sources = byLowerCaseName(listing.names);
+    for (auto& [target, source] : sources)
+        source = files::join(folder, source);
+    return sources;
+}
+
+std::map<std::string, std::string> Workspace::savedTourSources() {
+    auto sources = sourcesByTargetName(m_folders.newTourPath, files::Links::insideFolder);
+    // The saved tour has the final navigator, whatever the working copy holds.
+    const std::string finalNavigator = templateFile("navfinal.htm");
+    if (fileExists(finalNavigator))
+        sources["nav3.htm"] = finalNavigator;
+    return sources;
+}
+
+void Workspace::replaceTourFiles() {
+    if (tourPath.empty()) {
+        m_log.fail("cannot save the tour: it has no folder");
+        return;
+    }
+    StagedReplacement replacement(tourPath);
+    const Outcome begun = replacement.begin();
+    m_log.skip(begun);
+    if (!begun.ok())
+        return;
+    for (const auto& [target, source] : savedTourSources()) {
+        const Outcome staged = replacement.stage(source, target);
+        m_log.skip(staged);
+        if (!staged.ok() && fileExists(source))
+            return; // The tour's own disk does not take it: the tour stays what it was.
+    }
+    // The script goes last: until then the folder opens as the tour that it was.
+    for (const Outcome& failure : replacement.commit("script.txt"))
+        m_log.skip(failure);
+}
+
+bool fileExists(const std::string& path) {
+    return files::canBeRead(path);
+}
+
+bool folderHoldsTour(const std::string& folder) {
+    return fileExists(files::join(folder, "script.txt"));
+}
+
+std::string reservedFolderMessage(const WorkspaceFolders& folders, const std::string& tourPath) {
+    if (beginsIgnoringCase(tourPath, folders.templatePath))
+        return "The 'Template' folder is used for internal operations, and cannot be used to store or "
+               "retrieve "
+               "user tours.";
+    if (beginsIgnoringCase(tourPath, folders.newTourPath))
+        return "The 'NewTour' folder is used for internal operations, and cannot be used to store or "
+               "retrieve "
+               "user tours.";
+    return {};
+}
+
+std::string reservedNewFolderMessage(const WorkspaceFolders& folders, const std::string& tourPath) {
+    std::string message = reservedFolderMessage(folders, tourPath);
+    if (message.empty() && beginsIgnoringCase(tourPath, folders.myToursPath + "sample"))
+        message =
+            "The 'Sample' tour folder is used for training purposes, and cannot be used to store or retrieve "
+            "user tours.";
+    return message;
+}
+
+} // namespace wendmark

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "base/Files.h"
+
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace wendmark {
+
+class Desktop;
+class Log;
+struct HandOver;
+struct TourModel;
+
+/// The program's fixed folders. Each ends with the path separator, except for appPath.
+struct WorkspaceFolders {
+    std::string appPath;      ///< Folder that holds the program.
+    std::string templatePath; ///< What every new tour starts with.
+    std::string newTourPath;  ///< The working copy: the only place where pages are edited and generated.
+    std::string myToursPath;  ///< Where tours are kept unless the author chooses otherwise.
+
+    /// The folders Template, NewTour and MyTours in `appPath`, which has no separator at its end.
+    static WorkspaceFolders inside(const std::string& appPath);
+};
+
+/// Fills, empties and copies the folders of the tour that is being edited. A failing step is one line in the
+/// log, and the next step follows; nothing here is shown to the author.
+class Workspace final {
+public:
+    /// All references must outlive the workspace.
+    Workspace(WorkspaceFolders folders, TourModel& model, HandOver& handOver, Desktop& desktop, Log& log);
+
+    const WorkspaceFolders& folders() const { return m_folders; }
+
+    std::string templateFile(std::string_view name) const {
+        return m_folders.templatePath + std::string(name);
+    }
+    std::string workingFile(std::string_view name) const { return m_folders.newTourPath + std::string(name); }
+    std::string tourFile(std::string_view name) const;
+
+    /// Sets the defaults that a script may then change. Leaves the title, the stops, autoBuffer and
+    /// bufferDelay as they are: whoever calls this reads a script next.
+    void initTourDefaults();
+
+    /// Empties the working copy and fills it from the Template folder.
+    void resetWorkingCopy();
+
+    /// Fills the working copy from the Template folder and then from the tour's folder, whose files win.
+    /// Clears tourChanged. A link that leads out of the tour's folder is left out and logged as a warning.
+    void loadTourIntoWorkingCopy();
+
+    /// Replaces the tour folder's files by those of the working copy and its navigator by the final one.
+    /// Files that only the tour folder has stay. When the new files cannot all be written (no space, no
+    /// permission), nothing changes. Clears tourChanged in every case.
+    void copyWorkingCopyToTour();
+
+    /// Repairs support files that the working copy lacks.
+    void restoreWorkingFiles();
+
+    /// Whether the working copy holds a file that matches `name`, which may hold wildcards.
+    bool workingFileExists(std::string_view name) const;
+
+    /// Waits while window events are handled.
+    void pause(float seconds);
+
+    /// Folder of the open tour, without a separator at its end; empty when the tour has none yet.
+    std::string tourPath;
+
+private:
+    void emptyWorkingCopy();
+    void fillWorkingCopyFrom(const std::string& folder, files::Links links);
+    void copyInWorkingCopy(std::string_view from, std::string_view to);
+    std::map<std::string, std::string> sourcesByTargetName(const std::string& folder, files::Links links);
+    std::map<std::string, std::string> savedTourSources();
+    void replaceTourFiles();
+
+    WorkspaceFolders m_folders;
+    TourModel& m_model;
+    HandOver& m_handOver;
+    Desktop& m_desktop;
+    Log& m_log;
+};
+
+/// Whether a file can be opened for reading.
+bool fileExists(const std::string& path);
+
+/// Whether `folder` (no separator at its end) holds a tour: a script.txt that can be opened for reading.
+bool folderHoldsTour(const std::string& folder);
+
+/// Why no tour may be kept in `tourPath`, which lies in a folder of the program's own; empty when it may.
+std::string reservedFolderMessage(const WorkspaceFolders& folders, const std::string& tourPath);
+
+/// Same for a folder that is to be made, which may not look like the sample tour either.
+std::string reservedNewFolderMessage(const WorkspaceFolders& folders, const std::string& tourPath);
+
+} // namespace wendmark
