@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace wendmark {
+
+struct TourContext;
+
+/// Fills the frameset template into the working copy's file `outName`. `homePage` is what Exit leads to: an
+/// address, a host name, or "AUTO" for wherever the visitor came from.
+void fillFrameset(TourContext& context, std::string_view outName, std::string_view homePage);
+
+/// "framever.htm", the frameset that the editor shows.
+void makeWorkingFrameset(TourContext& context);
+
+/// "playtour.htm", "fv1.htm" and, in a single-window tour, one frameset for each launching point.
+void makeTourFramesets(TourContext& context);
+
+/// Name of the frameset of launching point k, which counts from 1.
+std::string launchFileName(std::int16_t k);
+
+/// Writes "tmpframe.htm", the working frameset with the current stop in its narration frame, and points the
+/// main browser at it; on the opening page at "framever.htm".
+void makePreviewFrameset(TourContext& context);
+
+} // namespace wendmark

@@ -1,0 +1,103 @@
+#include "publish/StopPages.h"
+
+#include "base/Files.h"
+#include "base/Log.h"
+#include "base/Windows1252.h"
+#include "model/TourContext.h"
+#include "model/TourModel.h"
+#include "model/Workspace.h"
+#include "publish/PageFile.h"
+#include "publish/TemplateFiller.h"
+
+#include <string>
+
+namespace wendmark {
+
+namespace {
+
+constexpr std::string_view nextInstruction = "Click the <strong>Next button</strong> to go to the next stop.";
+constexpr std::string_view exitInstruction = "Click the <strong>Exit button</strong> to quit this Tour.";
+
+std::string inApostrophes(std::string_view text) {
+    return "'" + std::string(text) + "'";
+}
+
+/// False when a stop has no entry, or when there is no last stop.
+bool writeStandardInstructions(TourModel& model) {
+    for (std::int16_t n = 1; n < model.stopCount; ++n) {
+        if (n > tourCapacity)
+            return false;
+        model.stopInstruction[static_cast<std::size_t>(n - 1)] = nextInstruction;
+    }
+    if (model.stopCount < 1 || model.stopCount > tourCapacity)
+        return false;
+    model.stopInstruction[static_cast<std::size_t>(model.stopCount - 1)] = exitInstruction;
+    return true;
+}
+
+void fillStopPage(TemplateFiller& filler, const TourModel& model, std::int16_t n) {
+    const auto i = static_cast<std::size_t>(n - 1);
+    const std::string number = std::to_string(n);
+    const std::string address = windows1252::encodeAddress(model.stopURL[i]);
+    const std::string_view base = isRemoteAddress(model.stopURL[i]) ? "" : "parent.homePath + ";
+
+    filler.copyThrough(scriptBlockMarker);
+    filler.write("linkURL = " + std::string(base) + inApostrophes(address) + ";");
+    filler.write("linkPage = " + number + ";");
+    filler.write("parent.nav.status = " + inApostrophes(">*>*>vosktourstop->" + number) + ";");
+    filler.closeRegion(scriptBlockMarker);
+
+    filler.copyThrough(scriptBlockMarker);
+    filler.write("         self.location.href = " +
+                 inApostrophes(windows1252::encodeAddress(model.homeSiteURL)) + ";");
+    filler.closeRegion(scriptBlockMarker);
+
+    filler.copyThrough(loosePageMarker);
+    filler.write(windows1252::encodeHtml(model.stopLabel) + " " + number + "&#151;" +
+                 windows1252::encodeHtml(model.stopTitle[i]) + "</font></h5>");
+    filler.write(windows1252::encodeHtml(model.stopNarration[i]));
+    filler.write("<br><br>");
+    filler.write(windows1252::encodeHtml(model.stopInstruction[i]));
+    filler.skipThrough(loosePageMarker);
+    filler.write(pageMarker);
+
+    filler.copyThrough(loosePageMarker);
+    filler.write(address);
+    filler.skipThrough(loosePageMarker);
+    filler.write(pageMarker);
+    filler.copyThrough("</html>");
+}
+
+void logMissingLastStop(TourContext& context) {
+    if (context.model.stopCount < 1)
+        context.log.note("no stop pages written: the tour has no last stop to instruct");
+    else
+        context.log.fail("no stop pages written: a tour has at most 100 stops");
+}
+
+} // namespace
+
+void makeStopPages(TourContext& context, std::int16_t first, std::int16_t last) {
+    TourModel& model = context.model;
+    if (model.autoInstruction && !writeStandardInstructions(model)) {
+        logMissingLastStop(context);
+        return;
+    }
+    const files::Contents source = files::read(context.workspace.templateFile("page.htm"));
+    context.log.skip(source.outcome);
+    if (!source.outcome.ok())
+        return;
+    for (int n = first; n <= last; ++n) {
+        if (n < 1 || n > tourCapacity) {
+            context.log.fail("no page for stop " + std::to_string(n) + ": a tour has stops 1 to 100");
+            return;
+        }
+        const bool complete = fillPageFrom(
+            context, source.bytes, "page" + std::to_string(n) + ".htm",
+            [&](TemplateFiller& filler) { fillStopPage(filler, model, static_cast<std::int16_t>(n)); });
+        if (!complete)
+            return;
+    }
+}
+
+} // namespace wendmark

@@ -1,0 +1,25 @@
+#pragma once
+
+namespace wendmark {
+
+struct HandOver;
+struct Options;
+struct TourContext;
+
+/// What the program's commands do to the tour once the windows have collected the author's choices.
+
+/// Start of the program: makes the working copy's folder if it is missing and sets what a program starts
+/// with.
+void startProgram(TourContext& context, HandOver& handOver, Options& options);
+
+/// Fills the working copy and the model from the templates, as a program that has just started shows them.
+void loadTemplateTour(TourContext& context);
+
+/// Opens the tour in the workspace's tourPath, after initTourDefaults().
+void openTour(TourContext& context);
+
+/// Makes a new tour of the working copy, which was just reset, and saves it into the workspace's tourPath, an
+/// existing folder.
+void finishNewTour(TourContext& context, HandOver& handOver);
+
+} // namespace wendmark

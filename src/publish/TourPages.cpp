@@ -1,0 +1,132 @@
+#include "publish/TourPages.h"
+
+#include "base/Windows1252.h"
+#include "model/TourContext.h"
+#include "model/TourModel.h"
+#include "model/Workspace.h"
+#include "publish/PageFile.h"
+#include "publish/TemplateFiller.h"
+
+#include <string>
+
+namespace wendmark {
+
+namespace {
+
+void fillFromTemplate(TourContext& context, std::string_view name,
+                      void (*fill)(TemplateFiller&, const TourModel&)) {
+    fillPage(context, context.workspace.templateFile(name), name,
+             [&](TemplateFiller& filler) { fill(filler, context.model); });
+}
+
+void writeTitleAndAuthor(TemplateFiller& filler, const TourModel& model) {
+    const std::string author = model.tourAuthor.empty() ? " " : windows1252::encodeHtml(model.tourAuthor);
+    filler.write("<b> " + windows1252::encodeHtml(model.tourTitle) + " </b> </font><br>");
+    filler.write("<font size=2> " + author + " </font>");
+}
+
+void fillOpeningPageSimple(TemplateFiller& filler, const TourModel& model) {
+    filler.copyThrough(pageMarker);
+    writeTitleAndAuthor(filler, model);
+    filler.closeRegion(pageMarker);
+    filler.copyRest();
+}
+
+void fillOpeningPage(TemplateFiller& filler, const TourModel& model) {
+    filler.copyThrough(loosePageMarker);
+    writeTitleAndAuthor(filler, model);
+    filler.skipThrough(loosePageMarker);
+    filler.write(pageMarker);
+    for (int kept = 3; kept <= 5; ++kept)
+        filler.copyThrough(loosePageMarker);
+    filler.skipThrough(loosePageMarker);
+    filler.write(pageMarker);
+    filler.copyRest();
+}
+
+void fillIndexPage(TemplateFiller& filler, const TourModel& model) {
+    filler.copyThrough(pageMarker);
+    filler.write(windows1252::encodeHtml(model.tourTitle));
+    filler.closeRegion(pageMarker);
+    filler.copyRest();
+}
+
+/// Calls `write` with each stop's number, from 1, and index. A stop without an entry stops the filling.
+template <typename Write>
+void forEachStop(TemplateFiller& filler, const TourModel& model, Write write) {
+    for (std::int16_t n = 1; n <= model.stopCount; ++n) {
+        if (n > tourCapacity) {
+            filler.stop("a tour has at most 100 stops");
+            return;
+        }
+        write(std::to_string(n), static_cast<std::size_t>(n - 1));
+    }
+}
+
+void writePageEnd(TemplateFiller& filler) {
+    filler.write("</body>");
+    filler.write("</html>");
+}
+
+void fillContentsPage(TemplateFiller& filler, const TourModel& model) {
+    filler.copyThrough(loosePageMarker);
+    filler.write(windows1252::encodeHtml(model.tourTitle) + "</font></h5>");
+    forEachStop(filler, model, [&](const std::string& number, std::size_t i) {
+        filler.write("<a href=\"page" + number + ".htm\">Stop " + number + "&#151;" +
+                     windows1252::encodeHtml(model.stopTitle[i]) + "</a><BR>");
+    });
+    writePageEnd(filler);
+}
+
+void writeWithEmptyLine(TemplateFiller& filler, std::string_view line) {
+    filler.write(line);
+    filler.write("");
+}
+
+void writeGuideEntry(TemplateFiller& filler, const TourModel& model, const std::string& number,
+                     std::size_t i) {
+    const std::string_view kind = isRemoteAddress(model.stopURL[i]) ? "" : "Local File: ";
+    const std::string address = windows1252::encodeAddress(model.stopURL[i]);
+    filler.write("<P>");
+    writeWithEmptyLine(filler, "<HR WIDTH=\"100%\"></P>");
+    writeWithEmptyLine(filler, "<P><B><FONT COLOR=\"#CC0000\"><FONT SIZE=+1>Stop-" + number + ": " +
+                                   windows1252::encodeHtml(model.stopTitle[i]) + "</FONT></FONT></B></P>");
+    writeWithEmptyLine(filler, windows1252::encodeHtml(model.stopNarration[i]));
+    writeWithEmptyLine(filler, "<P><FONT COLOR=\"#800000\">" + std::string(kind) + address + "</FONT></P>");
+}
+
+void fillTourGuide(TemplateFiller& filler, const TourModel& model) {
+    filler.copyThrough(loosePageMarker);
+    filler.write("<CENTER><P><B><FONT SIZE=+2>" + windows1252::encodeHtml(model.tourTitle) +
+                 "</FONT></B></P></CENTER>");
+    filler.skipThrough(loosePageMarker);
+    filler.write(pageMarker);
+    filler.copyThrough(loosePageMarker);
+    forEachStop(filler, model,
+                [&](const std::string& number, std::size_t i) { writeGuideEntry(filler, model, number, i); });
+    writePageEnd(filler);
+}
+
+} // namespace
+
+void makeOpeningPageSimple(TourContext& context) {
+    fillFromTemplate(context, "openhelp.htm", fillOpeningPageSimple);
+}
+
+void makeOpeningPage(TourContext& context) {
+    fillFromTemplate(context, "openhelp.htm", fillOpeningPage);
+}
+
+void makeIndexPage(TourContext& context) {
+    fillFromTemplate(context, "index.htm", fillIndexPage);
+}
+
+void makeContentsPage(TourContext& context) {
+    fillFromTemplate(context, "toc.htm", fillContentsPage);
+}
+
+void makeTourGuide(TourContext& context) {
+    fillFromTemplate(context, "tguide.htm", fillTourGuide);
+}
+
+} // namespace wendmark

@@ -1,0 +1,83 @@
+#include "publish/TourSave.h"
+
+#include "base/Files.h"
+#include "base/Log.h"
+#include "base/TextLines.h"
+#include "base/Windows1252.h"
+#include "model/LineError.h"
+#include "model/ScriptFile.h"
+#include "model/TourContext.h"
+#include "model/TourModel.h"
+#include "model/Workspace.h"
+#include "publish/Framesets.h"
+
+#include <string>
+
+namespace wendmark {
+
+namespace {
+
+constexpr std::string_view navigatorName = "nav3.htm";
+
+/// Tells the author, as well as the log, of a failure that belongs to no line.
+void report(TourContext& context, const Outcome& outcome, std::string_view message) {
+    context.log.skip(outcome);
+    if (!outcome.ok())
+        reportLineError(context.desktop, 0, message);
+}
+
+std::string composeLaunchList(const TourModel& model) {
+    if (model.launchURLCount == 0)
+        return std::string("Launching points not specified").append(lineBreak);
+    std::string list;
+    for (std::int16_t k = 1; k <= model.launchURLCount; ++k) {
+        const std::string& address = model.launchURL.at(static_cast<std::size_t>(k - 1));
+        list.append(" ").append(std::to_string(k)).append("\t");
+        list.append(launchFileName(k)).append("\t");
+        list.append(windows1252::encodeAddress(address)).append(lineBreak);
+    }
+    return list;
+}
+
+void makeAllFramesets(TourContext& context) {
+    makeWorkingFrameset(context);
+    makeTourFramesets(context);
+}
+
+} // namespace
+
+void useEditingNavigator(TourContext& context) {
+    const Workspace& workspace = context.workspace;
+    report(context, files::copy(workspace.templateFile("navtemp.htm"), workspace.workingFile(navigatorName)),
+           "Error in copying NavTemp file");
+}
+
+void useFinalNavigator(TourContext& context) {
+    const Workspace& workspace = context.workspace;
+    const std::string navigator = workspace.templateFile("navfinal.htm");
+    Outcome copied = files::copy(navigator, workspace.workingFile(navigatorName));
+    if (copied.ok() && !workspace.tourPath.empty())
+        copied = files::copy(navigator, workspace.tourFile(navigatorName));
+    report(context, copied, "Error in copying NavFinal file");
+}
+
+void writeLaunchList(TourContext& context) {
+    const std::string list = composeLaunchList(context.model);
+    report(context, files::write(context.workspace.workingFile("link.txt"), list),
+           "Error in creating Link.txt file");
+}
+
+void saveTour(TourContext& context) {
+    writeScript(context);
+    context.model.editingMode = false;
+    makeAllFramesets(context);
+    useFinalNavigator(context);
+    context.workspace.pause(1.0F);
+    context.workspace.copyWorkingCopyToTour();
+    useEditingNavigator(context);
+    context.model.editingMode = true;
+    makeAllFramesets(context);
+    writeLaunchList(context);
+}
+
+} // namespace wendmark

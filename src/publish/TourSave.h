@@ -1,0 +1,22 @@
+#pragma once
+
+namespace wendmark {
+
+struct TourContext;
+
+/// Puts the editing navigator into the working copy. Reports when it cannot.
+void useEditingNavigator(TourContext& context);
+
+/// Puts the final navigator into the working copy and, when the tour has a folder, into that too. Reports
+/// when it cannot.
+void useFinalNavigator(TourContext& context);
+
+/// Writes "link.txt": which frameset belongs to which launching point. Reports when it cannot.
+void writeLaunchList(TourContext& context);
+
+/// Saves the working copy, in its final form, into the tour's folder, which must be set, and switches it back
+/// to its editing form. The launch list is written after that, so the tour's folder gets it with the next
+/// save.
+void saveTour(TourContext& context);
+
+} // namespace wendmark
