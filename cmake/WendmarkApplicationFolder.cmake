@@ -1,0 +1,15 @@
+# A build leaves a folder that can be zipped and carried away: the programs with the folders they work on.
+set(WENDMARK_APPLICATION_FOLDER "${CMAKE_BINARY_DIR}/Wendmark")
+
+# Puts the target's program into the application folder.
+function(wendmark_place_program target)
+    set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${WENDMARK_APPLICATION_FOLDER}")
+endfunction()
+
+add_custom_target(wendmark_folders ALL
+    COMMAND "${CMAKE_COMMAND}" -E make_directory "${WENDMARK_APPLICATION_FOLDER}"
+    COMMAND "${CMAKE_COMMAND}" -E copy_directory
+        "${CMAKE_SOURCE_DIR}/assets/Template" "${WENDMARK_APPLICATION_FOLDER}/Template"
+    COMMAND "${CMAKE_COMMAND}" -E copy_directory
+        "${CMAKE_SOURCE_DIR}/assets/MyTours" "${WENDMARK_APPLICATION_FOLDER}/MyTours"
+    COMMENT "Filling the application folder")

@@ -1,0 +1,104 @@
+#include "tour_cli/Folders.h"
+
+#include "base/Files.h"
+#include "base/Names.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <random>
+
+namespace wendmark::cli {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view neededTemplates[] = {"framever.htm", "page.htm",     "openhelp.htm",
+                                                "index.htm",    "toc.htm",      "tguide.htm",
+                                                "navtemp.htm",  "navfinal.htm", "script.txt"};
+
+std::string withoutSeparatorAtEnd(std::string path) {
+    while (path.size() > 1 && path.back() == pathSeparator)
+        path.pop_back();
+    return path;
+}
+
+} // namespace
+
+std::string absoluteFolder(const std::string& typed) {
+    std::error_code error;
+    const fs::path absolute = fs::absolute(typed, error);
+    return withoutSeparatorAtEnd((error ? fs::path(typed) : absolute).lexically_normal().string());
+}
+
+std::string programFolder() {
+    return fs::canonical("/proc/self/exe").parent_path().string();
+}
+
+bool isFolder(const std::string& path) {
+    std::error_code error;
+    return fs::is_directory(path, error);
+}
+
+bool isInside(const std::string& path, const std::string& folder) {
+    std::error_code error;
+    const fs::path inner = fs::weakly_canonical(path, error);
+    const fs::path outer = fs::weakly_canonical(withoutSeparatorAtEnd(folder), error);
+    return std::mismatch(outer.begin(), outer.end(), inner.begin(), inner.end()).first == outer.end();
+}
+
+WorkspaceFolders runFolders(const std::optional<std::string>& templateFolder) {
+    WorkspaceFolders folders = WorkspaceFolders::inside(programFolder());
+    if (templateFolder)
+        folders.templatePath = files::join(absoluteFolder(*templateFolder), "");
+    return folders;
+}
+
+Outcome checkTemplates(const WorkspaceFolders& folders) {
+    for (const std::string_view name : neededTemplates) {
+        Outcome readable = files::read(folders.templatePath + std::string(name)).outcome;
+        if (!readable.ok())
+            return readable;
+    }
+    return Outcome::success();
+}
+
+TemporaryFolder::TemporaryFolder() : m_outcome(Outcome::success()) {
+    std::error_code error;
+    const fs::path parent = fs::temp_directory_path(error);
+    m_path = (parent / ("wendmark-tour-" + std::to_string(std::random_device{}()))).string();
+    m_outcome =
+        error ? Outcome::failure("find a folder for", "temporary files", error) : files::makeFolder(m_path);
+    if (m_outcome.ok())
+        fs::permissions(m_path, fs::perms::owner_all, error);
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    if (m_outcome.ok())
+        static_cast<void>(files::removeFolder(m_path)); // Nobody is left to be told.
+}
+
+TargetFolder::TargetFolder(std::string path) : m_path(std::move(path)) {}
+
+TargetFolder::~TargetFolder() {
+    if (!m_firstMade.empty())
+        static_cast<void>(files::removeFolder(m_firstMade)); // The failure that led here is told.
+}
+
+Outcome TargetFolder::makeIfMissing() {
+    if (isFolder(m_path))
+        return Outcome::success();
+    std::error_code error;
+    fs::path missing = m_path;
+    while (missing.has_relative_path() && !fs::exists(missing.parent_path(), error))
+        missing = missing.parent_path();
+    const bool taken = fs::exists(fs::symlink_status(missing, error));
+    fs::create_directories(m_path, error);
+    if (!taken)
+        m_firstMade = missing.string();
+    if (!error && !isFolder(m_path))
+        error = std::make_error_code(std::errc::not_a_directory);
+    return error ? Outcome::failure("create the folder", m_path, error) : Outcome::success();
+}
+
+} // namespace wendmark::cli

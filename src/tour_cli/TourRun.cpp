@@ -1,0 +1,36 @@
+#include "tour_cli/TourRun.h"
+
+#include "publish/TourCommands.h"
+
+#include <ostream>
+
+namespace wendmark::cli {
+
+void StreamDesktop::showLineError(const std::string& text) {
+    m_errors << text << '\n';
+}
+
+float StreamDesktop::timeOfDay() {
+    constexpr float longerThanAnyPause = 60;
+    return m_seconds += longerThanAnyPause;
+}
+
+void FirstFailureLog::write(Level level, const std::string& line) {
+    if (level == Level::warning)
+        m_errors << "wendmark-tour: warning: " << line << '\n';
+    else if (level == Level::failure && m_outcome.ok())
+        m_outcome = Outcome::failure(line);
+}
+
+TourRun::TourRun(const WorkspaceFolders& folders, std::ostream& errors)
+    : m_desktop(errors)
+    , m_log(errors)
+    , m_workspace(folders, m_model, m_handOver, m_desktop, m_log)
+    , m_context{m_model, m_workspace, m_desktop, m_log} {}
+
+void TourRun::start() {
+    startProgram(m_context, m_handOver, m_options);
+    loadTemplateTour(m_context);
+}
+
+} // namespace wendmark::cli

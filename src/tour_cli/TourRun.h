@@ -1,0 +1,74 @@
+#pragma once
+
+#include "base/Log.h"
+#include "base/Outcome.h"
+#include "model/Desktop.h"
+#include "model/HandOver.h"
+#include "model/Options.h"
+#include "model/TourContext.h"
+#include "model/TourModel.h"
+#include "model/Workspace.h"
+
+#include <iosfwd>
+#include <string>
+
+namespace wendmark::cli {
+
+/// A desktop without a screen: errors go to a stream, and waiting takes no time.
+class StreamDesktop final : public Desktop {
+public:
+    explicit StreamDesktop(std::ostream& errors) : m_errors(errors) {}
+
+    void showLineError(const std::string& text) override;
+    void processPendingEvents() override {}
+    float timeOfDay() override;
+    void navigateMainBrowser(const std::string&) override {}
+    void setBusyPointer(Pointer) override {}
+
+private:
+    std::ostream& m_errors;
+    float m_seconds = 0;
+};
+
+/// Prints warnings and remembers the first failure.
+class FirstFailureLog final : public Log {
+public:
+    explicit FirstFailureLog(std::ostream& errors) : m_errors(errors) {}
+
+    /// Success as long as nothing failed.
+    const Outcome& outcome() const { return m_outcome; }
+
+private:
+    void write(Level level, const std::string& line) override;
+
+    std::ostream& m_errors;
+    Outcome m_outcome = Outcome::success();
+};
+
+/// One run of the program without its windows, from start-up on, on the given folders.
+class TourRun final {
+public:
+    TourRun(const WorkspaceFolders& folders, std::ostream& errors);
+    TourRun(const TourRun&) = delete;
+    TourRun& operator=(const TourRun&) = delete;
+
+    /// Starts up and reads the templates' tour, as the program does when it starts.
+    void start();
+
+    TourModel& model() { return m_model; }
+    HandOver& handOver() { return m_handOver; }
+    Workspace& workspace() { return m_workspace; }
+    TourContext& context() { return m_context; }
+    const Outcome& outcome() const { return m_log.outcome(); }
+
+private:
+    StreamDesktop m_desktop;
+    FirstFailureLog m_log;
+    TourModel m_model;
+    HandOver m_handOver;
+    Options m_options;
+    Workspace m_workspace;
+    TourContext m_context;
+};
+
+} // namespace wendmark::cli

@@ -1,0 +1,45 @@
+#include "base/TextLines.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace wendmark {
+namespace {
+
+std::vector<std::string> linesOf(std::string_view text) {
+    std::vector<std::string> lines;
+    TextLines walk(text);
+    while (const auto line = walk.next())
+        lines.emplace_back(*line);
+    return lines;
+}
+
+using Lines = std::vector<std::string>;
+
+TEST(TextLines, everyKindOfLineEndEndsALine) {
+    EXPECT_EQ(linesOf("a\r\nb\nc\rd"), (Lines{"a", "b", "c", "d"}));
+}
+
+TEST(TextLines, emptyLinesCount) {
+    EXPECT_EQ(linesOf("\r\n\r\na\r\n"), (Lines{"", "", "a"}));
+    EXPECT_EQ(linesOf("a\n\r\nb"), (Lines{"a", "", "b"}));
+    EXPECT_EQ(linesOf("a\r\rb"), (Lines{"a", "", "b"}));
+}
+
+TEST(TextLines, emptyTextHasNoLine) {
+    EXPECT_EQ(linesOf(""), Lines{});
+}
+
+TEST(TextLines, endIsReportedAgainAndAgain) {
+    TextLines walk("a");
+    EXPECT_FALSE(walk.atEnd());
+    EXPECT_TRUE(walk.next());
+    EXPECT_TRUE(walk.atEnd());
+    EXPECT_FALSE(walk.next());
+    EXPECT_FALSE(walk.next());
+}
+
+} // namespace
+} // namespace wendmark
