@@ -33,7 +33,7 @@ std::error_code lastError() {
 /// The file that a look-up of `path` finds: the one of exactly this name, else the first one whose name
 /// differs only in case, else `path` itself.
 fs::path existing(const std::string& path) {
-    const fs::path wanted = toPath(path);
+    fs::path wanted = toPath(path);
     std::error_code error;
     if (fs::exists(fs::symlink_status(wanted, error)))
         return wanted;
@@ -71,11 +71,11 @@ OpenFile openFile(const fs::path& path, const char* mode) {
 
 /// Reads to the end; an error leaves what came before it in `bytes`.
 std::error_code readAll(std::FILE* file, std::string& bytes) {
-    std::array<char, 65536> block;
+    std::array<char, 65536> block{};
     std::size_t count = 0;
     while ((count = std::fread(block.data(), 1, block.size(), file)) > 0)
         bytes.append(block.data(), count);
-    return std::ferror(file) ? lastError() : std::error_code();
+    return std::ferror(file) != 0 ? lastError() : std::error_code();
 }
 
 std::error_code writeNew(const fs::path& path, std::string_view bytes) {

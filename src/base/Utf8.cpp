@@ -38,7 +38,7 @@ Utf8Unit decodeUtf8(std::string_view utf8, std::size_t position) {
     if (length == 0 || length > utf8.size() - position)
         return loneByte;
 
-    char32_t codePoint = lead & (0xffu >> (length + 1));
+    char32_t codePoint = lead & (0xffU >> (length + 1));
     for (std::size_t i = 1; i < length; ++i) {
         const unsigned char next = byteAt(utf8, position + i);
         if ((next & 0xc0) != 0x80)

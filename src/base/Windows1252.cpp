@@ -24,7 +24,7 @@ char32_t characterOf(unsigned char byte) {
 std::optional<char> byteOf(char32_t character) {
     if (character < 0x80 || (character >= 0xa0 && character <= 0xff))
         return static_cast<char>(character);
-    const auto found = std::find(upperControls.begin(), upperControls.end(), character);
+    const auto* const found = std::find(upperControls.begin(), upperControls.end(), character);
     if (found == upperControls.end())
         return std::nullopt;
     return static_cast<char>(0x80 + (found - upperControls.begin()));

@@ -37,6 +37,6 @@ void parseScriptCommand(std::string_view line, int lineNumber, TourModel& model,
 void markParagraphs(std::string& text);
 
 /// The text without its line breaks, except that of several in a row only every other one goes.
-std::string joinLines(std::string text);
+std::string joinLines(const std::string& text);
 
 } // namespace wendmark

@@ -121,7 +121,7 @@ void markParagraphs(std::string& text) {
     text = marked.append(text, copied);
 }
 
-std::string joinLines(std::string text) {
+std::string joinLines(const std::string& text) {
     // Two characters after each removed break are passed over unseen, so a break that follows at once stays.
     constexpr int passedOver = 2;
     std::string joined;

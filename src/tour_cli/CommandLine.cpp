@@ -19,6 +19,7 @@ struct ParsedWords {
 ParsedWords sortWords(const std::string& command, std::vector<std::string> words,
                       const std::vector<std::string>& optionNames) {
     std::vector<option> known;
+    known.reserve(optionNames.size() + 2);
     for (const std::string& name : optionNames)
         known.push_back({name.c_str(), required_argument, nullptr, 0});
     known.push_back({"help", no_argument, nullptr, 'h'});

@@ -1,0 +1,42 @@
+# Sourced by the entry points: installs by package name what this machine lacks.
+
+# Runs a command as root.
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    else
+        sudo "$@"
+    fi
+}
+
+package_is_installed() {
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+}
+
+# need_packages NAME...: installs those of the packages that are not there yet.
+need_packages() {
+    local missing=() name
+    for name in "$@"; do
+        package_is_installed "$name" || missing+=("$name")
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+    if ! command -v apt-get >/dev/null; then
+        echo "Needed, and no apt-get here to install it: ${missing[*]}" >&2
+        return 1
+    fi
+    echo "Installing: ${missing[*]}"
+    as_root apt-get update -q >/dev/null
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# need_node: a node and an npm, from wherever they come.
+need_node() {
+    command -v node >/dev/null && command -v npm >/dev/null || need_packages nodejs npm
+}
+
+build_packages=(g++ cmake ninja-build ccache)
+test_packages=(libgtest-dev libgmock-dev)
+sanitizer_packages=(clang libclang-rt-14-dev libfuzzer-14-dev llvm)
+benchmark_packages=(libbenchmark-dev)
+lint_packages=(clang-format clang-tidy groff man-db)
+player_packages=(chromium firefox-esr)
