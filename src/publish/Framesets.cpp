@@ -47,40 +47,11 @@ void writeFrames(TemplateFiller& filler, const TourModel& model) {
                  quoted(std::to_string(model.advWidth) + ",*," + std::to_string(model.navWidth)) + ">");
 }
 
-void fillFramesetRegions(TemplateFiller& filler, const TourModel& model, std::string_view homePage) {
-    filler.copyThrough(pageMarker);
-    filler.write("<title>" + windows1252::encodeHtml(model.tourTitle) + " </title>");
-    filler.closeRegion(pageMarker);
-
-    filler.copyThrough(scriptBlockMarker);
-    writeVariables(filler, model, homePage);
-    filler.closeRegion(scriptBlockMarker);
-
-    filler.copyThrough(pageMarker);
-    writeFrames(filler, model);
-    filler.closeRegion(pageMarker);
-    filler.copyRest();
-}
-
-void fillPreview(TemplateFiller& filler, std::int16_t currentStop) {
-    filler.copyThrough(framesStart);
-    filler.copyThrough(pageMarker);
-    filler.copyLine();
-    filler.dropLine();
-    filler.write("<frame src = \"\" name=\"mw\" marginwidth=\"10\" marginheight=\"10\" >");
-    filler.copyThrough(pageMarker);
-    filler.copyLine();
-    filler.dropLine();
-    filler.write("<frame src= \"page" + std::to_string(currentStop) +
-                 ".htm\" name=\"nar\" marginwidth=\"3\" >");
-    filler.copyRest();
-}
-
 } // namespace
 
 void fillFrameset(TourContext& context, std::string_view outName, std::string_view homePage) {
     fillPage(context, context.workspace.templateFile(framesetTemplate), outName,
-             [&](TemplateFiller& filler) { fillFramesetRegions(filler, context.model, homePage); });
+             [&](TemplateFiller& filler) { fillFramesetTemplate(filler, context.model, homePage); });
 }
 
 void makeWorkingFrameset(TourContext& context) {
@@ -105,9 +76,38 @@ void makePreviewFrameset(TourContext& context) {
     const std::int16_t currentStop = context.model.currentStop;
     // The working copy's own frameset, so that the preview shows the tour's current title and layout.
     fillPage(context, context.workspace.workingFile(framesetTemplate), "tmpframe.htm",
-             [&](TemplateFiller& filler) { fillPreview(filler, currentStop); });
+             [&](TemplateFiller& filler) { fillPreviewTemplate(filler, currentStop); });
     context.desktop.navigateMainBrowser(
         context.workspace.workingFile(currentStop < 1 ? "framever.htm" : "tmpframe.htm"));
+}
+
+void fillFramesetTemplate(TemplateFiller& filler, const TourModel& model, std::string_view homePage) {
+    filler.copyThrough(pageMarker);
+    filler.write("<title>" + windows1252::encodeHtml(model.tourTitle) + " </title>");
+    filler.closeRegion(pageMarker);
+
+    filler.copyThrough(scriptBlockMarker);
+    writeVariables(filler, model, homePage);
+    filler.closeRegion(scriptBlockMarker);
+
+    filler.copyThrough(pageMarker);
+    writeFrames(filler, model);
+    filler.closeRegion(pageMarker);
+    filler.copyRest();
+}
+
+void fillPreviewTemplate(TemplateFiller& filler, std::int16_t currentStop) {
+    filler.copyThrough(framesStart);
+    filler.copyThrough(pageMarker);
+    filler.copyLine();
+    filler.dropLine();
+    filler.write("<frame src = \"\" name=\"mw\" marginwidth=\"10\" marginheight=\"10\" >");
+    filler.copyThrough(pageMarker);
+    filler.copyLine();
+    filler.dropLine();
+    filler.write("<frame src= \"page" + std::to_string(currentStop) +
+                 ".htm\" name=\"nar\" marginwidth=\"3\" >");
+    filler.copyRest();
 }
 
 } // namespace wendmark

@@ -6,7 +6,9 @@
 
 namespace wendmark {
 
+class TemplateFiller;
 struct TourContext;
+struct TourModel;
 
 /// Fills the frameset template into the working copy's file `outName`. `homePage` is what Exit leads to: an
 /// address, a host name, or "AUTO" for wherever the visitor came from.
@@ -24,5 +26,11 @@ std::string launchFileName(std::int16_t k);
 /// Writes "tmpframe.htm", the working frameset with the current stop in its narration frame, and points the
 /// main browser at it; on the opening page at "framever.htm".
 void makePreviewFrameset(TourContext& context);
+
+/// What fillFrameset() does with the text of its template.
+void fillFramesetTemplate(TemplateFiller& filler, const TourModel& model, std::string_view homePage);
+
+/// What makePreviewFrameset() does with the text of the working frameset.
+void fillPreviewTemplate(TemplateFiller& filler, std::int16_t currentStop);
 
 } // namespace wendmark

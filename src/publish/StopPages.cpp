@@ -35,6 +35,38 @@ bool writeStandardInstructions(TourModel& model) {
     return true;
 }
 
+void logMissingLastStop(TourContext& context) {
+    if (context.model.stopCount < 1)
+        context.log.note("no stop pages written: the tour has no last stop to instruct");
+    else
+        context.log.fail("no stop pages written: a tour has at most 100 stops");
+}
+
+} // namespace
+
+void makeStopPages(TourContext& context, std::int16_t first, std::int16_t last) {
+    TourModel& model = context.model;
+    if (model.autoInstruction && !writeStandardInstructions(model)) {
+        logMissingLastStop(context);
+        return;
+    }
+    const files::Contents source = files::read(context.workspace.templateFile("page.htm"));
+    context.log.skip(source.outcome);
+    if (!source.outcome.ok())
+        return;
+    for (int n = first; n <= last; ++n) {
+        if (n < 1 || n > tourCapacity) {
+            context.log.fail("no page for stop " + std::to_string(n) + ": a tour has stops 1 to 100");
+            return;
+        }
+        const bool complete = fillPageFrom(
+            context, source.bytes, "page" + std::to_string(n) + ".htm",
+            [&](TemplateFiller& filler) { fillStopPage(filler, model, static_cast<std::int16_t>(n)); });
+        if (!complete)
+            return;
+    }
+}
+
 void fillStopPage(TemplateFiller& filler, const TourModel& model, std::int16_t n) {
     const auto i = static_cast<std::size_t>(n - 1);
     const std::string number = std::to_string(n);
@@ -66,38 +98,6 @@ void fillStopPage(TemplateFiller& filler, const TourModel& model, std::int16_t n
     filler.skipThrough(loosePageMarker);
     filler.write(pageMarker);
     filler.copyThrough("</html>");
-}
-
-void logMissingLastStop(TourContext& context) {
-    if (context.model.stopCount < 1)
-        context.log.note("no stop pages written: the tour has no last stop to instruct");
-    else
-        context.log.fail("no stop pages written: a tour has at most 100 stops");
-}
-
-} // namespace
-
-void makeStopPages(TourContext& context, std::int16_t first, std::int16_t last) {
-    TourModel& model = context.model;
-    if (model.autoInstruction && !writeStandardInstructions(model)) {
-        logMissingLastStop(context);
-        return;
-    }
-    const files::Contents source = files::read(context.workspace.templateFile("page.htm"));
-    context.log.skip(source.outcome);
-    if (!source.outcome.ok())
-        return;
-    for (int n = first; n <= last; ++n) {
-        if (n < 1 || n > tourCapacity) {
-            context.log.fail("no page for stop " + std::to_string(n) + ": a tour has stops 1 to 100");
-            return;
-        }
-        const bool complete = fillPageFrom(
-            context, source.bytes, "page" + std::to_string(n) + ".htm",
-            [&](TemplateFiller& filler) { fillStopPage(filler, model, static_cast<std::int16_t>(n)); });
-        if (!complete)
-            return;
-    }
 }
 
 } // namespace wendmark

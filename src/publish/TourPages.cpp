@@ -25,6 +25,62 @@ void writeTitleAndAuthor(TemplateFiller& filler, const TourModel& model) {
     filler.write("<font size=2> " + author + " </font>");
 }
 
+/// Calls `write` with each stop's number, from 1, and index. A stop without an entry stops the filling.
+template <typename Write>
+void forEachStop(TemplateFiller& filler, const TourModel& model, Write write) {
+    for (std::int16_t n = 1; n <= model.stopCount; ++n) {
+        if (n > tourCapacity) {
+            filler.stop("a tour has at most 100 stops");
+            return;
+        }
+        write(std::to_string(n), static_cast<std::size_t>(n - 1));
+    }
+}
+
+void writePageEnd(TemplateFiller& filler) {
+    filler.write("</body>");
+    filler.write("</html>");
+}
+
+void writeWithEmptyLine(TemplateFiller& filler, std::string_view line) {
+    filler.write(line);
+    filler.write("");
+}
+
+void writeGuideEntry(TemplateFiller& filler, const TourModel& model, const std::string& number,
+                     std::size_t i) {
+    const std::string_view kind = isRemoteAddress(model.stopURL[i]) ? "" : "Local File: ";
+    const std::string address = windows1252::encodeAddress(model.stopURL[i]);
+    filler.write("<P>");
+    writeWithEmptyLine(filler, "<HR WIDTH=\"100%\"></P>");
+    writeWithEmptyLine(filler, "<P><B><FONT COLOR=\"#CC0000\"><FONT SIZE=+1>Stop-" + number + ": " +
+                                   windows1252::encodeHtml(model.stopTitle[i]) + "</FONT></FONT></B></P>");
+    writeWithEmptyLine(filler, windows1252::encodeHtml(model.stopNarration[i]));
+    writeWithEmptyLine(filler, "<P><FONT COLOR=\"#800000\">" + std::string(kind) + address + "</FONT></P>");
+}
+
+} // namespace
+
+void makeOpeningPageSimple(TourContext& context) {
+    fillFromTemplate(context, "openhelp.htm", fillOpeningPageSimple);
+}
+
+void makeOpeningPage(TourContext& context) {
+    fillFromTemplate(context, "openhelp.htm", fillOpeningPage);
+}
+
+void makeIndexPage(TourContext& context) {
+    fillFromTemplate(context, "index.htm", fillIndexPage);
+}
+
+void makeContentsPage(TourContext& context) {
+    fillFromTemplate(context, "toc.htm", fillContentsPage);
+}
+
+void makeTourGuide(TourContext& context) {
+    fillFromTemplate(context, "tguide.htm", fillTourGuide);
+}
+
 void fillOpeningPageSimple(TemplateFiller& filler, const TourModel& model) {
     filler.copyThrough(pageMarker);
     writeTitleAndAuthor(filler, model);
@@ -51,23 +107,6 @@ void fillIndexPage(TemplateFiller& filler, const TourModel& model) {
     filler.copyRest();
 }
 
-/// Calls `write` with each stop's number, from 1, and index. A stop without an entry stops the filling.
-template <typename Write>
-void forEachStop(TemplateFiller& filler, const TourModel& model, Write write) {
-    for (std::int16_t n = 1; n <= model.stopCount; ++n) {
-        if (n > tourCapacity) {
-            filler.stop("a tour has at most 100 stops");
-            return;
-        }
-        write(std::to_string(n), static_cast<std::size_t>(n - 1));
-    }
-}
-
-void writePageEnd(TemplateFiller& filler) {
-    filler.write("</body>");
-    filler.write("</html>");
-}
-
 void fillContentsPage(TemplateFiller& filler, const TourModel& model) {
     filler.copyThrough(loosePageMarker);
     filler.write(windows1252::encodeHtml(model.tourTitle) + "</font></h5>");
@@ -76,23 +115,6 @@ void fillContentsPage(TemplateFiller& filler, const TourModel& model) {
                      windows1252::encodeHtml(model.stopTitle[i]) + "</a><BR>");
     });
     writePageEnd(filler);
-}
-
-void writeWithEmptyLine(TemplateFiller& filler, std::string_view line) {
-    filler.write(line);
-    filler.write("");
-}
-
-void writeGuideEntry(TemplateFiller& filler, const TourModel& model, const std::string& number,
-                     std::size_t i) {
-    const std::string_view kind = isRemoteAddress(model.stopURL[i]) ? "" : "Local File: ";
-    const std::string address = windows1252::encodeAddress(model.stopURL[i]);
-    filler.write("<P>");
-    writeWithEmptyLine(filler, "<HR WIDTH=\"100%\"></P>");
-    writeWithEmptyLine(filler, "<P><B><FONT COLOR=\"#CC0000\"><FONT SIZE=+1>Stop-" + number + ": " +
-                                   windows1252::encodeHtml(model.stopTitle[i]) + "</FONT></FONT></B></P>");
-    writeWithEmptyLine(filler, windows1252::encodeHtml(model.stopNarration[i]));
-    writeWithEmptyLine(filler, "<P><FONT COLOR=\"#800000\">" + std::string(kind) + address + "</FONT></P>");
 }
 
 void fillTourGuide(TemplateFiller& filler, const TourModel& model) {
@@ -105,28 +127,6 @@ void fillTourGuide(TemplateFiller& filler, const TourModel& model) {
     forEachStop(filler, model,
                 [&](const std::string& number, std::size_t i) { writeGuideEntry(filler, model, number, i); });
     writePageEnd(filler);
-}
-
-} // namespace
-
-void makeOpeningPageSimple(TourContext& context) {
-    fillFromTemplate(context, "openhelp.htm", fillOpeningPageSimple);
-}
-
-void makeOpeningPage(TourContext& context) {
-    fillFromTemplate(context, "openhelp.htm", fillOpeningPage);
-}
-
-void makeIndexPage(TourContext& context) {
-    fillFromTemplate(context, "index.htm", fillIndexPage);
-}
-
-void makeContentsPage(TourContext& context) {
-    fillFromTemplate(context, "toc.htm", fillContentsPage);
-}
-
-void makeTourGuide(TourContext& context) {
-    fillFromTemplate(context, "tguide.htm", fillTourGuide);
 }
 
 } // namespace wendmark

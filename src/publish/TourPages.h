@@ -2,7 +2,9 @@
 
 namespace wendmark {
 
+class TemplateFiller;
 struct TourContext;
+struct TourModel;
 
 /// Each fills the template of its name into the working copy: the title and author of the opening page.
 void makeOpeningPageSimple(TourContext& context);
@@ -19,5 +21,12 @@ void makeContentsPage(TourContext& context);
 
 /// "tguide.htm": title, narration and address of each stop, for printing.
 void makeTourGuide(TourContext& context);
+
+/// What the generators above do with the texts of their templates.
+void fillOpeningPageSimple(TemplateFiller& filler, const TourModel& model);
+void fillOpeningPage(TemplateFiller& filler, const TourModel& model);
+void fillIndexPage(TemplateFiller& filler, const TourModel& model);
+void fillContentsPage(TemplateFiller& filler, const TourModel& model);
+void fillTourGuide(TemplateFiller& filler, const TourModel& model);
 
 } // namespace wendmark
