@@ -15,21 +15,29 @@ inline constexpr std::string_view scriptMarker = "<<<VoskInfo>>>";
 
 /// Reads the working copy's script.txt into the model, without clearing the model first: what the script does
 /// not name keeps its value. Errors of lines go to reportLineError(); a file that cannot be read behaves like
-/// an empty one. Stops after the 100th are counted in stopCount but not stored.
+/// an empty one. Stops after the 100th are counted in stopCount but not stored, launching points after the
+/// 100th are not even counted; how many were left out is a warning in the log.
 void readScript(TourContext& context);
 
 /// Replaces the working copy's script.txt by the model. Fills empty texts of the model with their
 /// placeholders and marks the paragraphs of its narrations and instructions.
 void writeScript(TourContext& context);
 
+/// How much of a script was left out because a tour has no place for it.
+struct ScriptSurplus {
+    int stops = 0;
+    int launchURLs = 0;
+};
+
 /// Reads a whole script, Windows-1252 bytes, as readScript() does.
-void parseScript(std::string_view script, TourModel& model, const LineErrorHandler& onError);
+ScriptSurplus parseScript(std::string_view script, TourModel& model, const LineErrorHandler& onError);
 
 /// The bytes that writeScript() writes; changes the model as writeScript() does.
 std::string composeScript(TourModel& model);
 
-/// Applies one command line of a script's header, Windows-1252 bytes. Unknown commands are ignored.
-void parseScriptCommand(std::string_view line, int lineNumber, TourModel& model,
+/// Applies one command line of a script's header, Windows-1252 bytes. Unknown commands are ignored. False
+/// when the command adds a launching point and the model is full.
+bool parseScriptCommand(std::string_view line, int lineNumber, TourModel& model,
                         const LineErrorHandler& onError);
 
 /// Turns each pair of line breaks into "<BR>" and one line break. Texts longer than 32767 UTF-16 units are

@@ -39,6 +39,7 @@ struct Command {
     int lineNumber;
     TourModel& model;
     const LineErrorHandler& onError;
+    bool& hasPlace; ///< Set to false when the model has no place for the value.
 
     /// What follows the first "=", trimmed; reports when there is none.
     std::optional<std::string_view> value() const {
@@ -96,8 +97,11 @@ void applySingleWindow(const Command& command) {
 
 void applyLaunchURL(const Command& command) {
     const auto value = command.filledValue(noValue);
+    if (!value)
+        return;
     TourModel& model = command.model;
-    if (value && model.launchURLCount < tourCapacity)
+    command.hasPlace = model.launchURLCount < tourCapacity;
+    if (command.hasPlace)
         model.launchURL.at(static_cast<std::size_t>(model.launchURLCount++)) = windows1252::decode(*value);
 }
 
@@ -138,9 +142,10 @@ public:
     ScriptReader(std::string_view script, TourModel& model, const LineErrorHandler& onError)
         : m_lines(script), m_model(model), m_onError(onError) {}
 
-    void read() {
+    ScriptSurplus read() {
         if (readHeader())
             readStops();
+        return m_surplus;
     }
 
 private:
@@ -167,7 +172,8 @@ private:
     bool readHeader() {
         while (readLine()) {
             if (isMarkerLine(m_line)) {
-                parseScriptCommand(m_line, m_lineNumber, m_model, m_onError);
+                if (!parseScriptCommand(m_line, m_lineNumber, m_model, m_onError))
+                    ++m_surplus.launchURLs;
             } else if (!m_line.empty()) {
                 m_model.tourTitle = windows1252::decodeHtml(m_line);
                 return true;
@@ -183,6 +189,7 @@ private:
         while (stopCounter < mostCounted && readTextLine())
             readStop(stopCounter++);
         m_model.stopCount = stopCounter;
+        m_surplus.stops = std::max(0, stopCounter - tourCapacity);
     }
 
     /// Reads a stop from its title, the current line, on. Everything is read also when there is no place for
@@ -228,6 +235,7 @@ private:
     int m_lineNumber = 0; ///< Counts attempts, also those that found the end of the file.
     TourModel& m_model;
     const LineErrorHandler& m_onError;
+    ScriptSurplus m_surplus;
 };
 
 /// Keywords are ASCII, whatever the language of the system.
@@ -245,37 +253,44 @@ bool beginsWithKeyword(std::string_view command, std::string_view keyword) {
     return true;
 }
 
+void warnOfSurplus(Log& log, std::string_view what, int count) {
+    if (count > 0)
+        log.warn("the script's " + std::string(what) +
+                 " after the 100th are left out: " + std::to_string(count));
+}
+
 } // namespace
 
-void parseScriptCommand(std::string_view line, int lineNumber, TourModel& model,
+bool parseScriptCommand(std::string_view line, int lineNumber, TourModel& model,
                         const LineErrorHandler& onError) {
     const std::string_view trimmed = trimBlanks(line);
     const std::string_view command =
         trimBlanks(trimmed.substr(std::min(scriptMarker.size(), trimmed.size())));
     if (!command.starts_with('#'))
-        return;
+        return true;
     for (const Keyword& keyword : keywords) {
         if (beginsWithKeyword(command, keyword.text)) {
-            keyword.apply(Command{command, lineNumber, model, onError});
-            return;
+            bool hasPlace = true;
+            keyword.apply(Command{command, lineNumber, model, onError, hasPlace});
+            return hasPlace;
         }
     }
+    return true;
 }
 
-void parseScript(std::string_view script, TourModel& model, const LineErrorHandler& onError) {
-    ScriptReader(script, model, onError).read();
+ScriptSurplus parseScript(std::string_view script, TourModel& model, const LineErrorHandler& onError) {
+    return ScriptReader(script, model, onError).read();
 }
 
 void readScript(TourContext& context) {
     const files::Contents script = files::read(context.workspace.workingFile("script.txt"));
     context.log.skip(script.outcome);
-    parseScript(script.bytes, context.model, [&](int lineNumber, std::string_view message) {
-        reportLineError(context.desktop, lineNumber, message);
-    });
-    if (context.model.stopCount > tourCapacity) {
-        context.log.warn("the script holds " + std::to_string(context.model.stopCount) +
-                         " stops; those after the 100th are not kept");
-    }
+    const ScriptSurplus surplus =
+        parseScript(script.bytes, context.model, [&](int lineNumber, std::string_view message) {
+            reportLineError(context.desktop, lineNumber, message);
+        });
+    warnOfSurplus(context.log, "stops", surplus.stops);
+    warnOfSurplus(context.log, "launching points", surplus.launchURLs);
 }
 
 } // namespace wendmark
