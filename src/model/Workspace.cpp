@@ -138,6 +138,8 @@ std::map<std::string, std::string> Workspace::savedTourSources() {
     const std::string finalNavigator = templateFile("navfinal.htm");
     if (fileExists(finalNavigator))
         sources["nav3.htm"] = finalNavigator;
+    else
+        m_log.fail("cannot save the final navigator: " + finalNavigator + " cannot be read");
     return sources;
 }
 
