@@ -1,22 +1,28 @@
 #include "base/Log.h"
 
 #include "base/Outcome.h"
+#include "base/Utf8.h"
 
 namespace wendmark {
 
 namespace {
 
-bool isControl(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte < 0x20 || byte == 0x7f;
+/// Whether the unit could end a line, steer a terminal, or is no character at all.
+bool mustBeEscaped(const Utf8Unit& unit) {
+    const char32_t c = unit.codePoint;
+    const bool control = c < 0x20 || (c >= 0x7f && c <= 0x9f);
+    const bool separator = c == 0x2028 || c == 0x2029; // Of lines and of paragraphs.
+    return !unit.valid || control || separator;
 }
 
-void appendEscaped(std::string& line, char c) {
+void appendEscaped(std::string& line, std::string_view bytes) {
     static constexpr char hexDigits[] = "0123456789ABCDEF";
-    const auto byte = static_cast<unsigned char>(c);
-    line.append("\\x");
-    line.push_back(hexDigits[byte >> 4]);
-    line.push_back(hexDigits[byte & 0xf]);
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        line.append("\\x");
+        line.push_back(hexDigits[byte >> 4]);
+        line.push_back(hexDigits[byte & 0xf]);
+    }
 }
 
 } // namespace
@@ -34,11 +40,14 @@ void Log::skipAsNote(const Outcome& outcome) {
 void Log::writeLine(Level level, std::string_view text) {
     std::string line;
     line.reserve(text.size());
-    for (const char c : text) {
-        if (isControl(c))
-            appendEscaped(line, c);
+    for (std::size_t position = 0; position < text.size();) {
+        const Utf8Unit unit = decodeUtf8(text, position);
+        const std::string_view bytes = text.substr(position, unit.length);
+        if (mustBeEscaped(unit))
+            appendEscaped(line, bytes);
         else
-            line.push_back(c);
+            line.append(bytes);
+        position += unit.length;
     }
     write(level, line);
 }

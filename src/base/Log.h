@@ -8,7 +8,8 @@ namespace wendmark {
 class Outcome;
 
 /// Takes what the author is not told but whoever looks for the cause must find: one line for each event.
-/// Control characters in a text are written as "\xHH", so that a file name can never forge a line.
+/// Control characters, line separators and bytes that are no UTF-8 are written as "\xHH", so that a file name
+/// can neither forge a line nor steer a terminal.
 class Log {
 public:
     enum class Level {
