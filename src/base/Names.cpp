@@ -41,8 +41,10 @@ bool matchesLowerCase(std::string_view name, std::string_view pattern) {
             ++inName;
             ++inPattern;
         } else if (star != std::string_view::npos) {
+            // Whole characters, lest "?" count the bytes of one as several.
+            nameAtStar += decodeUtf8(name, nameAtStar).length;
+            inName = nameAtStar;
             inPattern = star + 1;
-            inName = ++nameAtStar;
         } else {
             return false;
         }
