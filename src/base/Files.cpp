@@ -209,10 +209,11 @@ Outcome write(const std::string& path, std::string_view bytes) {
 }
 
 Outcome copy(const std::string& from, const std::string& to) {
-    if (same(from, to))
+    const fs::path source = existing(from);
+    if (same(toUtf8(source), to))
         return Outcome::failure("copy", from, std::make_error_code(std::errc::file_exists));
     TemporaryFile temporary(toPath(to));
-    std::error_code error = copyContents(existing(from), temporary.path());
+    std::error_code error = copyContents(source, temporary.path());
     if (!error)
         error = temporary.renameOverTarget();
     return outcomeOf("copy", from + " to " + to, error);
@@ -234,8 +235,11 @@ Outcome move(const std::string& from, const std::string& to) {
 }
 
 Outcome remove(const std::string& path) {
+    const fs::path file = toPath(path);
     std::error_code error;
-    if (!fs::remove(toPath(path), error) && !error)
+    if (fs::is_directory(fs::symlink_status(file, error)))
+        error = std::make_error_code(std::errc::is_a_directory);
+    else if (!fs::remove(file, error) && !error)
         error = std::make_error_code(std::errc::no_such_file_or_directory);
     return outcomeOf("remove", path, error);
 }

@@ -85,9 +85,11 @@ TEST(Windows1252, referencesOfMissingCharactersAreReadBack) {
     EXPECT_EQ(decodeHtml("&#&#8594;"), "&#→");
 }
 
-TEST(Windows1252, everyMissingCharacterButTheUpperControlsComesBack) {
+TEST(Windows1252, missingCharactersComeBackExceptForTheUpperControls) {
+    constexpr char32_t stepBeyondTheFirstPlane = 61;
     std::string text;
-    for (char32_t character = 0; character <= 0x10ffff; ++character) {
+    for (char32_t character = 0; character <= 0x10ffff;
+         character += character < 0x10000 ? 1 : stepBeyondTheFirstPlane) {
         const bool surrogate = character >= 0xd800 && character <= 0xdfff;
         const bool upperControl = character >= 0x80 && character <= 0x9f;
         if (!surrogate && !upperControl)
@@ -157,7 +159,7 @@ std::string randomBytes(std::mt19937& random) {
 
 TEST(Windows1252, anyBytesSurviveReadingAndWriting) {
     std::mt19937 random(1252);
-    for (int round = 0; round < 20000; ++round) {
+    for (int round = 0; round < 5000; ++round) {
         const std::string bytes = randomBytes(random);
         ASSERT_EQ(encodeHtml(decodeHtml(bytes)), bytes) << "round " << round;
         ASSERT_EQ(encodeAddress(decode(bytes)), bytes) << "round " << round;

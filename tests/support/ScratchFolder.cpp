@@ -56,7 +56,7 @@ std::map<std::string, std::string> folderContents(const std::string& folder) {
     std::map<std::string, std::string> contents;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
         if (entry.is_regular_file())
-            contents[fs::relative(entry.path(), folder).string()] = readFile(entry.path().string());
+            contents[entry.path().lexically_relative(folder).string()] = readFile(entry.path().string());
     }
     return contents;
 }

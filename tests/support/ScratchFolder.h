@@ -32,7 +32,7 @@ std::string readFile(const std::string& path);
 
 bool exists(const std::string& path);
 
-/// Every file below a folder, by its path relative to it, with its contents. Dot names included.
+/// Every file below a folder, by its path relative to it, with its contents. Dot names and links included.
 std::map<std::string, std::string> folderContents(const std::string& folder);
 
 /// The lines joined by CR LF, with one at the end.
