@@ -42,8 +42,11 @@ TestTour::TestTour()
 }
 
 void TestTour::useShippedTemplates() {
-    fs::copy(WENDMARK_ASSETS "/Template", workspace.folders().templatePath,
-             fs::copy_options::overwrite_existing);
+    useTemplates(WENDMARK_ASSETS "/Template");
+}
+
+void TestTour::useGoldenTemplates() {
+    useTemplates(WENDMARK_TESTS "/golden/Template");
 }
 
 void TestTour::writeTemplate(std::string_view name, std::string_view bytes) {
@@ -69,6 +72,12 @@ void TestTour::addStop(std::string_view title, std::string_view address, std::st
     model.stopURL.at(i) = address;
     model.stopNarration.at(i) = narration;
     model.stopInstruction.at(i) = instruction;
+}
+
+void TestTour::useTemplates(const std::string& folder) {
+    // Without "recursive", an option to overwrite makes it copy nothing at all.
+    fs::copy(folder, workspace.folders().templatePath,
+             fs::copy_options::recursive | fs::copy_options::overwrite_existing);
 }
 
 std::vector<std::string> splitCrlfLines(std::string_view text) {

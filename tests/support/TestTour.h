@@ -63,6 +63,9 @@ public:
     /// Copies the templates that the program comes with into the Template folder.
     void useShippedTemplates();
 
+    /// Copies the small templates of the golden tours, which hold every marker that the generators need.
+    void useGoldenTemplates();
+
     void writeTemplate(std::string_view name, std::string_view bytes);
     void writeWorking(std::string_view name, std::string_view bytes);
     std::string working(std::string_view name) const;
@@ -73,6 +76,9 @@ public:
     /// Adds a stop with these texts at the end of the tour.
     void addStop(std::string_view title, std::string_view address, std::string_view narration = "Words.\r\n",
                  std::string_view instruction = "Do it.\r\n");
+
+private:
+    void useTemplates(const std::string& folder);
 };
 
 /// Splits a text into its lines; throws when one does not end in CR LF.
