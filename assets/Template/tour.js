@@ -1,14 +1,14 @@
 'use strict';
 
 /**
- * The frameset of a tour. It knows which stop is shown, shows its page in the site frame, loads stops ahead and
- * leaves the tour. The pages in its frames ask for these things by messages (see tourpage.js).
+ * The frameset of a tour. It knows which stop is shown, shows its page in the site frame, has the stops loaded
+ * ahead and leaves the tour. The pages in its frames ask for these things by messages (see tourpage.js).
  */
 
 /** Address of the folder of the tour, with a slash at its end. Stop pages reach their local files by it. */
 var homePath = new URL('.', location.href).href;
 
-/** Called when the frameset has loaded. */
+/** Called when the frameset has loaded: begins to load the stops ahead, if the tour wants that. */
 var startTimers;
 
 (() => {
@@ -19,7 +19,7 @@ var startTimers;
     nav: 'Navigator',
     ahead: 'Stops loaded ahead',
   };
-  const narrowWindow = matchMedia('(max-width: 600px)');
+  const narrowWidth = 600;
   const entriesKept = 50; // Browsers drop the oldest entries of a longer history, so steps cannot be counted then.
 
   let wantedStop = 0;
@@ -29,15 +29,6 @@ var startTimers;
   const frameElement = (name) => document.querySelector(`frame[name="${name}"]`);
   const frameWindow = (name) => frameElement(name)?.contentWindow;
   const stopPage = (stop) => `${homePath}page${stop}.htm`;
-
-  /** An address that may be shown: never script, whoever asks for it. */
-  function isPage(address) {
-    try {
-      return ['http:', 'https:', 'file:'].includes(new URL(address).protocol);
-    } catch (error) {
-      return false;
-    }
-  }
 
   // Showing stops
 
@@ -59,7 +50,7 @@ var startTimers;
   // The site frame's entry in the browser's history is replaced: the one that the narration frame made is enough,
   // and going back brings both frames back.
   function showInSiteFrame(address) {
-    if (isPage(address))
+    if (isPageAddress(address))
       frameWindow('mw').location.replace(address);
   }
 
@@ -104,7 +95,7 @@ var startTimers;
 
   function returnToStartPage() {
     const embedded = parent !== self;
-    const startPage = isPage(visit.startPage) ? visit.startPage : '';
+    const startPage = isPageAddress(visit.startPage) ? visit.startPage : '';
     if (embedded || !(startPage || visit.linked))
       requestStop(0);
     else if (visit.entry > 1 && history.length < entriesKept)
@@ -133,58 +124,15 @@ var startTimers;
   function leaveTour() {
     const text = String(homePage).trim();
     const address = text && text !== 'AUTO' ? homeAddress(text) : '';
-    if (isPage(address))
+    if (isPageAddress(address))
       location.href = address;
     else
       returnToStartPage();
   }
 
-  // Loading ahead
-
-  const ahead = { stop: 0, address: '', pageLoaded: false, timer: 0 };
-
-  function loadNextAhead() {
-    clearTimeout(ahead.timer);
-    Object.assign(ahead, { stop: ahead.stop + 1, address: '', pageLoaded: false, showsSite: false });
-    const frame = frameWindow('ahead');
-    if (ahead.stop > numStops) {
-      frameElement('ahead').onload = null;
-      frame.location.replace(`${homePath}tourblank.htm`);
-      return;
-    }
-    ahead.timer = setTimeout(loadNextAhead, bufDelay);
-    frame.location.replace(stopPage(ahead.stop));
-  }
-
-  // The stop page has loaded and has told its address, in either order: now comes what the visitor will see.
-  function loadSiteAhead() {
-    if (!ahead.pageLoaded || !ahead.address)
-      return;
-    ahead.showsSite = true;
-    frameWindow('ahead').location.replace(ahead.address);
-  }
-
-  function aheadFrameLoaded() {
-    if (ahead.showsSite) {
-      loadNextAhead();
-      return;
-    }
-    ahead.pageLoaded = true;
-    loadSiteAhead();
-  }
-
-  function aheadTold(stop, address) {
-    if (stop !== ahead.stop || !isPage(address))
-      return;
-    ahead.address = address;
-    loadSiteAhead();
-  }
-
   startTimers = () => {
-    if (!bufFlag || numStops < 1)
-      return;
-    frameElement('ahead').onload = aheadFrameLoaded;
-    loadNextAhead();
+    if (bufFlag)
+      tell('ahead', { tour: 'load-ahead', stopCount: numStops, timeForEach: bufDelay });
   };
 
   // Messages
@@ -221,12 +169,11 @@ var startTimers;
     },
     ahead: {
       hello: () => welcome('ahead'),
-      stop: ({ stop, address }) => aheadTold(stop, address),
     },
   };
 
   function openSubStop(address) {
-    if (isPage(address))
+    if (isPageAddress(address))
       frameWindow('mw').location.href = address;
   }
 
@@ -244,34 +191,34 @@ var startTimers;
 
   // Frames
 
-  function titleFrames() {
-    for (const [name, title] of Object.entries(frameTitles)) {
-      const frame = frameElement(name);
-      if (frame && !frame.title)
-        frame.title = title;
+  /** Gives the frames what their generated lines lack: names for screen readers and calm borders. */
+  function prepareFrames() {
+    const line = getComputedStyle(document.documentElement).getPropertyValue('--line').trim();
+    for (const frameset of document.querySelectorAll('frameset:not([border])')) {
+      frameset.setAttribute('border', '2');
+      frameset.setAttribute('bordercolor', line);
     }
+    for (const frame of document.querySelectorAll('frame:not([title])'))
+      frame.title = frameTitles[frame.name] || '';
   }
 
   /** In a narrow window the logo gives way and the narration gets more room. */
-  function fitFrames() {
-    const [outer, inner] = document.querySelectorAll('frameset');
-    const { rows, cols } = generatedSizes;
+  function fitFrames({ outer, inner, rows, cols }) {
+    const narrow = innerWidth <= narrowWidth;
     const [, narHeight] = rows.split(',').map(Number);
     const [, , navWidth] = cols.split(',').map(Number);
-    outer.rows = narrowWindow.matches ? `*,${Math.max(narHeight, 200)},0` : rows;
-    inner.cols = narrowWindow.matches ? `0,*,${navWidth}` : cols;
-    document.documentElement.classList.toggle('narrow', narrowWindow.matches);
+    const room = Math.min(200, Math.round(innerHeight * 0.45));
+    outer.rows = narrow ? `*,${Math.max(narHeight, room)},0` : rows;
+    inner.cols = narrow ? `0,*,${navWidth}` : cols;
+    document.documentElement.classList.toggle('narrow', narrow);
   }
-
-  let generatedSizes = null;
 
   function framesParsed(firstStop) {
     const [outer, inner] = document.querySelectorAll('frameset');
-    generatedSizes = { rows: outer.rows, cols: inner.cols };
+    const generated = { outer, inner, rows: outer.rows, cols: inner.cols };
+    fitFrames(generated);
+    addEventListener('resize', () => fitFrames(generated));
     document.title = new DOMParser().parseFromString(document.title, 'text/html').body.textContent.trim();
-    titleFrames();
-    fitFrames();
-    narrowWindow.addEventListener('change', fitFrames);
     if (firstStop > 0 && firstStop <= numStops)
       frameWindow('nar').location.replace(stopPage(firstStop));
   }
@@ -288,7 +235,14 @@ var startTimers;
     const firstStop = rememberStart();
     addEventListener('message', receive);
     addEventListener('keydown', pressKey);
-    document.addEventListener('DOMContentLoaded', () => framesParsed(firstStop));
+    // Borders count only if they are set before the frames are laid out for the first time.
+    const parsing = new MutationObserver(prepareFrames);
+    parsing.observe(document.documentElement, { childList: true, subtree: true });
+    document.addEventListener('DOMContentLoaded', () => {
+      parsing.disconnect();
+      prepareFrames();
+      framesParsed(firstStop);
+    });
   }
 
   // A stop page that was opened alone asks in an invisible frame whether the tour is there.

@@ -25,7 +25,7 @@
   }
 
   document.addEventListener('click', press);
-  tourPage.hear('state', (state) => tourPage.documentReady.then(() => show(state)));
+  tourPage.hear('state', show);
   tourPage.hear('status', (message) => {
     window.status = message.text;
   });

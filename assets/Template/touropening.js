@@ -8,7 +8,7 @@
   };
 
   tourPage.tell({ tour: 'opening' });
-  tourPage.hear('state', (state) => tourPage.documentReady.then(() => {
+  tourPage.hear('state', (state) => {
     document.getElementById('invitation').innerHTML = state.stopCount > 0 ? sentences.ready : sentences.empty;
-  }));
+  });
 })();

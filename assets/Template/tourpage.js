@@ -21,7 +21,7 @@ const tourPage = (() => {
       frameset.postMessage(message, '*');
   }
 
-  /** Calls the handler for each message of this kind that the frameset sends. */
+  /** Calls the handler for each message of this kind that the frameset sends, once the document is ready. */
   function hear(kind, handler) {
     (handlers[kind] = handlers[kind] || []).push(handler);
   }
@@ -29,15 +29,17 @@ const tourPage = (() => {
   function receive(event) {
     if (!frameset || event.source !== frameset || !event.data)
       return;
-    for (const handler of handlers[event.data.tour] || [])
-      handler(event.data);
+    documentReady.then(() => {
+      for (const handler of handlers[event.data.tour] || [])
+        handler(event.data);
+    });
   }
 
   function enterTour(state) {
     if (inTour)
       return;
     inTour = true;
-    documentReady.then(() => adaptLinks(state));
+    adaptLinks(state);
   }
 
   function adaptLinks(state) {
@@ -53,14 +55,12 @@ const tourPage = (() => {
   }
 
   function markCurrentStop(state) {
-    documentReady.then(() => {
-      for (const link of document.querySelectorAll('.contents a[href]')) {
-        if (link.getAttribute('href') === `page${state.stop}.htm`)
-          link.setAttribute('aria-current', 'step');
-        else
-          link.removeAttribute('aria-current');
-      }
-    });
+    for (const link of document.querySelectorAll('.contents a[href]')) {
+      if (link.getAttribute('href') === `page${state.stop}.htm`)
+        link.setAttribute('aria-current', 'step');
+      else
+        link.removeAttribute('aria-current');
+    }
   }
 
   function setTitle() {
@@ -82,8 +82,11 @@ const tourPage = (() => {
   addEventListener('keydown', pressKey);
   hear('state', enterTour);
   hear('state', markCurrentStop);
-  documentReady.then(setTitle);
-  tell({ tour: 'hello' });
+  // The answer to the greeting must find every script of the page in place.
+  documentReady.then(() => {
+    setTitle();
+    tell({ tour: 'hello' });
+  });
 
   return { tell, hear, documentReady, isInTour: () => inTour };
 })();

@@ -91,7 +91,8 @@
   }
 
   async function leaveSolitude() {
-    await tourPage.documentReady;
+    if (tourPage.isInTour())
+      return;
     if (await findTour())
       bringIntoTour();
     else
@@ -105,11 +106,10 @@
   };
 
   tourPage.hear('announce', announce);
+  tourPage.hear('state', aimLinks);
   tourPage.tell(readStop());
-  tourPage.documentReady.then(linkAddress);
-  tourPage.hear('state', () => tourPage.documentReady.then(aimLinks));
-  setTimeout(() => {
-    if (!tourPage.isInTour())
-      leaveSolitude();
-  }, parent === self ? 0 : framesetPatience);
+  tourPage.documentReady.then(() => {
+    linkAddress();
+    setTimeout(leaveSolitude, parent === self ? 0 : framesetPatience);
+  });
 })();
