@@ -1,0 +1,3 @@
+import { playEverywhere } from './suites/everywhere.mjs';
+
+playEverywhere('chromium');

@@ -1,0 +1,85 @@
+import { createReadStream } from 'node:fs';
+import { stat } from 'node:fs/promises';
+import { createServer } from 'node:http';
+import { extname, join, normalize } from 'node:path';
+import { EventLog } from './event-log.mjs';
+
+const contentTypes = {
+  '.htm': 'text/html',
+  '.html': 'text/html',
+  '.js': 'text/javascript',
+  '.css': 'text/css',
+  '.gif': 'image/gif',
+  '.png': 'image/png',
+  '.svg': 'image/svg+xml',
+  '.txt': 'text/plain',
+};
+
+async function listen(server) {
+  await new Promise((resolve) => server.listen(0, '127.0.0.1', resolve));
+  return server.address().port;
+}
+
+async function close(server) {
+  server.closeAllConnections();
+  await new Promise((resolve) => server.close(resolve));
+}
+
+async function sendFile(path, response) {
+  const found = await stat(path).catch(() => null);
+  if (!found?.isFile()) {
+    response.writeHead(404, { 'content-type': 'text/plain' }).end('Not found');
+    return;
+  }
+  response.writeHead(200, { 'content-type': contentTypes[extname(path)] ?? 'application/octet-stream' });
+  createReadStream(path).pipe(response);
+}
+
+/**
+ * Serves a folder on the loopback address. `requests` logs every request as {path, at}, `at` in milliseconds. A path that is held gets no
+ * answer until it is released.
+ */
+export async function serveFolder(folder) {
+  const requests = new EventLog('request');
+  const held = new Map();
+  const server = createServer(async (request, response) => {
+    const path = decodeURIComponent(new URL(request.url, 'http://server').pathname);
+    requests.add({ path, at: performance.now() });
+    await held.get(path)?.opened;
+    await sendFile(join(folder, normalize(path)), response);
+  });
+  const origin = `http://127.0.0.1:${await listen(server)}/`;
+  return {
+    origin,
+    requests,
+    hold(path) {
+      const gate = {};
+      gate.opened = new Promise((resolve) => { gate.open = resolve; });
+      held.set(path, gate);
+    },
+    release(path) {
+      held.get(path).open();
+      held.delete(path);
+    },
+    close: () => close(server),
+  };
+}
+
+/**
+ * The way out for every address that is not on the loopback: nothing gets through, and `requests` logs each host
+ * that the browser tried to reach as {host}.
+ */
+export async function startDeadEnd() {
+  const requests = new EventLog('request to the outside');
+  const server = createServer((request, response) => {
+    requests.add({ host: new URL(request.url).host });
+    response.writeHead(502).end();
+  });
+  server.on('connect', (request, socket) => {
+    requests.add({ host: request.url });
+    socket.on('error', () => {});
+    socket.end('HTTP/1.1 502 Bad Gateway\r\n\r\n');
+  });
+  const port = await listen(server);
+  return { port, requests, close: () => close(server) };
+}
