@@ -12,7 +12,7 @@ inline constexpr std::string_view lineBreak = "\r\n";
 /// what follows the last line end does not when it is empty. The text must outlive the walk.
 class TextLines final {
 public:
-    explicit TextLines(std::string_view text) : m_text(text) {}
+    explicit TextLines(std::string_view text) : m_text(text), m_lineFeed(lineFeedFrom(0)) {}
 
     /// The next line without its end; nothing at the end of the text, again and again.
     std::optional<std::string_view> next();
@@ -20,8 +20,12 @@ public:
     bool atEnd() const { return m_position >= m_text.size(); }
 
 private:
+    /// The end of the text when there is none.
+    std::size_t lineFeedFrom(std::size_t position) const;
+
     std::string_view m_text;
     std::size_t m_position = 0;
+    std::size_t m_lineFeed; ///< The first one at or after m_position, unless it lies before that.
 };
 
 } // namespace wendmark

@@ -1,5 +1,8 @@
 #include "base/Utf8.h"
 
+#include <cstdint>
+#include <cstring>
+
 namespace wendmark {
 
 namespace {
@@ -50,6 +53,19 @@ Utf8Unit decodeUtf8(std::string_view utf8, std::size_t position) {
     return {codePoint, length, true};
 }
 
+std::size_t asciiRunLength(std::string_view text, std::size_t position) {
+    constexpr std::uint64_t highBits = 0x8080808080808080;
+    std::size_t end = position;
+    for (std::uint64_t eightBytes = 0; end + sizeof eightBytes <= text.size(); end += sizeof eightBytes) {
+        std::memcpy(&eightBytes, text.data() + end, sizeof eightBytes);
+        if ((eightBytes & highBits) != 0)
+            break;
+    }
+    while (end < text.size() && byteAt(text, end) < 0x80)
+        ++end;
+    return end - position;
+}
+
 void appendUtf8(std::string& utf8, char32_t codePoint) {
     const auto append = [&utf8](char32_t byte) { utf8.push_back(static_cast<char>(byte)); };
     const auto appendContinuation = [&](int shift) { append(0x80 | ((codePoint >> shift) & 0x3f)); };
@@ -73,6 +89,11 @@ void appendUtf8(std::string& utf8, char32_t codePoint) {
 std::size_t utf16Length(std::string_view utf8) {
     std::size_t units = 0;
     for (std::size_t position = 0; position < utf8.size();) {
+        const std::size_t ascii = asciiRunLength(utf8, position);
+        units += ascii;
+        position += ascii;
+        if (position == utf8.size())
+            break;
         const Utf8Unit unit = decodeUtf8(utf8, position);
         units += unit.codePoint > 0xffff ? 2 : 1;
         position += unit.length;

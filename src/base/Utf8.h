@@ -17,6 +17,10 @@ struct Utf8Unit {
 /// surrogates and values above U+10FFFF are not valid.
 Utf8Unit decodeUtf8(std::string_view utf8, std::size_t position);
 
+/// How many of the bytes from `position` on are ASCII, up to the first that is not. Texts are mostly ASCII,
+/// and such a run needs no decoding.
+std::size_t asciiRunLength(std::string_view text, std::size_t position);
+
 /// Appends `codePoint` (a Unicode scalar value) as UTF-8.
 void appendUtf8(std::string& utf8, char32_t codePoint);
 

@@ -36,6 +36,11 @@ std::string encode(std::string_view utf8, AppendMissing appendMissing) {
     std::string bytes;
     bytes.reserve(utf8.size());
     for (std::size_t position = 0; position < utf8.size();) {
+        if (const std::size_t ascii = asciiRunLength(utf8, position); ascii > 0) {
+            bytes.append(utf8, position, ascii);
+            position += ascii;
+            continue;
+        }
         const Utf8Unit unit = decodeUtf8(utf8, position);
         const std::string_view source = utf8.substr(position, unit.length);
         if (!unit.valid)
@@ -87,6 +92,17 @@ std::optional<Reference> referenceAt(std::string_view bytes, std::size_t positio
     return Reference{static_cast<char32_t>(value), static_cast<std::size_t>(next - text.data()) + 1};
 }
 
+/// Appends bytes that hold no references.
+void appendDecoded(std::string& utf8, std::string_view bytes) {
+    for (std::size_t position = 0; position < bytes.size();) {
+        const std::size_t ascii = asciiRunLength(bytes, position);
+        utf8.append(bytes, position, ascii);
+        position += ascii;
+        if (position < bytes.size())
+            appendUtf8(utf8, characterOf(static_cast<unsigned char>(bytes[position++])));
+    }
+}
+
 } // namespace
 
 std::string encodeHtml(std::string_view utf8) {
@@ -101,10 +117,13 @@ std::string decodeHtml(std::string_view bytes) {
     std::string utf8;
     utf8.reserve(bytes.size());
     for (std::size_t position = 0; position < bytes.size();) {
-        const auto byte = static_cast<unsigned char>(bytes[position]);
-        const std::optional<Reference> reference =
-            byte == '&' ? referenceAt(bytes, position) : std::optional<Reference>();
-        appendUtf8(utf8, reference ? reference->character : characterOf(byte));
+        const std::size_t ampersand = std::min(bytes.find('&', position), bytes.size());
+        appendDecoded(utf8, bytes.substr(position, ampersand - position));
+        position = ampersand;
+        if (position == bytes.size())
+            break;
+        const std::optional<Reference> reference = referenceAt(bytes, position);
+        appendUtf8(utf8, reference ? reference->character : U'&');
         position += reference ? reference->length : 1;
     }
     return utf8;
@@ -113,8 +132,7 @@ std::string decodeHtml(std::string_view bytes) {
 std::string decode(std::string_view bytes) {
     std::string utf8;
     utf8.reserve(bytes.size());
-    for (const char c : bytes)
-        appendUtf8(utf8, characterOf(static_cast<unsigned char>(c)));
+    appendDecoded(utf8, bytes);
     return utf8;
 }
 
