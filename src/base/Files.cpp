@@ -30,15 +30,28 @@ std::error_code lastError() {
     return std::error_code(errno != 0 ? errno : EIO, std::generic_category());
 }
 
+/// A path and what it leads to.
+struct Found {
+    fs::path path;
+    fs::file_status status;
+    std::error_code error; ///< Why the status is not known.
+};
+
+Found lookAt(fs::path path) {
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    return {std::move(path), status, error};
+}
+
 /// The file that a look-up of `path` finds: the one of exactly this name, else the first one whose name
 /// differs only in case, else `path` itself.
-fs::path existing(const std::string& path) {
-    fs::path wanted = toPath(path);
+Found find(const std::string& path) {
+    Found exact = lookAt(toPath(path));
     std::error_code error;
-    if (fs::exists(fs::symlink_status(wanted, error)))
-        return wanted;
-    const std::string wantedName = lowerCase(toUtf8(wanted.filename()));
-    const fs::path folder = wanted.parent_path();
+    if (fs::exists(exact.status) || fs::exists(fs::symlink_status(exact.path, error)))
+        return exact;
+    const std::string wantedName = lowerCase(toUtf8(exact.path.filename()));
+    const fs::path folder = exact.path.parent_path();
     std::string found;
     fs::directory_iterator entry(folder, error);
     for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
@@ -46,17 +59,15 @@ fs::path existing(const std::string& path) {
         if (lowerCase(name) == wantedName && (found.empty() || name < found))
             found = name;
     }
-    return found.empty() ? wanted : folder / toPath(found);
+    return found.empty() ? exact : lookAt(folder / toPath(found));
 }
 
-/// Why `path` must not be opened; no error for a regular file or a link to one.
-std::error_code whyNotRegular(const fs::path& path) {
-    std::error_code error;
-    const fs::file_status status = fs::status(path, error);
-    if (error || fs::is_regular_file(status))
-        return error;
-    return std::make_error_code(fs::is_directory(status) ? std::errc::is_a_directory
-                                                         : std::errc::not_supported);
+/// Why what was found must not be opened; no error for a regular file or a link to one.
+std::error_code whyNotRegular(const Found& found) {
+    if (found.error || fs::is_regular_file(found.status))
+        return found.error;
+    return std::make_error_code(fs::is_directory(found.status) ? std::errc::is_a_directory
+                                                               : std::errc::not_supported);
 }
 
 struct CloseFile {
@@ -69,36 +80,51 @@ OpenFile openFile(const fs::path& path, const char* mode) {
     return OpenFile(std::fopen(path.string().c_str(), mode));
 }
 
-/// Reads to the end; an error leaves what came before it in `bytes`.
-std::error_code readAll(std::FILE* file, std::string& bytes) {
-    std::array<char, 65536> block{};
+/// Reads to the end; after an error `bytes` holds what came before it.
+std::error_code readAll(std::FILE* file, std::size_t expectedSize, std::string& bytes) {
+    constexpr std::size_t least = 4096;
+    std::setvbuf(file, nullptr, _IONBF, 0);
     std::size_t count = 0;
-    while ((count = std::fread(block.data(), 1, block.size(), file)) > 0)
-        bytes.append(block.data(), count);
+    do {
+        bytes.resize(std::max({least, expectedSize + 1, 2 * count}));
+        count += std::fread(bytes.data() + count, 1, bytes.size() - count, file);
+    } while (count == bytes.size());
+    bytes.resize(count);
     return std::ferror(file) != 0 ? lastError() : std::error_code();
 }
 
+/// Writes a file of a name that is free. After a failure there is none.
 std::error_code writeNew(const fs::path& path, std::string_view bytes) {
     OpenFile file = openFile(path, "wbx");
     if (!file)
         return lastError();
     std::setvbuf(file.get(), nullptr, _IONBF, 0);
+    std::error_code error;
     if (std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size())
-        return lastError();
+        error = lastError();
     errno = 0;
-    return std::fclose(file.release()) == 0 ? std::error_code() : lastError();
+    if (std::fclose(file.release()) != 0 && !error)
+        error = lastError();
+    std::error_code ignored;
+    if (error)
+        fs::remove(path, ignored);
+    return error;
 }
 
-std::error_code copyContents(const fs::path& from, const fs::path& to) {
+/// Same for a copy of what was found.
+std::error_code copyNewFile(const Found& from, const fs::path& to) {
     std::error_code error = whyNotRegular(from);
-    if (!error)
-        fs::copy_file(from, to, fs::copy_options::none, error);
     if (error)
         return error;
+    if (fs::exists(fs::symlink_status(to, error)))
+        return std::make_error_code(std::errc::file_exists);
+    fs::copy_file(from.path, to, fs::copy_options::none, error);
     // A copy of a read-only template is the author's own and may be edited.
-    const fs::perms mode = fs::status(to, error).permissions();
-    if (!error && (mode & fs::perms::owner_write) == fs::perms::none)
+    if (!error && (from.status.permissions() & fs::perms::owner_write) == fs::perms::none)
         fs::permissions(to, fs::perms::owner_write, fs::perm_options::add, error);
+    std::error_code ignored;
+    if (error)
+        fs::remove(to, ignored);
     return error;
 }
 
@@ -111,37 +137,35 @@ std::string randomDigits() {
     return digits;
 }
 
-/// A file beside its target that is removed again unless it was renamed over the target. Its name begins with
-/// a dot, so that one left behind by a crash is never taken for a file of the tour.
-class TemporaryFile final {
-public:
-    explicit TemporaryFile(const fs::path& target)
-        : m_target(target), m_path(target.parent_path() / (".wendmark-" + randomDigits() + ".tmp")) {}
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-    ~TemporaryFile() {
-        std::error_code ignored;
-        if (m_created)
-            fs::remove(m_path, ignored);
-    }
-
-    const fs::path& path() {
-        m_created = true;
-        return m_path;
-    }
-
-    std::error_code renameOverTarget() {
-        std::error_code error;
-        fs::rename(m_path, m_target, error);
-        m_created = static_cast<bool>(error);
+/// `make` makes a file of a free name, or none and says why.
+template <typename Make>
+std::error_code replaceCompleteOrNot(const fs::path& target, Make make) {
+    // Its name begins with a dot, so that one left behind by a crash is never taken for a file of the tour.
+    const fs::path temporary = target.parent_path() / (".wendmark-" + randomDigits() + ".tmp");
+    std::error_code error = make(temporary);
+    if (error)
         return error;
-    }
+    fs::rename(temporary, target, error);
+    std::error_code ignored;
+    if (error)
+        fs::remove(temporary, ignored);
+    return error;
+}
 
-private:
-    fs::path m_target;
-    fs::path m_path;
-    bool m_created = false;
-};
+template <typename Make>
+std::error_code replaceOldFirst(const fs::path& target, Make make) {
+    std::error_code error = make(target);
+    std::error_code ignored;
+    if (error != std::errc::file_exists || fs::is_directory(fs::symlink_status(target, ignored)))
+        return error;
+    return fs::remove(target, error) ? make(target) : error;
+}
+
+template <typename Make>
+std::error_code replace(const std::string& target, Replacing replacing, Make make) {
+    return replacing == Replacing::oldFirst ? replaceOldFirst(toPath(target), make)
+                                            : replaceCompleteOrNot(toPath(target), make);
+}
 
 Outcome outcomeOf(std::string_view action, const std::string& path, const std::error_code& error) {
     return error ? Outcome::failure(action, path, error) : Outcome::success();
@@ -183,49 +207,47 @@ std::string join(std::string_view folder, std::string_view name) {
 }
 
 bool canBeRead(const std::string& path) {
-    const fs::path found = existing(path);
-    return !whyNotRegular(found) && openFile(found, "rb") != nullptr;
+    const Found found = find(path);
+    return !whyNotRegular(found) && openFile(found.path, "rb") != nullptr;
 }
 
 Contents read(const std::string& path) {
-    const fs::path found = existing(path);
+    const Found found = find(path);
     Contents contents{Outcome::success(), {}};
     std::error_code error = whyNotRegular(found);
     if (!error) {
-        const OpenFile file = openFile(found, "rb");
-        error = file ? readAll(file.get(), contents.bytes) : lastError();
+        std::error_code sizeUnknown;
+        const std::uintmax_t size = fs::file_size(found.path, sizeUnknown);
+        const OpenFile file = openFile(found.path, "rb");
+        error = file ? readAll(file.get(), sizeUnknown ? 0 : size, contents.bytes) : lastError();
     }
     if (error)
         return {Outcome::failure("read", path, error), {}};
     return contents;
 }
 
-Outcome write(const std::string& path, std::string_view bytes) {
-    TemporaryFile temporary(toPath(path));
-    std::error_code error = writeNew(temporary.path(), bytes);
-    if (!error)
-        error = temporary.renameOverTarget();
-    return outcomeOf("write", path, error);
+Outcome write(const std::string& path, std::string_view bytes, Replacing replacing) {
+    const auto make = [&](const fs::path& target) { return writeNew(target, bytes); };
+    return outcomeOf("write", path, replace(path, replacing, make));
 }
 
-Outcome copy(const std::string& from, const std::string& to) {
-    const fs::path source = existing(from);
-    if (same(toUtf8(source), to))
+Outcome copy(const std::string& from, const std::string& to, Replacing replacing) {
+    const Found source = find(from);
+    std::error_code error;
+    if (fs::equivalent(source.path, toPath(to), error))
         return Outcome::failure("copy", from, std::make_error_code(std::errc::file_exists));
-    TemporaryFile temporary(toPath(to));
-    std::error_code error = copyContents(source, temporary.path());
-    if (!error)
-        error = temporary.renameOverTarget();
-    return outcomeOf("copy", from + " to " + to, error);
+    const auto make = [&](const fs::path& target) { return copyNewFile(source, target); };
+    return outcomeOf("copy", from + " to " + to, replace(to, replacing, make));
 }
 
 Outcome copyNew(const std::string& from, const std::string& to) {
-    const fs::path target = toPath(to);
-    const std::error_code error = copyContents(existing(from), target);
-    std::error_code ignored;
-    if (error && error != std::errc::file_exists)
-        fs::remove(target, ignored);
-    return outcomeOf("copy", from + " to " + to, error);
+    return outcomeOf("copy", from + " to " + to, copyNewFile(find(from), toPath(to)));
+}
+
+Outcome link(const std::string& from, const std::string& to) {
+    std::error_code error;
+    fs::create_hard_link(toPath(from), toPath(to), error);
+    return outcomeOf("link", from + " to " + to, error);
 }
 
 Outcome move(const std::string& from, const std::string& to) {
@@ -282,6 +304,16 @@ Listing list(const std::string& folder, Links links, std::string_view pattern) {
     std::sort(listing.names.begin(), listing.names.end());
     std::sort(listing.leadOut.begin(), listing.leadOut.end());
     return listing;
+}
+
+std::vector<std::string> otherSpellings(const std::string& folder, const std::set<std::string>& names) {
+    std::vector<std::string> others = list(folder, Links::anywhere).names;
+    std::erase_if(others, [&](const std::string& name) {
+        const std::string lowered = lowerCase(name);
+        // A disk that ignores case may still list a replaced file under its old spelling.
+        return name == lowered || !names.contains(lowered) || same(join(folder, name), join(folder, lowered));
+    });
+    return others;
 }
 
 Listing listRemovable(const std::string& folder) {

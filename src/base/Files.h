@@ -2,6 +2,7 @@
 
 #include "base/Outcome.h"
 
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,17 +25,31 @@ struct Contents {
 
 Contents read(const std::string& path);
 
-/// Replaces the file at `path`, complete or not at all: writes a temporary file beside it and renames that
-/// over it. After a failure the old file is what it was and no temporary file is left.
-Outcome write(const std::string& path, std::string_view bytes);
+/// How a file takes the place of an older one.
+enum class Replacing {
+    /// Complete or not at all: a temporary file beside it is written and renamed over it. After a failure the
+    /// old file is what it was and no temporary file is left.
+    completeOrNot,
+    /// The old file goes first, and after a failure there is none. Much quicker where a disk secures the
+    /// contents of a file that takes another's name. For folders that nobody looks into and that are given up
+    /// after a failure.
+    oldFirst
+};
 
-/// Replaces the file `to` by a copy of `from`, complete or not at all. A file is never copied onto itself.
-Outcome copy(const std::string& from, const std::string& to);
+/// Replaces the file at `path`.
+Outcome write(const std::string& path, std::string_view bytes,
+              Replacing replacing = Replacing::completeOrNot);
+
+/// Replaces the file `to` by a copy of `from`. A file is never copied onto itself.
+Outcome copy(const std::string& from, const std::string& to, Replacing replacing = Replacing::completeOrNot);
 
 /// Copies `from` to a name that is free. After a failure there is no file `to`.
 Outcome copyNew(const std::string& from, const std::string& to);
 
-/// Renames a file over `to`; both must lie on one disk.
+/// Gives the file `from` itself a second name `to`, which is free and on the same disk. Not every disk can.
+Outcome link(const std::string& from, const std::string& to);
+
+/// Renames a file over `to`, or a folder to a free name; both must lie on one disk.
 Outcome move(const std::string& from, const std::string& to);
 
 /// Removes one file, or the link itself if it is one. A missing file is a failure.
@@ -66,6 +81,10 @@ struct Listing {
 /// Names of the regular files of `folder` that match `pattern` (see matchesWildcard()). Names that begin with
 /// a dot are left out.
 Listing list(const std::string& folder, Links links, std::string_view pattern = "*.*");
+
+/// Names of the regular files of `folder` that differ from one of `names`, which are lower case, but only in
+/// case. On a disk that ignores case there are none. Nothing when the folder cannot be read.
+std::vector<std::string> otherSpellings(const std::string& folder, const std::set<std::string>& names);
 
 /// Names of everything in `folder` that is not a folder, dot names included.
 Listing listRemovable(const std::string& folder);

@@ -1,7 +1,6 @@
 #include "base/StagedReplacement.h"
 
 #include "base/Files.h"
-#include "base/Names.h"
 
 namespace wendmark {
 
@@ -54,15 +53,8 @@ void StagedReplacement::putInPlace(const std::string& name, std::vector<Outcome>
 }
 
 void StagedReplacement::removeOtherSpellings(std::vector<Outcome>& failures) const {
-    for (const std::string& name : files::list(m_folder, files::Links::anywhere).names) {
-        const std::string placed = lowerCase(name);
-        if (m_placed.contains(name) || !m_placed.contains(placed))
-            continue;
-        // A disk that ignores case may still list the replaced file under its old spelling.
-        const std::string path = files::join(m_folder, name);
-        if (files::same(path, files::join(m_folder, placed)))
-            continue;
-        Outcome removed = files::remove(path);
+    for (const std::string& name : files::otherSpellings(m_folder, m_placed)) {
+        Outcome removed = files::remove(files::join(m_folder, name));
         if (!removed.ok())
             failures.push_back(std::move(removed));
     }

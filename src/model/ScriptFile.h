@@ -19,6 +19,9 @@ inline constexpr std::string_view scriptMarker = "<<<VoskInfo>>>";
 /// 100th are not even counted; how many were left out is a warning in the log.
 void readScript(TourContext& context);
 
+/// Same for the script at `path`.
+void readScriptFile(TourContext& context, const std::string& path);
+
 /// Replaces the working copy's script.txt by the model. Fills empty texts of the model with their
 /// placeholders and marks the paragraphs of its narrations and instructions.
 void writeScript(TourContext& context);

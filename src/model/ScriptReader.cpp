@@ -283,7 +283,11 @@ ScriptSurplus parseScript(std::string_view script, TourModel& model, const LineE
 }
 
 void readScript(TourContext& context) {
-    const files::Contents script = files::read(context.workspace.workingFile("script.txt"));
+    readScriptFile(context, context.workspace.workingFile("script.txt"));
+}
+
+void readScriptFile(TourContext& context, const std::string& path) {
+    const files::Contents script = files::read(path);
     context.log.skip(script.outcome);
     const ScriptSurplus surplus =
         parseScript(script.bytes, context.model, [&](int lineNumber, std::string_view message) {

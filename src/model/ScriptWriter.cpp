@@ -109,7 +109,7 @@ std::size_t skipUnits(std::string_view utf8, std::size_t position, int units) {
 void markParagraphs(std::string& text) {
     constexpr std::size_t longest = 32767;
     constexpr std::string_view twoBreaks = "\r\n\r\n";
-    if (utf16Length(text) > longest)
+    if (text.size() > longest && utf16Length(text) > longest)
         return;
     std::string marked;
     std::size_t copied = 0;
@@ -118,7 +118,8 @@ void markParagraphs(std::string& text) {
         marked.append(text, copied, match - copied).append(paragraphMark).append(lineBreak);
         copied = match + twoBreaks.size();
     }
-    text = marked.append(text, copied);
+    if (copied > 0)
+        text = marked.append(text, copied);
 }
 
 std::string joinLines(const std::string& text) {
@@ -140,7 +141,7 @@ std::string composeScript(TourModel& model) {
 
 void writeScript(TourContext& context) {
     const std::string script = composeScript(context.model);
-    context.log.skip(files::write(context.workspace.workingFile("script.txt"), script));
+    context.log.skip(context.workspace.writeWorkingFile("script.txt", script));
 }
 
 } // namespace wendmark

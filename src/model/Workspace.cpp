@@ -97,6 +97,14 @@ bool Workspace::workingFileExists(std::string_view name) const {
     return !files::list(m_folders.newTourPath, files::Links::anywhere, name).names.empty();
 }
 
+Outcome Workspace::writeWorkingFile(std::string_view name, std::string_view bytes) const {
+    return files::write(workingFile(name), bytes, replacing());
+}
+
+Outcome Workspace::copyToWorkingFile(const std::string& source, std::string_view name) const {
+    return files::copy(source, workingFile(name), replacing());
+}
+
 void Workspace::pause(float seconds) {
     const float start = m_desktop.timeOfDay();
     do {
@@ -113,11 +121,15 @@ void Workspace::emptyWorkingCopy() {
 
 void Workspace::fillWorkingCopyFrom(const std::string& folder, files::Links links) {
     for (const auto& [target, source] : sourcesByTargetName(folder, links))
-        m_log.skip(files::copy(source, workingFile(target)));
+        m_log.skip(copyToWorkingFile(source, target));
 }
 
 void Workspace::copyInWorkingCopy(std::string_view from, std::string_view to) {
-    m_log.skipAsNote(files::copy(workingFile(from), workingFile(to)));
+    m_log.skipAsNote(copyToWorkingFile(workingFile(from), to));
+}
+
+files::Replacing Workspace::replacing() const {
+    return m_folders.newTourPathIsPrivate ? files::Replacing::oldFirst : files::Replacing::completeOrNot;
 }
 
 std::map<std::string, std::string> Workspace::sourcesByTargetName(const std::string& folder,

@@ -20,6 +20,10 @@ struct WorkspaceFolders {
     std::string newTourPath;  ///< The working copy: the only place where pages are edited and generated.
     std::string myToursPath;  ///< Where tours are kept unless the author chooses otherwise.
 
+    /// Nobody looks into the working copy while it is made, and it is given up when anything fails: its files
+    /// are replaced the quick way.
+    bool newTourPathIsPrivate = false;
+
     /// The folders Template, NewTour and MyTours in `appPath`, which has no separator at its end.
     static WorkspaceFolders inside(const std::string& appPath);
 };
@@ -61,6 +65,12 @@ public:
     /// Whether the working copy holds a file that matches `name`, which may hold wildcards.
     bool workingFileExists(std::string_view name) const;
 
+    /// Replaces a file of the working copy.
+    Outcome writeWorkingFile(std::string_view name, std::string_view bytes) const;
+
+    /// Replaces a file of the working copy by a copy of `source`.
+    Outcome copyToWorkingFile(const std::string& source, std::string_view name) const;
+
     /// Waits while window events are handled.
     void pause(float seconds);
 
@@ -71,6 +81,7 @@ private:
     void emptyWorkingCopy();
     void fillWorkingCopyFrom(const std::string& folder, files::Links links);
     void copyInWorkingCopy(std::string_view from, std::string_view to);
+    files::Replacing replacing() const;
     std::map<std::string, std::string> sourcesByTargetName(const std::string& folder, files::Links links);
     std::map<std::string, std::string> savedTourSources();
     void replaceTourFiles();

@@ -21,7 +21,7 @@ bool fillPageFrom(TourContext& context, std::string_view templateText, std::stri
     fill(filler);
     if (filler.stopped())
         context.log.fail("cannot complete " + std::string(name) + " from its template: " + filler.reason());
-    const Outcome written = files::write(context.workspace.workingFile(name), filler.output());
+    const Outcome written = context.workspace.writeWorkingFile(name, filler.output());
     context.log.skip(written);
     return !filler.stopped() && written.ok();
 }

@@ -54,8 +54,7 @@ void openTour(TourContext& context) {
     model.tourChanged = false;
 }
 
-void finishNewTour(TourContext& context, HandOver& handOver) {
-    const BusyPointer busy(context.desktop);
+void generateNewTour(TourContext& context, HandOver& handOver) {
     TourModel& model = context.model;
     context.workspace.initTourDefaults();
     model.currentStop = 0;
@@ -71,6 +70,11 @@ void finishNewTour(TourContext& context, HandOver& handOver) {
     makeTourGuide(context);
     makeOpeningPage(context);
     handOver.saveFolderChosen = true;
+}
+
+void finishNewTour(TourContext& context, HandOver& handOver) {
+    const BusyPointer busy(context.desktop);
+    generateNewTour(context, handOver);
     saveTour(context);
 }
 

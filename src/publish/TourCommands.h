@@ -18,8 +18,10 @@ void loadTemplateTour(TourContext& context);
 /// Opens the tour in the workspace's tourPath, after initTourDefaults().
 void openTour(TourContext& context);
 
-/// Makes a new tour of the working copy, which was just reset, and saves it into the workspace's tourPath, an
-/// existing folder.
+/// Makes a new tour of the working copy, which was just reset.
+void generateNewTour(TourContext& context, HandOver& handOver);
+
+/// Same, and saves it into the workspace's tourPath, an existing folder.
 void finishNewTour(TourContext& context, HandOver& handOver);
 
 } // namespace wendmark

@@ -48,14 +48,14 @@ void makeAllFramesets(TourContext& context) {
 
 void useEditingNavigator(TourContext& context) {
     const Workspace& workspace = context.workspace;
-    report(context, files::copy(workspace.templateFile("navtemp.htm"), workspace.workingFile(navigatorName)),
+    report(context, workspace.copyToWorkingFile(workspace.templateFile("navtemp.htm"), navigatorName),
            "Error in copying NavTemp file");
 }
 
 void useFinalNavigator(TourContext& context) {
     const Workspace& workspace = context.workspace;
     const std::string navigator = workspace.templateFile("navfinal.htm");
-    Outcome copied = files::copy(navigator, workspace.workingFile(navigatorName));
+    Outcome copied = workspace.copyToWorkingFile(navigator, navigatorName);
     if (copied.ok() && !workspace.tourPath.empty())
         copied = files::copy(navigator, workspace.tourFile(navigatorName));
     report(context, copied, "Error in copying NavFinal file");
@@ -63,15 +63,18 @@ void useFinalNavigator(TourContext& context) {
 
 void writeLaunchList(TourContext& context) {
     const std::string list = composeLaunchList(context.model);
-    report(context, files::write(context.workspace.workingFile("link.txt"), list),
-           "Error in creating Link.txt file");
+    report(context, context.workspace.writeWorkingFile("link.txt", list), "Error in creating Link.txt file");
 }
 
-void saveTour(TourContext& context) {
+void makeFinalForm(TourContext& context) {
     writeScript(context);
     context.model.editingMode = false;
     makeAllFramesets(context);
     useFinalNavigator(context);
+}
+
+void saveTour(TourContext& context) {
+    makeFinalForm(context);
     context.workspace.pause(1.0F);
     context.workspace.copyWorkingCopyToTour();
     useEditingNavigator(context);

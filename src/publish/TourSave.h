@@ -14,6 +14,9 @@ void useFinalNavigator(TourContext& context);
 /// Writes "link.txt": which frameset belongs to which launching point. Reports when it cannot.
 void writeLaunchList(TourContext& context);
 
+/// Brings the working copy into the form in which it is saved: what saving does before it copies.
+void makeFinalForm(TourContext& context);
+
 /// Saves the working copy, in its final form, into the tour's folder, which must be set, and switches it back
 /// to its editing form. The launch list is written after that, so the tour's folder gets it with the next
 /// save.
