@@ -2,7 +2,7 @@
 
 #include "base/Names.h"
 
-#include <getopt.h>
+#include <algorithm>
 #include <map>
 
 namespace wendmark::cli {
@@ -16,42 +16,53 @@ struct ParsedWords {
     std::string error; ///< Empty when every word is understood.
 };
 
-ParsedWords sortWords(const std::string& command, std::vector<std::string> words,
-                      const std::vector<std::string>& optionNames) {
-    std::vector<option> known;
-    known.reserve(optionNames.size() + 2);
-    for (const std::string& name : optionNames)
-        known.push_back({name.c_str(), required_argument, nullptr, 0});
-    known.push_back({"help", no_argument, nullptr, 'h'});
-    known.push_back({nullptr, 0, nullptr, 0});
+class WordSorter final {
+public:
+    /// All options but "help" take a value. Both references must outlive the sorter.
+    WordSorter(const std::vector<std::string>& words, const std::vector<std::string>& optionNames)
+        : m_words(words), m_optionNames(optionNames) {}
 
-    std::string programName = command;
-    std::vector<char*> arguments{programName.data()};
-    for (std::string& word : words)
-        arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-
-    ParsedWords parsed;
-    const int count = static_cast<int>(arguments.size()) - 1;
-    optind = 0; // Starts a new scan.
-    opterr = 0;
-    int index = 0;
-    for (int found = 0; (found = getopt_long(count, arguments.data(), ":h", known.data(), &index)) != -1;) {
-        const std::string word = arguments[static_cast<std::size_t>(optind - 1)];
-        if (found == 'h')
-            parsed.options["help"];
-        else if (found == ':')
-            parsed.error = "the option " + word + " needs a value";
-        else if (found == '?')
-            parsed.error = command + " has no option " + word;
-        else
-            parsed.options[optionNames[static_cast<std::size_t>(index)]] = optarg;
-        if (!parsed.error.empty())
-            return parsed;
+    ParsedWords sort(const std::string& command) {
+        while (m_next < m_words.size() && m_parsed.error.empty())
+            take(command, m_words[m_next++]);
+        return std::move(m_parsed);
     }
-    parsed.operands.assign(arguments.begin() + optind, arguments.begin() + count);
-    return parsed;
-}
+
+private:
+    void take(const std::string& command, const std::string& word) {
+        if (m_optionsEnded || word.size() < 2 || word.front() != '-')
+            m_parsed.operands.push_back(word);
+        else if (word == "--")
+            m_optionsEnded = true;
+        else if (word == "--help" || word == "-h")
+            m_parsed.options["help"];
+        else if (!takeOption(word))
+            m_parsed.error = command + " has no option " + word;
+    }
+
+    /// "--name=value", or "--name" with the value in the next word. False when there is no such option.
+    bool takeOption(const std::string& word) {
+        const std::size_t equals = word.find('=');
+        const std::string dashedName = word.substr(0, equals);
+        const auto name = std::find_if(m_optionNames.begin(), m_optionNames.end(),
+                                       [&](const std::string& known) { return dashedName == "--" + known; });
+        if (name == m_optionNames.end())
+            return false;
+        if (equals != std::string::npos)
+            m_parsed.options[*name] = word.substr(equals + 1);
+        else if (m_next < m_words.size())
+            m_parsed.options[*name] = m_words[m_next++];
+        else
+            m_parsed.error = "the option " + word + " needs a value";
+        return true;
+    }
+
+    const std::vector<std::string>& m_words;
+    const std::vector<std::string>& m_optionNames;
+    std::size_t m_next = 0;
+    bool m_optionsEnded = false;
+    ParsedWords m_parsed;
+};
 
 std::optional<std::string> optionValue(const ParsedWords& parsed, const std::string& name) {
     const auto found = parsed.options.find(name);
@@ -76,7 +87,8 @@ std::string complaint(const ParsedWords& parsed, const std::string& command, con
 }
 
 Request parsePublish(const std::vector<std::string>& words) {
-    const ParsedWords parsed = sortWords("publish", words, {"into", "template", "working-copy"});
+    static const std::vector<std::string> optionNames{"into", "template", "working-copy"};
+    const ParsedWords parsed = WordSorter(words, optionNames).sort("publish");
     if (parsed.options.contains("help"))
         return HelpRequest{};
     if (const std::string wrong = complaint(parsed, "publish", "TOUR"); !wrong.empty())
@@ -86,7 +98,8 @@ Request parsePublish(const std::vector<std::string>& words) {
 }
 
 Request parseNew(const std::vector<std::string>& words) {
-    const ParsedWords parsed = sortWords("new", words, {"title", "template"});
+    static const std::vector<std::string> optionNames{"title", "template"};
+    const ParsedWords parsed = WordSorter(words, optionNames).sort("new");
     if (parsed.options.contains("help"))
         return HelpRequest{};
     if (const std::string wrong = complaint(parsed, "new", "FOLDER"); !wrong.empty())
@@ -97,6 +110,8 @@ Request parseNew(const std::vector<std::string>& words) {
     const std::string trimmed{trimBlanks(*title)};
     if (trimmed.empty())
         return UsageError{"Tour Title cannot be blank"};
+    if (trimmed.find_first_of("\r\n") != std::string::npos)
+        return UsageError{"the tour's title must be one line"};
     return NewRequest{parsed.operands.front(), trimmed, optionValue(parsed, "template")};
 }
 

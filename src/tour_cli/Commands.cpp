@@ -5,47 +5,67 @@
 #include "publish/TourSave.h"
 #include "tour_cli/Folders.h"
 #include "tour_cli/TourRun.h"
+#include "tour_cli/TourTarget.h"
 
-#include <optional>
 #include <ostream>
 
 namespace wendmark::cli {
 
 namespace {
 
-/// The folders of one publish run, absolute.
-struct PublishFolders {
-    std::string tour;
-    std::string target;
-    WorkspaceFolders workspace;
-};
-
 Outcome refuse(const std::string& sentence) {
     return Outcome::failure(sentence);
 }
 
-/// The working copy is emptied, so it must not be a folder that holds something else of value.
-Outcome checkWorkingCopy(const PublishFolders& folders) {
-    const std::string& workingCopy = folders.workspace.newTourPath;
-    const std::string windowProgramCopy = WorkspaceFolders::inside(folders.workspace.appPath).newTourPath;
-    for (const std::string& precious : {folders.tour, folders.target, folders.workspace.templatePath}) {
-        if (isInside(precious, workingCopy))
-            return refuse("the working copy " + workingCopy + " would be emptied, but it holds " + precious);
-    }
-    if (isInside(workingCopy, windowProgramCopy))
-        return refuse("the folder " + workingCopy + " is the window program's own working copy");
-    return Outcome::success();
+/// The script is copied with the tour's other files, and of links only those that stay inside the folder are.
+Outcome checkScript(const std::string& tour) {
+    Outcome readable = files::read(files::join(tour, "script.txt")).outcome;
+    if (!readable.ok())
+        return readable;
+    const files::Listing scripts = files::list(tour, files::Links::insideFolder, "script.txt");
+    if (!scripts.leadOut.empty())
+        return refuse("cannot use " + files::join(tour, scripts.leadOut.front()) +
+                      ": the link leads out of its folder");
+    return scripts.outcome;
 }
 
-Outcome checkPublish(const PublishFolders& folders) {
-    Outcome script = files::read(files::join(folders.tour, "script.txt")).outcome;
-    if (!script.ok())
-        return script;
-    if (const std::string reserved = reservedFolderMessage(folders.workspace, folders.target);
-        !reserved.empty())
-        return refuse(folders.target + ": " + reserved);
-    Outcome workingCopy = checkWorkingCopy(folders);
-    return workingCopy.ok() ? checkTemplates(folders.workspace) : workingCopy;
+/// Nothing is saved into the window program's own folders, nor among the templates in use, by whatever way
+/// they are reached.
+Outcome checkTarget(const std::string& target, const WorkspaceFolders& folders) {
+    const WorkspaceFolders own = WorkspaceFolders::inside(folders.appPath);
+    std::string reserved = target;
+    if (isInside(target, own.templatePath) || isInside(target, folders.templatePath))
+        reserved = own.templatePath;
+    else if (isInside(target, own.newTourPath))
+        reserved = own.newTourPath;
+    const std::string message = reservedFolderMessage(own, reserved);
+    return message.empty() ? Outcome::success() : refuse(target + ": " + message);
+}
+
+Outcome checkPublish(const std::string& tour, const std::string& target, const WorkspaceFolders& folders) {
+    Outcome outcome = checkScript(tour);
+    if (outcome.ok())
+        outcome = checkTarget(target, folders);
+    return outcome.ok() ? checkTemplates(folders) : outcome;
+}
+
+/// The working copy is emptied, so it must not be a folder that holds something else of value.
+Outcome makeWorkingCopy(MadeFolder& workingCopy, const std::string& tour, const std::string& target,
+                        const WorkspaceFolders& folders) {
+    const std::string& folder = workingCopy.path();
+    for (const std::string& precious : {tour, target, folders.templatePath, folders.appPath}) {
+        if (isInside(precious, folder))
+            return refuse("the working copy " + folder + " would be emptied, but it holds " + precious);
+    }
+    if (isInside(folder, WorkspaceFolders::inside(folders.appPath).newTourPath))
+        return refuse("the folder " + folder + " is the window program's own working copy");
+    return workingCopy.makeIfMissing();
+}
+
+Outcome checkNew(const std::string& folder, const WorkspaceFolders& folders) {
+    const std::string reserved = reservedNewFolderMessage(WorkspaceFolders::inside(folders.appPath), folder);
+    Outcome outcome = reserved.empty() ? checkTarget(folder, folders) : refuse(folder + ": " + reserved);
+    return outcome.ok() ? checkTemplates(folders) : outcome;
 }
 
 /// Reads the tour and generates its pages in the working copy.
@@ -60,86 +80,94 @@ Outcome generate(TourRun& run, const std::string& tour) {
     return run.outcome();
 }
 
-/// Saves the generated tour. The navigator is put into the target before the other files, so it is taken out
-/// again when they do not follow.
-Outcome save(TourRun& run, const std::string& target) {
-    run.workspace().tourPath = target;
-    const std::string navigator = run.workspace().tourFile("nav3.htm");
-    const bool hadNavigator = fileExists(navigator);
-    saveTour(run.context());
-    if (!run.outcome().ok() && !hadNavigator)
-        static_cast<void>(files::remove(navigator)); // Missing if it could not be put there.
-    return run.outcome();
+/// Puts the finished tour where it belongs, and says so.
+Outcome finish(TourRun& run, TourTarget& target, const std::string& done, std::ostream& output) {
+    Outcome outcome = run.outcome();
+    if (outcome.ok())
+        outcome = target.putInPlace();
+    if (!outcome.ok())
+        return outcome;
+    run.printWarnings();
+    output << done << " \"" << run.model().tourTitle << "\", stops: " << run.model().stopCount << ", in "
+           << target.folder() << '\n';
+    return outcome;
 }
 
-void printDone(std::ostream& output, const std::string& done, TourRun& run, const std::string& folder) {
-    output << done << " \"" << run.model().tourTitle << "\", stops: " << run.model().stopCount << ", in "
-           << folder << '\n';
+/// Saves the generated tour into the target's hidden folder. When that is the working copy itself, it is
+/// there as soon as it has its final form.
+void save(TourRun& run, const TourTarget& target) {
+    const bool isThere = run.workspace().folders().newTourPathIsPrivate;
+    run.workspace().tourPath = isThere ? std::string() : target.finished();
+    if (isThere)
+        makeFinalForm(run.context());
+    else
+        saveTour(run.context());
+}
+
+Outcome publish(TourRun& run, const std::string& tour, TourTarget& target, std::ostream& output) {
+    Outcome generated = generate(run, tour);
+    if (!generated.ok())
+        return generated;
+    save(run, target);
+    return finish(run, target, "Published", output);
+}
+
+Outcome createNew(TourRun& run, const std::string& title, TourTarget& target, std::ostream& output) {
+    run.start();
+    run.workspace().resetWorkingCopy();
+    run.handOver().wizardTourTitle = title;
+    generateNewTour(run.context(), run.handOver());
+    save(run, target);
+    return finish(run, target, "Created", output);
+}
+
+/// In words that name only folders that are there after the run.
+Outcome inWordsOf(const TourTarget& target, const Outcome& outcome) {
+    return outcome.ok() ? outcome : refuse(target.withoutHiddenFolder(outcome.message()));
+}
+
+/// Makes the target's hidden folder the working copy.
+void useAsWorkingCopy(const TourTarget& target, WorkspaceFolders& folders) {
+    folders.newTourPath = files::join(target.finished(), "");
+    folders.newTourPathIsPrivate = true;
 }
 
 } // namespace
 
 Outcome runPublish(const PublishRequest& request, std::ostream& output, std::ostream& errors) {
-    std::optional<TemporaryFolder> temporary;
-    if (!request.workingCopy) {
-        temporary.emplace();
-        if (!temporary->outcome().ok())
-            return temporary->outcome();
-    }
-    PublishFolders folders{absoluteFolder(request.tour), absoluteFolder(request.into.value_or(request.tour)),
-                           runFolders(request.templateFolder)};
-    const std::string workingCopy = temporary ? temporary->path() : absoluteFolder(*request.workingCopy);
-    folders.workspace.newTourPath = files::join(workingCopy, "");
-
-    Outcome outcome = checkPublish(folders);
-    TargetFolder workingFolder(workingCopy);
-    if (outcome.ok())
-        outcome = workingFolder.makeIfMissing();
-    TargetFolder target(folders.target);
+    const std::string tour = absoluteFolder(request.tour);
+    TourTarget target(absoluteFolder(request.into.value_or(request.tour)));
+    MadeFolder workingCopy(absoluteFolder(request.workingCopy.value_or("")));
+    WorkspaceFolders folders = runFolders(request.templateFolder);
+    Outcome outcome = checkPublish(tour, target.folder(), folders);
+    if (outcome.ok() && request.workingCopy)
+        outcome = makeWorkingCopy(workingCopy, tour, target.folder(), folders);
     if (outcome.ok())
         outcome = target.makeIfMissing();
     if (!outcome.ok())
         return outcome;
-
-    TourRun run(folders.workspace, errors);
-    outcome = generate(run, folders.tour);
+    if (request.workingCopy)
+        folders.newTourPath = files::join(workingCopy.path(), "");
+    else
+        useAsWorkingCopy(target, folders);
+    TourRun run(folders, errors);
+    outcome = inWordsOf(target, publish(run, tour, target, output));
     if (outcome.ok())
-        outcome = save(run, folders.target);
-    if (!outcome.ok())
-        return outcome;
-    workingFolder.keep();
-    target.keep();
-    printDone(output, "Published", run, folders.target);
+        workingCopy.keep();
     return outcome;
 }
 
 Outcome runNew(const NewRequest& request, std::ostream& output, std::ostream& errors) {
-    const TemporaryFolder temporary;
-    if (!temporary.outcome().ok())
-        return temporary.outcome();
-    const std::string folder = absoluteFolder(request.folder);
+    TourTarget target(absoluteFolder(request.folder));
     WorkspaceFolders folders = runFolders(request.templateFolder);
-    if (const std::string reserved = reservedNewFolderMessage(folders, folder); !reserved.empty())
-        return refuse(folder + ": " + reserved);
-    folders.newTourPath = files::join(temporary.path(), "");
-    Outcome outcome = checkTemplates(folders);
+    Outcome outcome = checkNew(target.folder(), folders);
+    if (outcome.ok())
+        outcome = target.make();
     if (!outcome.ok())
         return outcome;
-    outcome = files::makeFolder(folder);
-    if (!outcome.ok())
-        return outcome;
-
+    useAsWorkingCopy(target, folders);
     TourRun run(folders, errors);
-    run.start();
-    run.workspace().resetWorkingCopy();
-    run.handOver().wizardTourTitle = request.title;
-    run.workspace().tourPath = folder;
-    finishNewTour(run.context(), run.handOver());
-    if (run.outcome().ok())
-        printDone(output, "Created", run, folder);
-    else
-        static_cast<void>(files::removeFolder(folder)); // It was made above and holds nothing else.
-    return run.outcome();
+    return inWordsOf(target, createNew(run, request.title, target, output));
 }
 
 } // namespace wendmark::cli

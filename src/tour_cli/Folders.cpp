@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <random>
 
 namespace wendmark::cli {
 
@@ -23,27 +22,37 @@ std::string withoutSeparatorAtEnd(std::string path) {
     return path;
 }
 
+bool isFolder(const std::string& path) {
+    std::error_code error;
+    return fs::is_directory(path, error);
+}
+
+/// The path without links and "..", as far as it exists.
+fs::path resolved(const fs::path& path) {
+    std::error_code error;
+    fs::path canonical = fs::weakly_canonical(path, error);
+    return error ? path : canonical;
+}
+
 } // namespace
 
 std::string absoluteFolder(const std::string& typed) {
     std::error_code error;
     const fs::path absolute = fs::absolute(typed, error);
-    return withoutSeparatorAtEnd((error ? fs::path(typed) : absolute).lexically_normal().string());
+    if (error)
+        return withoutSeparatorAtEnd(typed);
+    // What ".." leads to depends on the links before it.
+    const bool climbs = std::find(absolute.begin(), absolute.end(), "..") != absolute.end();
+    return withoutSeparatorAtEnd((climbs ? resolved(absolute) : absolute.lexically_normal()).string());
 }
 
 std::string programFolder() {
     return fs::canonical("/proc/self/exe").parent_path().string();
 }
 
-bool isFolder(const std::string& path) {
-    std::error_code error;
-    return fs::is_directory(path, error);
-}
-
 bool isInside(const std::string& path, const std::string& folder) {
-    std::error_code error;
-    const fs::path inner = fs::weakly_canonical(path, error);
-    const fs::path outer = fs::weakly_canonical(withoutSeparatorAtEnd(folder), error);
+    const fs::path inner = resolved(path);
+    const fs::path outer = resolved(withoutSeparatorAtEnd(folder));
     return std::mismatch(outer.begin(), outer.end(), inner.begin(), inner.end()).first == outer.end();
 }
 
@@ -63,29 +72,14 @@ Outcome checkTemplates(const WorkspaceFolders& folders) {
     return Outcome::success();
 }
 
-TemporaryFolder::TemporaryFolder() : m_outcome(Outcome::success()) {
-    std::error_code error;
-    const fs::path parent = fs::temp_directory_path(error);
-    m_path = (parent / ("wendmark-tour-" + std::to_string(std::random_device{}()))).string();
-    m_outcome =
-        error ? Outcome::failure("find a folder for", "temporary files", error) : files::makeFolder(m_path);
-    if (m_outcome.ok())
-        fs::permissions(m_path, fs::perms::owner_all, error);
-}
+MadeFolder::MadeFolder(std::string path) : m_path(std::move(path)) {}
 
-TemporaryFolder::~TemporaryFolder() {
-    if (m_outcome.ok())
-        static_cast<void>(files::removeFolder(m_path)); // Nobody is left to be told.
-}
-
-TargetFolder::TargetFolder(std::string path) : m_path(std::move(path)) {}
-
-TargetFolder::~TargetFolder() {
+MadeFolder::~MadeFolder() {
     if (!m_firstMade.empty())
         static_cast<void>(files::removeFolder(m_firstMade)); // The failure that led here is told.
 }
 
-Outcome TargetFolder::makeIfMissing() {
+Outcome MadeFolder::makeIfMissing() {
     if (isFolder(m_path))
         return Outcome::success();
     std::error_code error;

@@ -1,5 +1,6 @@
 #include "tour_cli/TourRun.h"
 
+#include "model/ScriptFile.h"
 #include "publish/TourCommands.h"
 
 #include <ostream>
@@ -17,20 +18,25 @@ float StreamDesktop::timeOfDay() {
 
 void FirstFailureLog::write(Level level, const std::string& line) {
     if (level == Level::warning)
-        m_errors << "wendmark-tour: warning: " << line << '\n';
+        m_warnings.push_back(line);
     else if (level == Level::failure && m_outcome.ok())
         m_outcome = Outcome::failure(line);
 }
 
 TourRun::TourRun(const WorkspaceFolders& folders, std::ostream& errors)
-    : m_desktop(errors)
-    , m_log(errors)
+    : m_errors(errors)
+    , m_desktop(errors)
     , m_workspace(folders, m_model, m_handOver, m_desktop, m_log)
     , m_context{m_model, m_workspace, m_desktop, m_log} {}
 
 void TourRun::start() {
     startProgram(m_context, m_handOver, m_options);
-    loadTemplateTour(m_context);
+    readScriptFile(m_context, m_workspace.templateFile("script.txt"));
+}
+
+void TourRun::printWarnings() {
+    for (const std::string& warning : m_log.warnings())
+        m_errors << "wendmark-tour: warning: " << warning << '\n';
 }
 
 } // namespace wendmark::cli

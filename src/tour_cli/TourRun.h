@@ -11,6 +11,7 @@
 
 #include <iosfwd>
 #include <string>
+#include <vector>
 
 namespace wendmark::cli {
 
@@ -30,18 +31,17 @@ private:
     float m_seconds = 0;
 };
 
-/// Prints warnings and remembers the first failure.
+/// Keeps the warnings and the first failure.
 class FirstFailureLog final : public Log {
 public:
-    explicit FirstFailureLog(std::ostream& errors) : m_errors(errors) {}
-
     /// Success as long as nothing failed.
     const Outcome& outcome() const { return m_outcome; }
+    const std::vector<std::string>& warnings() const { return m_warnings; }
 
 private:
     void write(Level level, const std::string& line) override;
 
-    std::ostream& m_errors;
+    std::vector<std::string> m_warnings;
     Outcome m_outcome = Outcome::success();
 };
 
@@ -52,8 +52,12 @@ public:
     TourRun(const TourRun&) = delete;
     TourRun& operator=(const TourRun&) = delete;
 
-    /// Starts up and reads the templates' tour, as the program does when it starts.
+    /// Sets what a program that has just started has: its own defaults and what the templates' script says.
+    /// The working copy stays as it is, since Open and New fill it themselves.
     void start();
+
+    /// What was left out on purpose, one line each, on the error stream.
+    void printWarnings();
 
     TourModel& model() { return m_model; }
     HandOver& handOver() { return m_handOver; }
@@ -62,6 +66,7 @@ public:
     const Outcome& outcome() const { return m_log.outcome(); }
 
 private:
+    std::ostream& m_errors;
     StreamDesktop m_desktop;
     FirstFailureLog m_log;
     TourModel m_model;
