@@ -181,7 +181,8 @@ bool fileExists(const std::string& path) {
 }
 
 bool folderHoldsTour(const std::string& folder) {
-    return fileExists(files::join(folder, "script.txt"));
+    // Without a folder the name would lead into the current one.
+    return !folder.empty() && fileExists(files::join(folder, "script.txt"));
 }
 
 std::string reservedFolderMessage(const WorkspaceFolders& folders, const std::string& tourPath) {

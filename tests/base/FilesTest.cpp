@@ -330,6 +330,82 @@ TEST_F(FilesTest, fullDiskLeavesTheOldCopyAndNoOther) {
     }
 }
 
+TEST_F(FilesTest, quickReplacementWritesOverFilesLinksAndPipes) {
+    constexpr auto quick = files::Replacing::oldFirst;
+    writeFile(m_scratch / "elsewhere", "kept");
+    write("old", "old and longer");
+    fs::create_symlink("../elsewhere", path("link"));
+    makePipe("pipe");
+    write("source", "new");
+    for (const std::string_view name : {"free", "old", "link", "pipe"}) {
+        EXPECT_TRUE(files::write(path(name), "new", quick).ok());
+        EXPECT_EQ(readFile(path(name)), "new");
+    }
+    fs::remove(path("link"));
+    fs::create_symlink("../elsewhere", path("link"));
+    for (const std::string_view name : {"another", "old", "link"}) {
+        EXPECT_TRUE(files::copy(path("source"), path(name), quick).ok());
+        EXPECT_FALSE(fs::is_symlink(path(name)));
+        EXPECT_EQ(readFile(path(name)), "new");
+    }
+    EXPECT_EQ(readFile(m_scratch / "elsewhere"), "kept");
+}
+
+TEST_F(FilesTest, quickReplacementTakesNoFolderAway) {
+    constexpr auto quick = files::Replacing::oldFirst;
+    fs::create_directory(path("folder"));
+    write("a", "x");
+    EXPECT_FALSE(files::write(path("folder"), "new", quick).ok());
+    EXPECT_FALSE(files::copy(path("a"), path("folder"), quick).ok());
+    EXPECT_TRUE(fs::is_directory(path("folder")));
+}
+
+TEST_F(FilesTest, quickReplacementKeepsTheOldFileWhenThereIsNothingToCopy) {
+    constexpr auto quick = files::Replacing::oldFirst;
+    write("old", "old");
+    EXPECT_FALSE(files::copy(path("missing"), path("old"), quick).ok());
+    EXPECT_FALSE(files::copy(path("old"), path("old"), quick).ok());
+    EXPECT_EQ(contents(), (FileMap{{"old", "old"}}));
+}
+
+TEST_F(FilesTest, quickReplacementLeavesNoPartOfAFile) {
+    constexpr auto quick = files::Replacing::oldFirst;
+    for (const std::string_view name : {"written", "copied"})
+        write(name, "old");
+    writeFile(m_scratch / "source", std::string(70'000, 'x'));
+    const FileSizeLimit limit(100);
+    EXPECT_FALSE(files::write(path("written"), std::string(70'000, 'x'), quick).ok());
+    EXPECT_FALSE(files::copy(m_scratch / "source", path("copied"), quick).ok());
+    EXPECT_EQ(contents(), FileMap{});
+}
+
+TEST_F(FilesTest, linkGivesAFileASecondName) {
+    write("a", "x");
+    write("taken", "kept");
+    EXPECT_TRUE(files::link(path("a"), path("b")).ok());
+    EXPECT_TRUE(fs::equivalent(path("a"), path("b")));
+    expectFailure(files::link(path("a"), path("taken")),
+                  "cannot link " + path("a") + " to " + path("taken") + ": File exists");
+    EXPECT_FALSE(files::link(path("no"), path("c")).ok());
+    EXPECT_EQ(contents(), (FileMap{{"a", "x"}, {"b", "x"}, {"taken", "kept"}}));
+}
+
+TEST_F(FilesTest, otherSpellingsDifferFromTheNamesOnlyInCase) {
+    for (const std::string_view name :
+         {"page1.htm", "Page1.HTM", "PAGE1.htm", "ÄPFEL.gif", "Other.htm", "Folder/x"})
+        write(name, "x");
+    EXPECT_EQ(files::otherSpellings(m_folder, {"page1.htm", "äpfel.gif", "folder", "missing"}),
+              (Names{"PAGE1.htm", "Page1.HTM", "ÄPFEL.gif"}));
+    EXPECT_EQ(files::otherSpellings(m_folder, {}), Names{});
+    EXPECT_EQ(files::otherSpellings(path("no"), {"page1.htm"}), Names{});
+}
+
+TEST_F(FilesTest, spellingThatIsTheSameFileIsNoOther) {
+    write("page1.htm", "x");
+    fs::create_hard_link(path("page1.htm"), path("Page1.HTM"));
+    EXPECT_EQ(files::otherSpellings(m_folder, {"page1.htm"}), Names{});
+}
+
 TEST_F(FilesTest, copyNewNeedsAFreeName) {
     write("a", "new");
     write("taken", "old");

@@ -28,6 +28,18 @@ TEST(TextLines, emptyLinesCount) {
     EXPECT_EQ(linesOf("a\r\rb"), (Lines{"a", "", "b"}));
 }
 
+TEST(TextLines, endsOfDifferentKindsMayFollowEachOther) {
+    EXPECT_EQ(linesOf("\n\r"), (Lines{"", ""}));
+    EXPECT_EQ(linesOf("a\r\r\nb"), (Lines{"a", "", "b"}));
+    EXPECT_EQ(linesOf("a\rb\rc\nd\re\r\nf"), (Lines{"a", "b", "c", "d", "e", "f"}));
+    EXPECT_EQ(linesOf("a\nb\rc"), (Lines{"a", "b", "c"}));
+}
+
+TEST(TextLines, lastLineEndMayBeMissing) {
+    for (const std::string_view end : {"", "\r\n", "\n", "\r"})
+        EXPECT_EQ(linesOf("a" + std::string(end)), Lines{"a"});
+}
+
 TEST(TextLines, emptyTextHasNoLine) {
     EXPECT_EQ(linesOf(""), Lines{});
 }

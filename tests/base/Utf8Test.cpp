@@ -68,12 +68,25 @@ TEST(Utf8, characterIsDecodedWhereItStands) {
     EXPECT_EQ(decodeUtf8(text, 4).codePoint, static_cast<char32_t>('b'));
 }
 
+TEST(Utf8, runOfAsciiEndsAtTheFirstByteThatIsNone) {
+    // Around the widths in which machines take bytes together.
+    for (std::size_t length = 0; length <= 40; ++length) {
+        for (std::size_t start = 0; start <= length; ++start) {
+            const std::string run(length, '\x7F');
+            EXPECT_EQ(asciiRunLength(run, start), length - start);
+            EXPECT_EQ(asciiRunLength(run + "\x80", start), length - start);
+            EXPECT_EQ(asciiRunLength(run + "é and more ASCII", start), length - start);
+        }
+    }
+}
+
 TEST(Utf8, lengthCountsUtf16Units) {
     EXPECT_EQ(utf16Length(""), 0U);
     EXPECT_EQ(utf16Length("abc"), 3U);
     EXPECT_EQ(utf16Length("é→\uFFFF"), 3U);
     EXPECT_EQ(utf16Length("\U00010000😀"), 4U);
     EXPECT_EQ(utf16Length("\xE2\x82"), 2U);
+    EXPECT_EQ(utf16Length("nine byteséand more→"), 20U);
 }
 
 } // namespace

@@ -617,6 +617,16 @@ TEST(ScriptReader, scriptIsFoundInAnyCaseOfItsName) {
     EXPECT_EQ(tour.model.tourTitle, "Found");
 }
 
+TEST(ScriptReader, scriptOfAnotherFolderIsReadInTheSameWay) {
+    TestTour tour;
+    tour.writeWorking("script.txt", "Of the working copy\r\n");
+    tour.writeTemplate("script.txt", "Of the template\r\nS\r\na.htm\r\n");
+    readScriptFile(tour.context, tour.workspace.templateFile("script.txt"));
+    EXPECT_EQ(tour.model.tourTitle, "Of the template");
+    EXPECT_EQ(tour.desktop.lineErrors,
+              (Lines{"Premature end of file in line 4", "Premature end of file in line 6"}));
+}
+
 TEST(ScriptReader, fileThatCannotBeReadBehavesLikeAnEmptyOneAndIsLogged) {
     for (const bool folderInItsPlace : {false, true}) {
         TestTour tour;

@@ -502,8 +502,10 @@ TEST_F(WorkspaceTest, fileOfTheWorkingCopyThatCannotBeReadIsOneFailureAndTheOthe
     EXPECT_EQ(m_tour.log.failures.size(), 1U);
 }
 
-TEST_F(WorkspaceTest, savingIntoNoFolderIsOneFailure) {
+TEST_F(WorkspaceTest, savingIntoNoFolderIsOneFailureAndWritesNothing) {
+    m_tour.writeTemplate("navfinal.htm", "final");
     m_tour.writeWorking("script.txt", "new");
+    fs::current_path(m_workspace.tourPath);
     for (const std::string& tourPath : {std::string(), m_tour.scratch / "missing"}) {
         m_tour.log.failures.clear();
         m_tour.model.tourChanged = true;
@@ -513,6 +515,7 @@ TEST_F(WorkspaceTest, savingIntoNoFolderIsOneFailure) {
         EXPECT_FALSE(m_tour.model.tourChanged);
     }
     EXPECT_FALSE(exists(m_tour.scratch / "missing"));
+    EXPECT_EQ(folderContents(m_tour.scratch / "tour"), Files{});
 }
 
 TEST_F(WorkspaceTest, savingWaitsASecondBeforeItTouchesTheTour) {
@@ -540,6 +543,41 @@ TEST_F(WorkspaceTest, savedTourIsLoadedAsItWas) {
                                      {"navfinal.htm", "final"}}));
 }
 
+TEST_F(WorkspaceTest, workingFilesAreReplacedCompleteOrNotAtAll) {
+    m_tour.writeWorking("a.htm", "old");
+    const std::string large = m_tour.scratch / "large";
+    writeFile(large, std::string(10000, 'x'));
+    {
+        const FileSizeLimit limit(5000);
+        EXPECT_FALSE(m_workspace.writeWorkingFile("a.htm", std::string(10000, 'x')).ok());
+        EXPECT_FALSE(m_workspace.copyToWorkingFile(large, "a.htm").ok());
+        EXPECT_EQ(workingFiles(), (Files{{"a.htm", "old"}}));
+    }
+    EXPECT_TRUE(m_workspace.writeWorkingFile("a.htm", "written").ok());
+    EXPECT_EQ(m_tour.working("a.htm"), "written");
+    EXPECT_TRUE(m_workspace.copyToWorkingFile(large, "a.htm").ok());
+    EXPECT_EQ(m_tour.working("a.htm"), readFile(large));
+}
+
+TEST_F(WorkspaceTest, privateWorkingCopyIsFilledInTheSameWay) {
+    WorkspaceFolders folders = m_workspace.folders();
+    folders.newTourPathIsPrivate = true;
+    Workspace workspace(folders, m_tour.model, m_tour.handOver, m_tour.desktop, m_tour.log);
+    workspace.tourPath = m_workspace.tourPath;
+    m_tour.writeTemplate("Page.HTM", "template");
+    m_tour.writeTemplate("script.txt", "template");
+    m_tour.writeTemplate("gr-bullet-bk.gif", "spare");
+    m_tour.writeWorking("old.htm", "old");
+    writeTourFile("Script.TXT", "tour");
+    workspace.loadTourIntoWorkingCopy();
+    EXPECT_TRUE(workspace.writeWorkingFile("page.htm", "written").ok());
+    EXPECT_EQ(workingFiles(), (Files{{"page.htm", "written"},
+                                     {"script.txt", "tour"},
+                                     {"gr-bullet-bk.gif", "spare"},
+                                     {"grbullet.gif", "spare"}}));
+    expectNothingWentWrong();
+}
+
 TEST_F(WorkspaceTest, workingFilesAreFoundByNameAndWildcardInAnyCase) {
     m_tour.writeWorking("Page12.htm", "x");
     m_tour.writeWorking("sub/inner.gif", "x");
@@ -558,9 +596,14 @@ TEST_F(WorkspaceTest, workingFilesAreFoundByNameAndWildcardInAnyCase) {
 TEST_F(WorkspaceTest, folderHoldsATourWhenItsScriptCanBeRead) {
     EXPECT_FALSE(folderHoldsTour(m_workspace.tourPath));
     EXPECT_FALSE(folderHoldsTour(m_tour.scratch / "missing"));
-    EXPECT_FALSE(folderHoldsTour(""));
     writeTourFile("SCRIPT.txt", "");
     EXPECT_TRUE(folderHoldsTour(m_workspace.tourPath));
+}
+
+TEST_F(WorkspaceTest, noFolderIsNotTheCurrentOne) {
+    writeTourFile("script.txt", "x");
+    fs::current_path(m_workspace.tourPath);
+    EXPECT_FALSE(folderHoldsTour(""));
 }
 
 TEST_F(WorkspaceTest, folderWhoseScriptIsAFolderOrCannotBeReadHoldsNoTour) {
