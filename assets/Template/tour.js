@@ -22,9 +22,10 @@ var startTimers;
   const narrowWidth = 600;
   const entriesKept = 50; // Browsers drop the oldest entries of a longer history, so steps cannot be counted then.
 
+  let atStart = true; // The frames still show what they were loaded with.
   let wantedStop = 0;
   let shownStop = 0;
-  let visit = { entry: 0, startPage: '', linked: false };
+  let visit = {};
 
   const frameElement = (name) => document.querySelector(`frame[name="${name}"]`);
   const frameWindow = (name) => frameElement(name)?.contentWindow;
@@ -54,20 +55,26 @@ var startTimers;
       frameWindow('mw').location.replace(address);
   }
 
-  function stopArrived(stop, address) {
+  function arrivedAt(stop) {
+    atStart = false;
     wantedStop = stop;
     shownStop = stop;
-    showInSiteFrame(address);
     tell('nav', state());
+    remember({ stop });
+  }
+
+  function stopArrived(stop, address) {
+    if (!Number.isInteger(stop) || stop < 1)
+      return;
+    showInSiteFrame(address);
+    arrivedAt(stop);
     tell('nar', { tour: 'announce' });
   }
 
   function openingArrived() {
-    if (shownStop > 0)
+    if (!atStart)
       showInSiteFrame(`${homePath}openhelp.htm`);
-    wantedStop = 0;
-    shownStop = 0;
-    tell('nav', state());
+    arrivedAt(0);
   }
 
   function go(step) {
@@ -81,16 +88,20 @@ var startTimers;
 
   // Leaving
 
-  /** Says where the tour began, also after a reload. */
-  function rememberStart() {
-    const started = history.state || {
-      entry: history.length,
-      startPage: document.referrer || (self.navigation?.activation?.from?.url ?? ''),
-    };
+  /**
+   * What must survive a reload: where the tour began, as an entry in the history and as a page, and the stop that
+   * is shown. A stop page that was opened alone leads here by an address as playtour.htm#stop-3 and gives up its
+   * own entry for it; it adds "-linked" when it had been opened by a link.
+   */
+  function newVisit() {
     const [, stop, linked] = /^#stop-(\d+)(-linked)?$/.exec(location.hash) || [];
-    visit = stop && !history.state ? { entry: started.entry, startPage: '', linked: Boolean(linked) } : started;
+    const startPage = stop ? '' : document.referrer || (self.navigation?.activation?.from?.url ?? '');
+    return { entry: history.length, startPage, linked: Boolean(linked), stop: Number(stop || 0) };
+  }
+
+  function remember(change) {
+    visit = { ...visit, ...change };
     history.replaceState(visit, '');
-    return Number(stop || 0);
   }
 
   function returnToStartPage() {
@@ -108,7 +119,7 @@ var startTimers;
 
   // A new entry is the last one, so from there the number of steps back is known wherever the visitor has been.
   function goBackTo(entry) {
-    history.pushState(null, '');
+    history.pushState(visit, '');
     history.go(entry - history.length);
   }
 
@@ -213,14 +224,16 @@ var startTimers;
     document.documentElement.classList.toggle('narrow', narrow);
   }
 
-  function framesParsed(firstStop) {
+  function framesParsed() {
     const [outer, inner] = document.querySelectorAll('frameset');
     const generated = { outer, inner, rows: outer.rows, cols: inner.cols };
     fitFrames(generated);
     addEventListener('resize', () => fitFrames(generated));
     document.title = new DOMParser().parseFromString(document.title, 'text/html').body.textContent.trim();
-    if (firstStop > 0 && firstStop <= numStops)
-      frameWindow('nar').location.replace(stopPage(firstStop));
+    if (visit.stop > 0 && visit.stop <= numStops) {
+      wantedStop = visit.stop;
+      frameWindow('nar').location.replace(stopPage(visit.stop));
+    }
   }
 
   function pressKey(event) {
@@ -232,7 +245,7 @@ var startTimers;
   }
 
   function start() {
-    const firstStop = rememberStart();
+    remember(history.state || newVisit());
     addEventListener('message', receive);
     addEventListener('keydown', pressKey);
     // Borders count only if they are set before the frames are laid out for the first time.
@@ -241,7 +254,7 @@ var startTimers;
     document.addEventListener('DOMContentLoaded', () => {
       parsing.disconnect();
       prepareFrames();
-      framesParsed(firstStop);
+      framesParsed();
     });
   }
 

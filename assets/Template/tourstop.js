@@ -32,9 +32,15 @@
     return { tour: 'stop', stop: linkPage, address: absolute(linkURL) };
   }
 
-  /** Names of files are names in the folder of the tour, which is this page's folder. */
+  /**
+   * Names of files are names in the folder of the tour, which is this page's folder. Empty for what is no address.
+   */
   function absolute(address) {
-    return new URL(address, location.href).href;
+    try {
+      return new URL(address, location.href).href;
+    } catch (error) {
+      return '';
+    }
   }
 
   function announce() {
@@ -44,7 +50,7 @@
   function linkAddress() {
     const holder = document.getElementById('address');
     const address = holder ? holder.textContent.trim() : '';
-    if (!address)
+    if (!address || !isPageAddress(absolute(address)))
       return;
     const link = document.createElement('a');
     link.href = absolute(address);
