@@ -75,9 +75,7 @@ export function leaving(context) {
     it('leads back to that page also after Back and a reload', () => visit(async (visitor) => {
       await startFrom(visitor, 'near-start.htm');
       await visitor.arriveAt(tour.stops[0], () => visitor.page.evaluate(() => history.back()));
-      const since = visitor.happened.length;
-      await visitor.page.reload();
-      await visitor.loaded('nav', 'nav3.htm', { since });
+      await visitor.arriveAt(tour.stops[0], () => visitor.page.reload());
       await visitor.load('top', 'near-start.htm', () => exit(visitor));
     }));
 
@@ -98,6 +96,13 @@ export function leaving(context) {
       await visitor.navigatorShows('Start');
       assert.equal(visitor.page.url(), visitor.url('playtour.htm'));
     }));
+
+    it('leads to the opening page also when the contents page is open before the first stop', () =>
+      visit(async (visitor) => {
+        await visitor.openTour();
+        await visitor.openContents();
+        await visitor.load('mw', 'openhelp.htm', () => exit(visitor));
+      }));
 
     it('leads back to the page that had linked to a single stop', () => visit(async (visitor) => {
       await writePage(tour.folder, 'stop-link.htm', sitePage('Link', '<a href="page2.htm">Stop</a>'));

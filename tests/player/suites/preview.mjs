@@ -57,6 +57,15 @@ export function preview(context) {
       assert.equal(await navigator.$('[data-go="exit"]'), null);
     }));
 
+    it('says below a page that is tested in a frame what is going on', () => visit(async (visitor) => {
+      await writePage(tour.workingCopy, 'ft.htm', `<html lang="en"><head><title>Test</title>
+<link rel="icon" href="data:,"></head><frameset rows="*,50"><frame src="site1.htm" name="tw" title="Page">
+<frame src="lower.htm" name="bw" title="Test"></frameset></html>`);
+      await visitor.open('ft.htm');
+      const lower = await visitor.frame('bw');
+      assert.match(await lower.$eval('main', (main) => main.innerText), /being tested/);
+    }));
+
     it('loads nothing ahead', () => visit(async (visitor) => {
       await visitor.openTour('framever.htm');
       for (const stop of tour.stops)

@@ -17,29 +17,27 @@ async function stepThrough(visitor, stops, next, previous) {
     assertNarration(stop, await visitor.arriveAt(stop, previous));
 }
 
-function reachesEveryStop(context, name, publish, window) {
-  describe(name, () => {
-    let tour;
-    before(async () => { tour = await publish(); });
-    after(() => tour.remove());
-    const visit = (test) => context.visit(tour.folder, async (visitor) => {
-      await visitor.openTour();
-      await test(visitor);
-    }, window);
-
-    it('reaches every stop by Next and goes back by Previous', () => visit(async (visitor) => {
-      await stepThrough(visitor, tour.stops, () => visitor.press('next'), () => visitor.press('previous'));
-    }));
-
-    it('reaches every stop by the arrow keys', () => visit(async (visitor) => {
-      await stepThrough(visitor, tour.stops, () => visitor.key('ArrowRight'), () => visitor.key('ArrowLeft'));
-    }));
-
-    it('reaches every stop from the contents page', () => visit(async (visitor) => {
-      for (const stop of tour.stops)
-        assertNarration(stop, await visitor.chooseInContents(stop));
-    }));
+function sampleTour(context) {
+  let tour;
+  before(async () => { tour = await publishFolder(sampleFolder); });
+  after(() => tour.remove());
+  const visit = (test) => context.visit(tour.folder, async (visitor) => {
+    await visitor.openTour();
+    await test(visitor);
   });
+
+  it('reaches every stop by Next and goes back by Previous', () => visit(async (visitor) => {
+    await stepThrough(visitor, tour.stops, () => visitor.press('next'), () => visitor.press('previous'));
+  }));
+
+  it('reaches every stop by the arrow keys', () => visit(async (visitor) => {
+    await stepThrough(visitor, tour.stops, () => visitor.key('ArrowRight'), () => visitor.key('ArrowLeft'));
+  }));
+
+  it('reaches every stop from the contents page', () => visit(async (visitor) => {
+    for (const stop of tour.stops)
+      assertNarration(stop, await visitor.chooseInContents(stop));
+  }));
 }
 
 function largestTour(context) {
@@ -120,6 +118,17 @@ function history(context) {
     await visitor.arriveAt(tour.stops[0], () => visitor.press('next'));
   }));
 
+  it('shows the same stop again after a reload', () => context.visit(tour.folder, async (visitor) => {
+    await visitor.openTour();
+    const [first, second, third] = tour.stops;
+    await visitor.arriveAt(first, () => visitor.press('next'));
+    await visitor.arriveAt(second, () => visitor.press('next'));
+    await visitor.arriveAt(second, () => visitor.page.reload());
+    await visitor.navigatorShows('2 of 4');
+    await visitor.arriveAt(third, () => visitor.press('next'));
+    await visitor.arriveAt(second, () => visitor.page.evaluate(() => history.back()));
+  }));
+
   it('goes two stops on when Next is pressed twice before the first has arrived', () =>
     context.visit(tour.folder, async (visitor) => {
       await visitor.openTour();
@@ -133,10 +142,8 @@ function history(context) {
 
 /** Every stop can be reached, in tours of any size, and shows its own page and its own narration. */
 export function stepping(context) {
-  reachesEveryStop(context, 'the sample tour', () => publishFolder(sampleFolder));
+  describe('the sample tour', () => sampleTour(context));
   describe('a tour of 100 stops', () => largestTour(context));
-  reachesEveryStop(context, 'a tour of 5 stops in a window of 320 pixels',
-    () => publishTour({ stops: numberedStops(5) }), { width: 320, height: 568 });
   describe('small tours', () => smallTours(context));
   describe('the history of the browser', () => history(context));
 }

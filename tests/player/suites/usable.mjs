@@ -49,6 +49,14 @@ export function usable(context) {
       assert.equal(outline, 'solid');
     }));
 
+    it('can be played in a window of 320 pixels', () => visit(async (visitor) => {
+      await visitor.openTour();
+      await visitor.arriveAt(tour.stops[0], () => visitor.press('next'));
+      await visitor.arriveAt(tour.stops[1], () => visitor.key('ArrowRight'));
+      await visitor.chooseInContents(tour.stops[11]);
+      await visitor.arriveAt(tour.stops[10], () => visitor.press('previous'));
+    }, narrowWindow));
+
     it('fits into a window of 320 pixels', () => visit(async (visitor) => {
       await visitor.openTour();
       await visitor.arriveAt(tour.stops[0], () => visitor.press('next'));

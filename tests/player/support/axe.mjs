@@ -4,16 +4,19 @@ import axe from 'axe-core';
 export async function findViolations(page) {
   const frame = page.mainFrame();
   const partials = await checkFrame(frame, {});
-  const results = await frame.evaluate((parts) => window.axe.finishRun(parts), partials);
-  return results.violations.flatMap(({ id, help, nodes }) => nodes.map((node) => (
-    `${id} (${help}): ${node.target.join(' > ')}: ${node.html.slice(0, 120)}`)));
+  return frame.evaluate(async (parts) => {
+    const results = await window.axe.finishRun(parts.map((part) => JSON.parse(part)));
+    return results.violations.flatMap(({ id, help, nodes }) => nodes.map((node) => (
+      `${id} (${help}): ${node.target.join(' > ')}: ${node.html.slice(0, 120)}`)));
+  }, partials);
 }
 
+// Partial results travel as text: as objects they are too deep for what drives Firefox.
 async function checkFrame(frame, context) {
   await frame.evaluate(axe.source);
   const [frameContexts, partial] = await frame.evaluate(async (given) => [
     window.axe.utils.getFrameContexts(given),
-    await window.axe.runPartial(given),
+    JSON.stringify(await window.axe.runPartial(given)),
   ], context);
   const partials = [partial];
   for (const { frameSelector, frameContext } of frameContexts) {
