@@ -93,15 +93,14 @@ std::error_code readAll(std::FILE* file, std::size_t expectedSize, std::string& 
     return std::ferror(file) != 0 ? lastError() : std::error_code();
 }
 
-/// Writes a file of a name that is free. After a failure there is none.
-std::error_code writeNew(const fs::path& path, std::string_view bytes) {
+/// Makes a file of a name that is free and lets `fill` write it. After a failure there is none.
+template <typename Fill>
+std::error_code makeNew(const fs::path& path, Fill fill) {
     OpenFile file = openFile(path, "wbx");
     if (!file)
         return lastError();
     std::setvbuf(file.get(), nullptr, _IONBF, 0);
-    std::error_code error;
-    if (std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size())
-        error = lastError();
+    std::error_code error = fill(file.get());
     errno = 0;
     if (std::fclose(file.release()) != 0 && !error)
         error = lastError();
@@ -111,21 +110,37 @@ std::error_code writeNew(const fs::path& path, std::string_view bytes) {
     return error;
 }
 
-/// Same for a copy of what was found.
-std::error_code copyNewFile(const Found& from, const fs::path& to) {
-    std::error_code error = whyNotRegular(from);
-    if (error)
-        return error;
-    if (fs::exists(fs::symlink_status(to, error)))
-        return std::make_error_code(std::errc::file_exists);
-    fs::copy_file(from.path, to, fs::copy_options::none, error);
-    // A copy of a read-only template is the author's own and may be edited.
-    if (!error && (from.status.permissions() & fs::perms::owner_write) == fs::perms::none)
-        fs::permissions(to, fs::perms::owner_write, fs::perm_options::add, error);
-    std::error_code ignored;
-    if (error)
-        fs::remove(to, ignored);
+std::error_code writeAll(std::FILE* file, std::string_view bytes) {
+    errno = 0;
+    return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() ? std::error_code() : lastError();
+}
+
+std::error_code copyAll(std::FILE* from, std::FILE* to) {
+    constexpr std::size_t blockSize = 65536;
+    std::string block(blockSize, '\0');
+    std::error_code error;
+    std::setvbuf(from, nullptr, _IONBF, 0);
+    for (std::size_t count = blockSize; count == blockSize && !error;) {
+        errno = 0;
+        count = std::fread(block.data(), 1, blockSize, from);
+        error = std::ferror(from) != 0 ? lastError() : writeAll(to, std::string_view(block).substr(0, count));
+    }
     return error;
+}
+
+/// Not std::filesystem::copy_file(), which does not tell a full disk from a broken one.
+std::error_code copyNewFile(const Found& from, const fs::path& to) {
+    if (const std::error_code unfit = whyNotRegular(from))
+        return unfit;
+    const OpenFile source = openFile(from.path, "rb");
+    if (!source)
+        return lastError();
+    return makeNew(to, [&](std::FILE* target) {
+        std::error_code error;
+        // A copy of a read-only template is the author's own and may be edited.
+        fs::permissions(to, from.status.permissions() | fs::perms::owner_write, error);
+        return error ? error : copyAll(source.get(), target);
+    });
 }
 
 std::string randomDigits() {
@@ -227,7 +242,9 @@ Contents read(const std::string& path) {
 }
 
 Outcome write(const std::string& path, std::string_view bytes, Replacing replacing) {
-    const auto make = [&](const fs::path& target) { return writeNew(target, bytes); };
+    const auto make = [&](const fs::path& target) {
+        return makeNew(target, [&](std::FILE* file) { return writeAll(file, bytes); });
+    };
     return outcomeOf("write", path, replace(path, replacing, make));
 }
 
@@ -242,12 +259,6 @@ Outcome copy(const std::string& from, const std::string& to, Replacing replacing
 
 Outcome copyNew(const std::string& from, const std::string& to) {
     return outcomeOf("copy", from + " to " + to, copyNewFile(find(from), toPath(to)));
-}
-
-Outcome link(const std::string& from, const std::string& to) {
-    std::error_code error;
-    fs::create_hard_link(toPath(from), toPath(to), error);
-    return outcomeOf("link", from + " to " + to, error);
 }
 
 Outcome move(const std::string& from, const std::string& to) {

@@ -46,9 +46,6 @@ Outcome copy(const std::string& from, const std::string& to, Replacing replacing
 /// Copies `from` to a name that is free. After a failure there is no file `to`.
 Outcome copyNew(const std::string& from, const std::string& to);
 
-/// Gives the file `from` itself a second name `to`, which is free and on the same disk. Not every disk can.
-Outcome link(const std::string& from, const std::string& to);
-
 /// Renames a file over `to`, or a folder to a free name; both must lie on one disk.
 Outcome move(const std::string& from, const std::string& to);
 
