@@ -8,7 +8,8 @@
 namespace wendmark::cli {
 
 void StreamDesktop::showLineError(const std::string& text) {
-    m_errors << text << '\n';
+    if (m_log.outcome().ok())
+        m_errors << text << '\n';
 }
 
 float StreamDesktop::timeOfDay() {
@@ -25,7 +26,7 @@ void FirstFailureLog::write(Level level, const std::string& line) {
 
 TourRun::TourRun(const WorkspaceFolders& folders, std::ostream& errors)
     : m_errors(errors)
-    , m_desktop(errors)
+    , m_desktop(errors, m_log)
     , m_workspace(folders, m_model, m_handOver, m_desktop, m_log)
     , m_context{m_model, m_workspace, m_desktop, m_log} {}
 

@@ -15,22 +15,6 @@
 
 namespace wendmark::cli {
 
-/// A desktop without a screen: errors go to a stream, and waiting takes no time.
-class StreamDesktop final : public Desktop {
-public:
-    explicit StreamDesktop(std::ostream& errors) : m_errors(errors) {}
-
-    void showLineError(const std::string& text) override;
-    void processPendingEvents() override {}
-    float timeOfDay() override;
-    void navigateMainBrowser(const std::string&) override {}
-    void setBusyPointer(Pointer) override {}
-
-private:
-    std::ostream& m_errors;
-    float m_seconds = 0;
-};
-
 /// Keeps the warnings and the first failure.
 class FirstFailureLog final : public Log {
 public:
@@ -43,6 +27,24 @@ private:
 
     std::vector<std::string> m_warnings;
     Outcome m_outcome = Outcome::success();
+};
+
+/// A desktop without a screen: errors of lines go to a stream, and waiting takes no time. Once the run has
+/// failed, which is told in a sentence of its own, what follows from that is not shown.
+class StreamDesktop final : public Desktop {
+public:
+    StreamDesktop(std::ostream& errors, const FirstFailureLog& log) : m_errors(errors), m_log(log) {}
+
+    void showLineError(const std::string& text) override;
+    void processPendingEvents() override {}
+    float timeOfDay() override;
+    void navigateMainBrowser(const std::string&) override {}
+    void setBusyPointer(Pointer) override {}
+
+private:
+    std::ostream& m_errors;
+    const FirstFailureLog& m_log;
+    float m_seconds = 0;
 };
 
 /// One run of the program without its windows, from start-up on, on the given folders.
@@ -67,8 +69,8 @@ public:
 
 private:
     std::ostream& m_errors;
-    StreamDesktop m_desktop;
     FirstFailureLog m_log;
+    StreamDesktop m_desktop;
     TourModel m_model;
     HandOver m_handOver;
     Options m_options;

@@ -49,24 +49,26 @@ private:
         if (fs::is_directory(status))
             return Outcome::failure("replace", path, std::make_error_code(std::errc::is_a_directory));
         // With a second name, the first one is at no moment without a file. Not every disk knows them.
-        if (!files::link(path, files::join(m_replaced, name)).ok())
+        fs::create_hard_link(path, files::join(m_replaced, name), error);
+        if (error)
             return moveOld(name);
         m_old.insert(name);
         return Outcome::success();
     }
 
-    Outcome moveOld(const std::string& name) {
-        Outcome moved = files::move(files::join(m_to, name), files::join(m_replaced, name));
-        if (moved.ok())
-            m_old.insert(name);
-        return moved;
-    }
+    Outcome moveOld(const std::string& name) { return move(name, m_to, m_replaced, m_old); }
 
-    Outcome moveNew(const std::string& name) {
-        Outcome moved = files::move(files::join(m_from, name), files::join(m_to, name));
-        if (moved.ok())
-            m_new.insert(name);
-        return moved;
+    Outcome moveNew(const std::string& name) { return move(name, m_from, m_to, m_new); }
+
+    /// Says of a failure that the file in its place cannot be replaced, whichever step it was.
+    Outcome move(const std::string& name, const std::string& from, const std::string& to,
+                 std::set<std::string>& moved) const {
+        std::error_code error;
+        fs::rename(files::join(from, name), files::join(to, name), error);
+        if (error)
+            return Outcome::failure("replace", files::join(m_to, name), error);
+        moved.insert(name);
+        return Outcome::success();
     }
 
     Outcome undo(Outcome reason) {
