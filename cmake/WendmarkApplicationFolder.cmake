@@ -6,7 +6,10 @@ function(wendmark_place_program target)
     set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${WENDMARK_APPLICATION_FOLDER}")
 endfunction()
 
+# Removed first: a file that is gone from the sources must not stay in every tour published from here.
 add_custom_target(wendmark_folders ALL
+    COMMAND "${CMAKE_COMMAND}" -E rm -rf
+        "${WENDMARK_APPLICATION_FOLDER}/Template" "${WENDMARK_APPLICATION_FOLDER}/MyTours"
     COMMAND "${CMAKE_COMMAND}" -E make_directory "${WENDMARK_APPLICATION_FOLDER}"
     COMMAND "${CMAKE_COMMAND}" -E copy_directory
         "${CMAKE_SOURCE_DIR}/assets/Template" "${WENDMARK_APPLICATION_FOLDER}/Template"
