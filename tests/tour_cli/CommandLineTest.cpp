@@ -1,0 +1,142 @@
+#include "tour_cli/CommandLine.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace wendmark::cli {
+namespace {
+
+using Words = std::vector<std::string>;
+
+template <typename Wanted>
+Wanted parsed(const Words& words) {
+    const Request request = parseCommandLine(words);
+    const Wanted* const wanted = std::get_if<Wanted>(&request);
+    if (wanted == nullptr)
+        throw std::runtime_error("understood as something else: " + ::testing::PrintToString(words));
+    return *wanted;
+}
+
+TEST(CommandLine, publishNeedsOnlyTheTour) {
+    const auto request = parsed<PublishRequest>({"publish", "tour"});
+    EXPECT_EQ(request.tour, "tour");
+    EXPECT_EQ(request.into, std::nullopt);
+    EXPECT_EQ(request.templateFolder, std::nullopt);
+    EXPECT_EQ(request.workingCopy, std::nullopt);
+}
+
+TEST(CommandLine, publishTakesAllItsOptions) {
+    const auto request = parsed<PublishRequest>(
+        {"publish", "tour", "--into", "www", "--template", "looks", "--working-copy", "copy"});
+    EXPECT_EQ(request.tour, "tour");
+    EXPECT_EQ(request.into, "www");
+    EXPECT_EQ(request.templateFolder, "looks");
+    EXPECT_EQ(request.workingCopy, "copy");
+}
+
+TEST(CommandLine, optionsMayStandBeforeTheTour) {
+    const auto request = parsed<PublishRequest>({"publish", "--into", "www", "tour"});
+    EXPECT_EQ(request.tour, "tour");
+    EXPECT_EQ(request.into, "www");
+}
+
+TEST(CommandLine, valueMayFollowAnEqualsSign) {
+    EXPECT_EQ(parsed<PublishRequest>({"publish", "tour", "--into=www"}).into, "www");
+    EXPECT_EQ(parsed<PublishRequest>({"publish", "tour", "--into=a=b"}).into, "a=b");
+}
+
+TEST(CommandLine, nextWordIsTheValueWhateverItLooksLike) {
+    EXPECT_EQ(parsed<PublishRequest>({"publish", "tour", "--into", "--template"}).into, "--template");
+    EXPECT_EQ(parsed<NewRequest>({"new", "f", "--title", "--help"}).title, "--help");
+    EXPECT_EQ(parsed<PublishRequest>({"publish", "tour", "--into", "--"}).into, "--");
+}
+
+TEST(CommandLine, lastOneOfARepeatedOptionCounts) {
+    EXPECT_EQ(parsed<PublishRequest>({"publish", "tour", "--into", "a", "--into", "b"}).into, "b");
+}
+
+TEST(CommandLine, wordsAfterTwoDashesAreNoOptions) {
+    EXPECT_EQ(parsed<PublishRequest>({"publish", "--", "--into"}).tour, "--into");
+    EXPECT_EQ(parsed<PublishRequest>({"publish", "--into", "www", "--", "-tour"}).tour, "-tour");
+    EXPECT_EQ(parsed<PublishRequest>({"publish", "--", "--"}).tour, "--");
+}
+
+TEST(CommandLine, oneDashIsAName) {
+    EXPECT_EQ(parsed<PublishRequest>({"publish", "-"}).tour, "-");
+}
+
+TEST(CommandLine, namesAreTakenAsTheyStand) {
+    for (const std::string name : {"two words", " blanks ", "it's", "\"quoted\"", "ÄÖÜ→", "a\nb", "\xff"})
+        EXPECT_EQ(parsed<PublishRequest>({"publish", name}).tour, name);
+}
+
+TEST(CommandLine, newTakesFolderTitleAndTemplates) {
+    const auto request =
+        parsed<NewRequest>({"new", "folder", "--title", "Plants of the Desert", "--template", "looks"});
+    EXPECT_EQ(request.folder, "folder");
+    EXPECT_EQ(request.title, "Plants of the Desert");
+    EXPECT_EQ(request.templateFolder, "looks");
+}
+
+TEST(CommandLine, titleLosesTheBlanksAtItsEnds) {
+    EXPECT_EQ(parsed<NewRequest>({"new", "folder", "--title", "  Pflanzen der Wüste "}).title,
+              "Pflanzen der Wüste");
+}
+
+TEST(CommandLine, helpIsGivenBeforeAndAfterACommand) {
+    parsed<HelpRequest>({"--help"});
+    parsed<HelpRequest>({"-h"});
+    parsed<HelpRequest>({"publish", "--help"});
+    parsed<HelpRequest>({"publish", "tour", "-h"});
+    parsed<HelpRequest>({"new", "--help"});
+}
+
+TEST(CommandLine, versionIsAsked) {
+    parsed<VersionRequest>({"--version"});
+}
+
+struct WrongUse {
+    Words words;
+    std::string message;
+};
+
+TEST(CommandLine, wrongUseSaysWhatIsWrong) {
+    const std::vector<WrongUse> cases = {
+        {{}, "no command given"},
+        {{"publsh", "tour"}, "there is no command publsh"},
+        {{""}, "there is no command "},
+        {{"--", "publish", "tour"}, "there is no command --"},
+        {{"publish"}, "publish needs a TOUR"},
+        {{"publish", "--into", "www"}, "publish needs a TOUR"},
+        {{"publish", ""}, "the name of the TOUR is empty"},
+        {{"publish", "a", "b"}, "publish takes one TOUR, not also b"},
+        {{"publish", "tour", "--into"}, "the option --into needs a value"},
+        {{"publish", "tour", "--into", ""}, "the value of the option --into is empty"},
+        {{"publish", "tour", "--into="}, "the value of the option --into is empty"},
+        {{"publish", "tour", "--int", "www"}, "publish has no option --int"},
+        {{"publish", "tour", "--title", "T"}, "publish has no option --title"},
+        {{"publish", "tour", "--=x"}, "publish has no option --=x"},
+        {{"publish", "tour", "-xy"}, "publish has no option -xy"},
+        {{"publish", "tour", "--help=all"}, "publish has no option --help=all"},
+        {{"new", "--title", "T"}, "new needs a FOLDER"},
+        {{"new", "folder"}, "new needs a --title"},
+        {{"new", "folder", "--title", ""}, "the value of the option --title is empty"},
+        {{"new", "folder", "--title", "   "}, "Tour Title cannot be blank"},
+        {{"new", "folder", "--title", "two\nlines"}, "the tour's title must be one line"},
+        {{"new", "folder", "--title", "two\rlines"}, "the tour's title must be one line"},
+        {{"new", "folder", "--title", "T", "--into", "www"}, "new has no option --into"},
+    };
+    for (const WrongUse& wrong : cases) {
+        SCOPED_TRACE(::testing::PrintToString(wrong.words));
+        EXPECT_EQ(parsed<UsageError>(wrong.words).message, wrong.message);
+    }
+}
+
+TEST(CommandLine, helpNamesEveryCommandAndOption) {
+    for (const std::string word : {"publish TOUR", "new FOLDER", "--into", "--template", "--working-copy",
+                                   "--title", "--help", "--version", "Exit status"})
+        EXPECT_THAT(helpText(), ::testing::HasSubstr(word));
+}
+
+} // namespace
+} // namespace wendmark::cli

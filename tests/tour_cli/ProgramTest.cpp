@@ -1,0 +1,102 @@
+#include "tour_cli/CommandLine.h"
+#include "tour_cli/TourFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace wendmark::test {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::HasSubstr;
+
+class ProgramTest : public TourFixture {};
+
+TEST_F(ProgramTest, helpGoesToTheStandardOutput) {
+    for (const std::string option : {"--help", "-h"}) {
+        const ProgramResult result = program().run({option});
+        expectDone(result);
+        EXPECT_EQ(result.output, cli::helpText());
+    }
+}
+
+TEST_F(ProgramTest, versionIsPrinted) {
+    const ProgramResult result = program().run({"--version"});
+    expectDone(result);
+    EXPECT_EQ(result.output, "wendmark-tour 1.09\n");
+}
+
+TEST_F(ProgramTest, wrongUseEndsWithStatusTwoAndOneSentence) {
+    const auto before = folderState(scratch.path());
+    const std::vector<std::vector<std::string>> cases = {{},
+                                                         {"pubish"},
+                                                         {"publish"},
+                                                         {"publish", tour, "--bogus"},
+                                                         {"new", scratch / "new"},
+                                                         {"publish", tour, tour}};
+    for (const auto& words : cases) {
+        SCOPED_TRACE(::testing::PrintToString(words));
+        const ProgramResult result = program().run(words);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.output, "");
+        ASSERT_EQ(linesOf(result.errors).size(), 1U);
+        EXPECT_THAT(result.errors, ::testing::StartsWith("wendmark-tour: "));
+        EXPECT_THAT(result.errors, HasSubstr("see wendmark-tour --help"));
+    }
+    EXPECT_EQ(folderState(scratch.path()), before);
+}
+
+TEST_F(ProgramTest, orderOfWordsDoesNotDependOnTheEnvironment) {
+    const ProgramResult result =
+        program().with("POSIXLY_CORRECT", "1").run({"publish", tour, "--into", scratch / "www"});
+    expectDone(result);
+    EXPECT_TRUE(exists(scratch / "www/playtour.htm"));
+}
+
+TEST_F(ProgramTest, helpThatCannotBePrintedIsAFailure) {
+    const ProgramResult result = program().withOutputTo("/dev/full").run({"--help"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.errors, "wendmark-tour: cannot write to the standard output: No space left on device\n");
+}
+
+TEST_F(ProgramTest, tourIsPublishedAlsoWhenTheReportCannotBePrinted) {
+    const ProgramResult result =
+        program().withOutputTo("/dev/full").run({"publish", tour, "--into", scratch / "www"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors,
+              "wendmark-tour: warning: cannot write to the standard output: No space left on device\n");
+    EXPECT_TRUE(exists(scratch / "www/playtour.htm"));
+}
+
+TEST_F(ProgramTest, tourIsPublishedAlsoWhenNobodyReadsTheReport) {
+    const ProgramResult result =
+        program().withOutputUnread().run({"publish", tour, "--into", scratch / "www"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "wendmark-tour: warning: cannot write to the standard output: Broken pipe\n");
+    EXPECT_TRUE(exists(scratch / "www/playtour.htm"));
+}
+
+TEST_F(ProgramTest, tourIsPublishedAlsoWhenNobodyReadsTheErrors) {
+    const std::string faulty = makeTour("faulty", "<<<VoskInfo>>>#Author\r\n" + scriptWithStops(1));
+    const ProgramResult result =
+        program().withErrorsUnread().run({"publish", faulty, "--into", scratch / "www"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_TRUE(exists(scratch / "www/playtour.htm"));
+}
+
+TEST_F(ProgramTest, reportNamesTitleStopsAndFolder) {
+    const ProgramResult result = program().run({"publish", tour, "--into", scratch / "www"});
+    expectDone(result);
+    EXPECT_EQ(result.output, "Published \"Plants of the Desert\", stops: 3, in " + (scratch / "www") + "\n");
+}
+
+TEST_F(ProgramTest, programThatIsALinkUsesTheTemplatesBesideTheRealOne) {
+    programInFolder(scratch / "app");
+    fs::create_symlink("app/wendmark-tour", scratch / "linked");
+    expectDone(ProgramRun(scratch / "linked").run({"publish", tour, "--into", scratch / "www"}));
+    EXPECT_TRUE(exists(scratch / "www/playtour.htm"));
+}
+
+} // namespace
+} // namespace wendmark::test
