@@ -19,7 +19,7 @@ constexpr std::string_view nextInstruction = "Click the <strong>Next button</str
 constexpr std::string_view exitInstruction = "Click the <strong>Exit button</strong> to quit this Tour.";
 
 std::string inApostrophes(std::string_view text) {
-    return "'" + std::string(text) + "'";
+    return std::string("'").append(text).append("'");
 }
 
 /// False when a stop has no entry, or when there is no last stop.
