@@ -117,13 +117,13 @@ std::error_code writeAll(std::FILE* file, std::string_view bytes) {
 
 std::error_code copyAll(std::FILE* from, std::FILE* to) {
     constexpr std::size_t blockSize = 65536;
-    std::string block(blockSize, '\0');
+    const auto block = std::make_unique_for_overwrite<char[]>(blockSize);
     std::error_code error;
     std::setvbuf(from, nullptr, _IONBF, 0);
     for (std::size_t count = blockSize; count == blockSize && !error;) {
         errno = 0;
-        count = std::fread(block.data(), 1, blockSize, from);
-        error = std::ferror(from) != 0 ? lastError() : writeAll(to, std::string_view(block).substr(0, count));
+        count = std::fread(block.get(), 1, blockSize, from);
+        error = std::ferror(from) != 0 ? lastError() : writeAll(to, {block.get(), count});
     }
     return error;
 }
@@ -138,7 +138,8 @@ std::error_code copyNewFile(const Found& from, const fs::path& to) {
     return makeNew(to, [&](std::FILE* target) {
         std::error_code error;
         // A copy of a read-only template is the author's own and may be edited.
-        fs::permissions(to, from.status.permissions() | fs::perms::owner_write, error);
+        const fs::perms rights = (from.status.permissions() & fs::perms::all) | fs::perms::owner_write;
+        fs::permissions(to, rights, error);
         return error ? error : copyAll(source.get(), target);
     });
 }
