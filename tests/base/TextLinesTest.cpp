@@ -37,7 +37,7 @@ TEST(TextLines, endsOfDifferentKindsMayFollowEachOther) {
 
 TEST(TextLines, lastLineEndMayBeMissing) {
     for (const std::string_view end : {"", "\r\n", "\n", "\r"})
-        EXPECT_EQ(linesOf("a" + std::string(end)), Lines{"a"});
+        EXPECT_EQ(linesOf(std::string("a").append(end)), Lines{"a"});
 }
 
 TEST(TextLines, emptyTextHasNoLine) {

@@ -37,7 +37,7 @@ TEST(Utf8, charactersAreEncodedAsTheStandardSays) {
           Case{0x10000, "\xF0\x90\x80\x80"}, Case{0x10ffff, "\xF4\x8F\xBF\xBF"}}) {
         std::string utf8 = "x";
         appendUtf8(utf8, given.codePoint);
-        EXPECT_EQ(utf8, "x" + std::string(given.utf8));
+        EXPECT_EQ(utf8, std::string("x").append(given.utf8));
     }
 }
 
