@@ -230,7 +230,9 @@ var startTimers;
     fitFrames(generated);
     addEventListener('resize', () => fitFrames(generated));
     document.title = new DOMParser().parseFromString(document.title, 'text/html').body.textContent.trim();
-    if (visit.stop > 0 && visit.stop <= numStops) {
+    // The editor's preview of a stop names that stop's page itself, whatever was shown before at this address.
+    const isPreview = /^page\d+\.htm$/.test(frameElement('nar').getAttribute('src'));
+    if (!isPreview && visit.stop > 0 && visit.stop <= numStops) {
       wantedStop = visit.stop;
       frameWindow('nar').location.replace(stopPage(visit.stop));
     }
