@@ -80,6 +80,12 @@ void Workspace::copyWorkingCopyToTour() {
     m_model.tourChanged = false;
 }
 
+void Workspace::leaveOnlyTemplateScript() {
+    emptyWorkingCopy();
+    pause(1.0F);
+    m_log.skip(files::copy(templateFile("script.txt"), workingFile("script1.txt")));
+}
+
 void Workspace::restoreWorkingFiles() {
     // Only the bullet has a stand-in. The other three are copied from themselves, which never succeeds; that
     // the second one is looked for under another ending than it is copied from makes no difference to that.

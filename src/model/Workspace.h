@@ -59,6 +59,10 @@ public:
     /// permission), nothing changes. Clears tourChanged in every case.
     void copyWorkingCopyToTour();
 
+    /// Empties the working copy but for a copy of the templates' script, "script1.txt": what a program that
+    /// ends leaves behind.
+    void leaveOnlyTemplateScript();
+
     /// Repairs support files that the working copy lacks.
     void restoreWorkingFiles();
 

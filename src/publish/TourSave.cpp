@@ -73,13 +73,17 @@ void makeFinalForm(TourContext& context) {
     useFinalNavigator(context);
 }
 
-void saveTour(TourContext& context) {
+void saveTourAs(TourContext& context) {
     makeFinalForm(context);
     context.workspace.pause(1.0F);
     context.workspace.copyWorkingCopyToTour();
     useEditingNavigator(context);
     context.model.editingMode = true;
     makeAllFramesets(context);
+}
+
+void saveTour(TourContext& context) {
+    saveTourAs(context);
     writeLaunchList(context);
 }
 

@@ -22,4 +22,7 @@ void makeFinalForm(TourContext& context);
 /// save.
 void saveTour(TourContext& context);
 
+/// Same, for a tour that gets another folder; leaves the launch list as it is.
+void saveTourAs(TourContext& context);
+
 } // namespace wendmark
