@@ -15,4 +15,6 @@ add_custom_target(wendmark_folders ALL
         "${CMAKE_SOURCE_DIR}/assets/Template" "${WENDMARK_APPLICATION_FOLDER}/Template"
     COMMAND "${CMAKE_COMMAND}" -E copy_directory
         "${CMAKE_SOURCE_DIR}/assets/MyTours" "${WENDMARK_APPLICATION_FOLDER}/MyTours"
+    COMMAND "${CMAKE_COMMAND}" -E copy_directory
+        "${CMAKE_SOURCE_DIR}/assets/Help" "${WENDMARK_APPLICATION_FOLDER}/Help"
     COMMENT "Filling the application folder")

@@ -1,0 +1,100 @@
+#include "base/Log.h"
+#include "maker.h"
+#include "model/HandOver.h"
+#include "model/Options.h"
+#include "model/TourContext.h"
+#include "model/TourModel.h"
+#include "model/Workspace.h"
+#include "platform/ApplicationFolder.h"
+#include "platform/BrowserView.h"
+#include "platform/FileLog.h"
+#include "platform/Icons.h"
+#include "platform/QtDesktop.h"
+#include "platform/Registry.h"
+#include "platform/SettingsStore.h"
+#include "platform/SingleProgram.h"
+#include "platform/Strings.h"
+#include "publish/TourCommands.h"
+#include "ui/dialogs/frmSplash.h"
+#include "ui/main/frmMain.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QWebEngineProfile>
+#include <memory>
+
+namespace {
+
+using namespace wendmark;
+
+/// The folder of the tour that the command line names, itself or by its script; empty when it names none.
+QString tourFolderFrom(const QCommandLineParser& parser) {
+    const QStringList named = parser.positionalArguments();
+    if (named.isEmpty())
+        return {};
+    const QFileInfo tour(named.first());
+    return tour.isFile() ? tour.absolutePath() : tour.absoluteFilePath();
+}
+
+void prepareApplication(QCommandLineParser& parser, const QApplication& application) {
+    QApplication::setApplicationName(QStringLiteral("Wendmark"));
+    QApplication::setApplicationVersion(QLatin1String(programVersion));
+    QApplication::setDesktopFileName(QStringLiteral("example.brenholt.Wendmark"));
+    QApplication::setWindowIcon(programIcon());
+    QApplication::setQuitOnLastWindowClosed(
+        false); // The wizard comes and goes before the main window is shown.
+    parser.setApplicationDescription(QObject::tr("Authoring tool for guided web tours"));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addPositionalArgument(QStringLiteral("tour"),
+                                 QObject::tr("Folder of a tour to open, or its script.txt"),
+                                 QStringLiteral("[tour]"));
+    parser.process(application);
+}
+
+void warnWithoutTemplates(const Workspace& workspace, Log& log) {
+    if (!fileExists(workspace.templateFile("page.htm")))
+        log.fail("the Template folder is missing or empty: " + workspace.folders().templatePath);
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    QCommandLineParser parser;
+    prepareApplication(parser, application);
+
+    FileLog log(FileLog::defaultPath());
+    const ApplicationFolder folder =
+        findApplicationFolder(QApplication::applicationDirPath(),
+                              QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    log.skip(folder.outcome);
+    const QString tourFolder = tourFolderFrom(parser);
+    SingleProgram program(folder.path);
+    if (!program.isFirst())
+        return 0;
+
+    TourModel model;
+    HandOver handOver;
+    Options options;
+    QtDesktop desktop;
+    SettingsStore settings;
+    const Registry registry;
+    Workspace workspace(WorkspaceFolders::inside(toUtf8(folder.path)), model, handOver, desktop, log);
+    TourContext tour{model, workspace, desktop, log};
+    startProgram(tour, handOver, options);
+    warnWithoutTemplates(workspace, log);
+
+    frmSplash splash;
+    splash.exec();
+
+    const std::unique_ptr<QWebEngineProfile> profile(makeBrowserProfile(nullptr));
+    frmMain window({tour, handOver, options, desktop, settings, registry, *profile});
+    QObject::connect(&window, &frmMain::closed, &application, &QCoreApplication::quit, Qt::QueuedConnection);
+    QObject::connect(&program, &SingleProgram::activationRequested, &window, &frmMain::bringToFront);
+    window.load(tourFolder);
+    window.show();
+    return QApplication::exec();
+}

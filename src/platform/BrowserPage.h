@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/FileConfinement.h"
+
+#include <QWebEnginePage>
+
+namespace wendmark {
+
+/// The engine's page with what the windows need added and what tours must not do taken away.
+class BrowserPage final : public QWebEnginePage {
+    Q_OBJECT
+
+public:
+    BrowserPage(QWebEngineProfile& profile, QObject* parent);
+
+    FileConfinement& confinement() { return m_confinement; }
+
+signals:
+    void statusTextSet(const QString& text, const QUrl& source);
+
+protected:
+    bool acceptNavigationRequest(const QUrl& address, NavigationType type, bool isMainFrame) override;
+    void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel level, const QString& message, int lineNumber,
+                                  const QString& sourceID) override;
+
+private:
+    void restrictRights();
+    void watchStatusTexts();
+    void openInSystemBrowser(const QUrl& address, bool clicked) const;
+
+    FileConfinement m_confinement;
+    QString m_statusMark; ///< Begins the console messages that carry a status text; not known to any page.
+};
+
+} // namespace wendmark

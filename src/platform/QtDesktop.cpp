@@ -1,0 +1,61 @@
+#include "platform/QtDesktop.h"
+
+#include "platform/Strings.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QMessageBox>
+#include <QThread>
+#include <QTime>
+
+namespace wendmark {
+
+namespace {
+
+/// Milliseconds between two rounds of events, so that waiting does not take a whole processor.
+constexpr unsigned long restBetweenRounds = 5;
+
+} // namespace
+
+Clock realClock() {
+    QElapsedTimer elapsed;
+    elapsed.start();
+    const auto start = static_cast<float>(QTime::currentTime().msecsSinceStartOfDay()) / 1000;
+    return [=] { return start + static_cast<float>(elapsed.elapsed()) / 1000; };
+}
+
+QtDesktop::QtDesktop(Clock clock) : m_clock(std::move(clock)) {}
+
+void QtDesktop::showLineError(const std::string& text) {
+    QMessageBox box(QMessageBox::Warning, QStringLiteral("Wendmark"), toQString(text), QMessageBox::Ok,
+                    QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+void QtDesktop::processPendingEvents() {
+    QApplication::processEvents();
+    QThread::msleep(restBetweenRounds);
+}
+
+void QtDesktop::navigateMainBrowser(const std::string& address) {
+    emit mainBrowserNavigationRequested(toQString(address));
+}
+
+void QtDesktop::setBusyPointer(Pointer pointer) {
+    const bool hourglass = pointer == Pointer::hourglass;
+    if (hourglass == m_hourglass)
+        return;
+    m_hourglass = hourglass;
+    if (hourglass)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QApplication::restoreOverrideCursor();
+}
+
+void QtDesktop::beep() {
+    QApplication::beep();
+    emit beeped();
+}
+
+} // namespace wendmark

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QMessageBox>
+#include <QString>
+
+class QWidget;
+
+/// The program's message boxes. Texts are plain; lines are separated by a line break.
+namespace wendmark {
+
+/// Title of a message that has none of its own.
+QString programTitle();
+
+/// Shows a message with an OK button and returns when it is closed.
+void showMessage(QWidget* parent, const QString& text, const QString& title = programTitle(),
+                 QMessageBox::Icon icon = QMessageBox::Information);
+
+/// Asks a question with Yes and No; anything but Yes is no. No is what Esc and Return give.
+bool askYesNo(QWidget* parent, const QString& text, const QString& title = programTitle(),
+              QMessageBox::Icon icon = QMessageBox::Question);
+
+/// Moves a window, still hidden, to the middle of the screen that it will be on.
+void centreOnScreen(QWidget& window);
+
+} // namespace wendmark

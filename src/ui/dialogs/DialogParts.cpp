@@ -1,0 +1,53 @@
+#include "ui/dialogs/DialogParts.h"
+
+#include "base/Files.h"
+#include "platform/Strings.h"
+#include "ui/Messages.h"
+
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPushButton>
+
+namespace wendmark {
+
+QLabel* makeTextLabel(const char* name, const QString& text, QWidget* parent) {
+    auto* const label = new QLabel(text, parent);
+    label->setObjectName(QLatin1String(name));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
+QPushButton* makeButton(const char* name, const QString& caption, QWidget* parent) {
+    auto* const button = new QPushButton(caption, parent);
+    button->setObjectName(QLatin1String(name));
+    button->setAutoDefault(false);
+    return button;
+}
+
+QDialogButtonBox* makeSelectionButtons(QWidget* parent) {
+    auto* const buttons = new QDialogButtonBox(parent);
+    QPushButton* const ok = buttons->addButton(QDialogButtonBox::Ok);
+    ok->setObjectName(QStringLiteral("btnOK"));
+    ok->setText(QObject::tr("OK"));
+    ok->setToolTip(QObject::tr("Selection done"));
+    ok->setDefault(true);
+    QPushButton* const cancel = buttons->addButton(QDialogButtonBox::Cancel);
+    cancel->setObjectName(QStringLiteral("btnCancel"));
+    cancel->setText(QObject::tr("Cancel"));
+    cancel->setToolTip(QObject::tr("Cancel file selection"));
+    return buttons;
+}
+
+void runDialog(QDialog& dialog) {
+    dialog.adjustSize();
+    centreOnScreen(dialog);
+    dialog.exec();
+}
+
+bool createTourFolder(const QString& path) {
+    return files::makeFolder(toUtf8(path)).ok();
+}
+
+} // namespace wendmark

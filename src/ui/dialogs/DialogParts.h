@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+
+class QDialog;
+class QDialogButtonBox;
+class QLabel;
+class QPushButton;
+class QWidget;
+
+/// Pieces that the small dialogs have in common.
+namespace wendmark {
+
+/// Pixels between the parts of a dialog.
+inline constexpr int dialogGap = 8;
+
+/// A label with wrapped plain text.
+QLabel* makeTextLabel(const char* name, const QString& text, QWidget* parent);
+
+QPushButton* makeButton(const char* name, const QString& caption, QWidget* parent);
+
+/// The buttons of a dialog that selects a tour's folder, btnOK being the default one.
+QDialogButtonBox* makeSelectionButtons(QWidget* parent);
+
+/// Shows the dialog modally in the middle of the screen, until it is left.
+void runDialog(QDialog& dialog);
+
+/// Creates the folder `path` for a tour. False when it cannot be made, mostly because it exists.
+bool createTourFolder(const QString& path);
+
+} // namespace wendmark

@@ -1,0 +1,137 @@
+#include "ui/dialogs/FolderPicker.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QFileSystemModel>
+#include <QFormLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QStorageInfo>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace wendmark {
+
+namespace {
+
+constexpr int grid = 8;
+
+/// Volumes of the system itself, in which nobody keeps tours.
+bool isForPeople(const QStorageInfo& volume) {
+    if (!volume.isValid() || !volume.isReady())
+        return false;
+    const QString root = volume.rootPath();
+    return root == QLatin1String("/") || root.startsWith(QLatin1String("/media/")) ||
+           root.startsWith(QLatin1String("/run/media/")) || root.startsWith(QLatin1String("/mnt/")) ||
+           root.startsWith(QLatin1String("/home"));
+}
+
+bool liesIn(const QString& path, const QString& folder) {
+    return path == folder ||
+           path.startsWith(folder.endsWith(QLatin1Char('/')) ? folder : folder + QLatin1Char('/'));
+}
+
+} // namespace
+
+FolderPicker::FolderPicker(const QString& driveCaption, QWidget* parent)
+    : QWidget(parent)
+    , m_drives(new QComboBox(this))
+    , m_tree(new QTreeView(this))
+    , m_path(new QLabel(this))
+    , m_model(new QFileSystemModel(this)) {
+    m_drives->setObjectName(QStringLiteral("Drive1"));
+    m_drives->setAccessibleName(tr("Drive"));
+    m_tree->setObjectName(QStringLiteral("Dir1"));
+    m_tree->setAccessibleName(tr("Folders"));
+    m_path->setObjectName(QStringLiteral("lblTourPath"));
+    m_path->setAccessibleName(tr("Selected folder"));
+    m_path->setTextFormat(Qt::PlainText);
+    m_path->setWordWrap(true);
+    m_path->setTextInteractionFlags(Qt::TextSelectableByMouse);
+
+    m_model->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot);
+    m_model->setRootPath(QDir::rootPath());
+    m_tree->setModel(m_model);
+    m_tree->setHeaderHidden(true);
+    for (int column = 1; column < m_model->columnCount(); ++column)
+        m_tree->hideColumn(column);
+    m_tree->setMinimumHeight(20 * grid);
+
+    auto* const driveRow = new QFormLayout;
+    auto* const driveLabel = new QLabel(driveCaption, this);
+    driveLabel->setObjectName(QStringLiteral("lblDrive"));
+    driveLabel->setBuddy(m_drives);
+    driveRow->addRow(driveLabel, m_drives);
+    driveRow->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSpacing(grid);
+    layout->addLayout(driveRow);
+    layout->addWidget(m_tree, 1);
+    layout->addWidget(m_path);
+
+    fillDrives();
+    connect(m_model, &QFileSystemModel::directoryLoaded, this,
+            [this] { m_tree->scrollTo(m_tree->currentIndex()); });
+    connect(m_drives, &QComboBox::activated, this, &FolderPicker::goToDrive);
+    connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &FolderPicker::showSelection);
+}
+
+void FolderPicker::setFolder(const QString& path) {
+    const QString clean = QDir::cleanPath(path);
+    const QModelIndex index = m_model->index(clean);
+    if (!index.isValid())
+        return;
+    m_drives->setCurrentIndex(driveHolding(clean));
+    m_tree->setRootIndex(m_model->index(m_drives->currentData().toString()));
+    m_tree->setCurrentIndex(index);
+    m_tree->expand(index);
+    m_tree->scrollTo(index);
+    m_path->setText(QDir::toNativeSeparators(clean));
+}
+
+QString FolderPicker::folder() const {
+    return m_path->text();
+}
+
+void FolderPicker::refresh() {
+    const QString selected = folder();
+    m_model->setRootPath(QString());
+    m_model->setRootPath(QDir::rootPath());
+    setFolder(selected);
+}
+
+void FolderPicker::fillDrives() {
+    m_drives->addItem(tr("Home"), QDir::homePath());
+    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
+        if (isForPeople(volume) && m_drives->findData(volume.rootPath()) < 0)
+            m_drives->addItem(volume.displayName(), volume.rootPath());
+    }
+    if (m_drives->findData(QDir::rootPath()) < 0)
+        m_drives->addItem(QDir::rootPath(), QDir::rootPath());
+}
+
+void FolderPicker::goToDrive(int index) {
+    setFolder(m_drives->itemData(index).toString());
+}
+
+void FolderPicker::showSelection() {
+    const QModelIndex selected = m_tree->currentIndex();
+    if (!selected.isValid())
+        return;
+    m_path->setText(QDir::toNativeSeparators(m_model->filePath(selected)));
+    emit folderChanged(folder());
+}
+
+int FolderPicker::driveHolding(const QString& path) const {
+    int best = m_drives->findData(QDir::rootPath());
+    for (int i = 0; i < m_drives->count(); ++i) {
+        const QString root = m_drives->itemData(i).toString();
+        if (liesIn(path, root) && root.size() > m_drives->itemData(best).toString().size())
+            best = i;
+    }
+    return best;
+}
+
+} // namespace wendmark

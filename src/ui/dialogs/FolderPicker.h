@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+class QComboBox;
+class QFileSystemModel;
+class QLabel;
+class QTreeView;
+
+namespace wendmark {
+
+/// Drives, the folder tree of the chosen one, and the path of the folder selected in it. Where the system has
+/// no drives, the user's home, the root and the mounted volumes take their place.
+class FolderPicker final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit FolderPicker(const QString& driveCaption, QWidget* parent = nullptr);
+
+    /// Selects a folder, in the drive that holds it. A folder that does not exist leaves the selection.
+    void setFolder(const QString& path);
+
+    /// The selected folder, without a separator at its end unless it is a root.
+    QString folder() const;
+
+    /// Lists folders that have just been made, too.
+    void refresh();
+
+signals:
+    void folderChanged(const QString& path);
+
+private:
+    void fillDrives();
+    void goToDrive(int index);
+    void showSelection();
+    int driveHolding(const QString& path) const;
+
+    QComboBox* m_drives;
+    QTreeView* m_tree;
+    QLabel* m_path;
+    QFileSystemModel* m_model;
+};
+
+} // namespace wendmark

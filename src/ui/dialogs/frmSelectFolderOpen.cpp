@@ -1,0 +1,61 @@
+#include "ui/dialogs/frmSelectFolderOpen.h"
+
+#include "model/HandOver.h"
+#include "model/Workspace.h"
+#include "platform/Strings.h"
+#include "ui/Messages.h"
+#include "ui/dialogs/DialogParts.h"
+#include "ui/dialogs/FolderPicker.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace wendmark {
+
+frmSelectFolderOpen::frmSelectFolderOpen(HandOver& handOver, Workspace& workspace, QWidget* parent)
+    : QDialog(parent)
+    , m_handOver(handOver)
+    , m_workspace(workspace)
+    , m_picker(new FolderPicker(tr("&Drive :"), this)) {
+    setObjectName(QStringLiteral("frmSelectFolderOpen"));
+    setWindowTitle(QStringLiteral("Select Tour-Folder"));
+    m_picker->setFolder(toQString(m_workspace.folders().myToursPath));
+
+    QDialogButtonBox* const buttons = makeSelectionButtons(this);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setSpacing(dialogGap);
+    layout->addWidget(makeTextLabel(
+        "Label1", tr("Select the folder containing all the tour files and then click \"OK\""), this));
+    layout->addWidget(m_picker, 1);
+    layout->addWidget(buttons);
+    setMinimumWidth(56 * dialogGap);
+    connect(buttons, &QDialogButtonBox::accepted, this, &frmSelectFolderOpen::choose);
+    connect(buttons, &QDialogButtonBox::rejected, this, &frmSelectFolderOpen::reject);
+}
+
+void frmSelectFolderOpen::reject() {
+    m_handOver.openFolderChosen = false;
+    QDialog::reject();
+}
+
+void frmSelectFolderOpen::choose() {
+    // What is tested is the folder of the tour that was open until now, not the one selected here.
+    const std::string reserved = reservedFolderMessage(m_workspace.folders(), m_workspace.tourPath);
+    if (!reserved.empty()) {
+        showMessage(this, toQString(reserved), programTitle(), QMessageBox::Warning);
+        return;
+    }
+    const std::string folder = toUtf8(m_picker->folder());
+    if (!folderHoldsTour(folder)) {
+        showMessage(this, tr("The selected folder does not contain all necessary tour files"),
+                    QStringLiteral("Wendmark: Defective Tour Folder"), QMessageBox::Warning);
+        return;
+    }
+    m_workspace.tourPath = folder;
+    m_handOver.openFolderChosen = true;
+    accept();
+}
+
+} // namespace wendmark

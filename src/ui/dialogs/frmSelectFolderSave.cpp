@@ -1,0 +1,83 @@
+#include "ui/dialogs/frmSelectFolderSave.h"
+
+#include "base/Names.h"
+#include "model/HandOver.h"
+#include "model/Workspace.h"
+#include "platform/Strings.h"
+#include "ui/Messages.h"
+#include "ui/dialogs/DialogParts.h"
+#include "ui/dialogs/FolderPicker.h"
+
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+namespace wendmark {
+
+frmSelectFolderSave::frmSelectFolderSave(HandOver& handOver, Workspace& workspace, QWidget* parent)
+    : QDialog(parent)
+    , m_handOver(handOver)
+    , m_workspace(workspace)
+    , m_picker(new FolderPicker(tr("&Drive :"), this))
+    , m_tourName(new QLineEdit(this))
+    , m_formerTourPath(workspace.tourPath) {
+    setObjectName(QStringLiteral("frmSelectFolderSave"));
+    setWindowTitle(QStringLiteral("Select Tour-Folder"));
+    m_picker->setFolder(toQString(m_workspace.folders().myToursPath));
+    m_tourName->setObjectName(QStringLiteral("txtTourName"));
+
+    auto* const nameLabel = new QLabel(tr("Tour &Name :"), this);
+    nameLabel->setObjectName(QStringLiteral("lblTourName"));
+    nameLabel->setBuddy(m_tourName);
+    auto* const nameRow = new QFormLayout;
+    nameRow->addRow(nameLabel, m_tourName);
+    QDialogButtonBox* const buttons = makeSelectionButtons(this);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setSpacing(dialogGap);
+    layout->addWidget(
+        makeTextLabel("Label1",
+                      tr("Select the folder where you want to create the new Tour folder, type in a "
+                         "unique name for this folder in the \"Tour Name\" text-box, and then click "
+                         "\"OK\""),
+                      this));
+    layout->addWidget(m_picker, 1);
+    layout->addLayout(nameRow);
+    layout->addWidget(buttons);
+    setMinimumWidth(56 * dialogGap);
+    m_tourName->setFocus();
+    connect(buttons, &QDialogButtonBox::accepted, this, &frmSelectFolderSave::choose);
+    connect(buttons, &QDialogButtonBox::rejected, this, &frmSelectFolderSave::reject);
+}
+
+void frmSelectFolderSave::reject() {
+    m_handOver.saveFolderChosen = false;
+    m_workspace.tourPath = m_formerTourPath;
+    QDialog::reject();
+}
+
+void frmSelectFolderSave::choose() {
+    const std::string name = toUtf8(m_tourName->text());
+    if (trimBlanks(name).empty()) {
+        showMessage(this, tr("Tour Name cannot be blank"), QStringLiteral("Wendmark: Tour Name Missing"),
+                    QMessageBox::Warning);
+        m_tourName->setFocus();
+        return;
+    }
+    m_workspace.tourPath = toUtf8(m_picker->folder()) + pathSeparator + name;
+    const std::string reserved = reservedNewFolderMessage(m_workspace.folders(), m_workspace.tourPath);
+    if (!reserved.empty()) {
+        showMessage(this, toQString(reserved), programTitle(), QMessageBox::Warning);
+        return;
+    }
+    if (!createTourFolder(toQString(m_workspace.tourPath))) {
+        showMessage(this, tr("Tour Folder already exists - Select a different path or name"),
+                    QStringLiteral("Wendmark: Tour Name in use"), QMessageBox::Warning);
+        return;
+    }
+    m_handOver.saveFolderChosen = true;
+    accept();
+}
+
+} // namespace wendmark

@@ -1,0 +1,93 @@
+#include "ui/dialogs/frmWizard3.h"
+
+#include "base/Files.h"
+#include "base/Names.h"
+#include "model/HandOver.h"
+#include "model/Workspace.h"
+#include "platform/QtDesktop.h"
+#include "platform/Strings.h"
+#include "ui/Messages.h"
+#include "ui/dialogs/DialogParts.h"
+#include "ui/dialogs/FolderPicker.h"
+
+#include <QHBoxLayout>
+#include <QInputDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace wendmark {
+
+frmWizard3::frmWizard3(HandOver& handOver, Workspace& workspace, QtDesktop& desktop, QWidget* parent)
+    : QDialog(parent)
+    , m_handOver(handOver)
+    , m_workspace(workspace)
+    , m_desktop(desktop)
+    , m_picker(new FolderPicker(tr("&Drive:"), this)) {
+    setObjectName(QStringLiteral("frmWizard3"));
+    setWindowTitle(QStringLiteral("Wendmark Wizard"));
+    m_handOver.wizardResult = WizardResult::closed;
+    m_picker->setFolder(toQString(m_workspace.folders().myToursPath));
+
+    QLabel* const heading = makeTextLabel(
+        "lblInst",
+        tr("Select a folder where you want to store the Tour folder and its associated files:") +
+            QStringLiteral("    [%1]").arg(toQString(m_handOver.wizardTourName)),
+        this);
+    QPushButton* const createButton = makeButton("btnCreate", tr("&Create New Folder"), this);
+    QPushButton* const previousButton = makeButton("btnPrevious", tr("&Previous"), this);
+    QPushButton* const finishButton = makeButton("btnNext", tr("&Finish"), this);
+    finishButton->setDefault(true);
+
+    auto* const buttons = new QHBoxLayout;
+    buttons->addWidget(createButton);
+    buttons->addStretch();
+    buttons->addWidget(previousButton);
+    buttons->addWidget(finishButton);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setSpacing(dialogGap);
+    layout->addWidget(heading);
+    layout->addWidget(m_picker, 1);
+    layout->addLayout(buttons);
+    setMinimumWidth(56 * dialogGap);
+    connect(createButton, &QPushButton::clicked, this, &frmWizard3::createNewFolder);
+    connect(previousButton, &QPushButton::clicked, this, &frmWizard3::previous);
+    connect(finishButton, &QPushButton::clicked, this, &frmWizard3::finish);
+}
+
+void frmWizard3::createNewFolder() {
+    const QString answer = QInputDialog::getText(this, QStringLiteral("Wendmark - New Folder"),
+                                                 tr("Please type in the folder name"));
+    const std::string typed = toUtf8(answer);
+    const std::string_view name = trimBlanks(typed);
+    if (name.empty())
+        return;
+    if (!files::makeFolder(files::join(toUtf8(m_picker->folder()), name)).ok())
+        m_desktop.beep();
+    m_picker->refresh();
+}
+
+void frmWizard3::finish() {
+    m_workspace.tourPath = toUtf8(m_picker->folder()) + pathSeparator + m_handOver.wizardTourName;
+    const std::string reserved = reservedNewFolderMessage(m_workspace.folders(), m_workspace.tourPath);
+    if (!reserved.empty()) {
+        showMessage(this, toQString(reserved), programTitle(), QMessageBox::Warning);
+        return;
+    }
+    if (!createTourFolder(toQString(m_workspace.tourPath))) {
+        showMessage(this, tr("Tour Folder already exists - please select a different path or name"),
+                    QStringLiteral("Wendmark: Tour Name in use"), QMessageBox::Warning);
+        return;
+    }
+    m_handOver.wizardMove = WizardMove::forward;
+    m_handOver.wizardResult = WizardResult::accepted;
+    accept();
+}
+
+void frmWizard3::previous() {
+    m_handOver.wizardMove = WizardMove::back;
+    m_handOver.wizardResult = WizardResult::moved;
+    accept();
+}
+
+} // namespace wendmark

@@ -1,0 +1,64 @@
+#include "ui/main/CommandBar.h"
+
+#include "ui/main/FlowLayout.h"
+
+#include <QAction>
+#include <QHBoxLayout>
+#include <QToolButton>
+
+namespace wendmark {
+
+namespace {
+
+constexpr int gap = 2;
+constexpr int groupGap = 8;
+constexpr int iconSide = 24;
+
+void followAction(QToolButton* button, const QAction& action) {
+    button->setIcon(action.icon());
+    button->setEnabled(action.isEnabled());
+    QObject::connect(&action, &QAction::changed, button,
+                     [button, &action] { button->setEnabled(action.isEnabled()); });
+}
+
+} // namespace
+
+CommandBar::CommandBar(QWidget* parent) : QWidget(parent), m_layout(new FlowLayout(gap)) {
+    m_layout->setContentsMargins(groupGap / 2, gap, groupGap / 2, gap);
+    setLayout(m_layout);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+}
+
+void CommandBar::addButton(const QString& key, const QString& toolTip, const QAction& action) {
+    auto* const button = new QToolButton(this);
+    button->setObjectName(key);
+    button->setToolTip(toolTip);
+    button->setAccessibleName(toolTip);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setIconSize(QSize(iconSide, iconSide));
+    followAction(button, action);
+    connect(button, &QToolButton::clicked, this, [this, key] { emit buttonClicked(key); });
+    m_layout->addWidget(button);
+}
+
+void CommandBar::addPlaceholder(const QString& key, QWidget* control) {
+    auto* const place = new QWidget(this);
+    place->setObjectName(key + QStringLiteral("Placeholder"));
+    control->setParent(place);
+    control->adjustSize();
+    auto* const layout = new QHBoxLayout(place);
+    layout->setContentsMargins(groupGap / 2, 0, groupGap / 2, 0);
+    layout->addWidget(control);
+    m_layout->addWidget(place);
+}
+
+void CommandBar::addGap() {
+    auto* const space = new QWidget(this);
+    space->setFixedSize(groupGap, 1);
+    m_layout->addWidget(space);
+}
+
+} // namespace wendmark

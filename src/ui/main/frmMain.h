@@ -1,0 +1,125 @@
+#pragma once
+
+#include "ui/ProgramParts.h"
+
+#include <QHash>
+#include <QMainWindow>
+#include <QPointer>
+#include <cstdint>
+
+class QAction;
+class QCheckBox;
+class QFrame;
+class QLabel;
+class QMenu;
+class QTimer;
+
+namespace wendmark {
+
+class BrowserView;
+class CommandBar;
+class LoadingIndicator;
+class frmHelp;
+enum class StopCommandResult;
+
+/// The main window: shows the tour as visitors will see it, and starts every command.
+class frmMain final : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit frmMain(const ProgramParts& parts);
+    ~frmMain() override;
+
+    /// Reads the settings, fills the working copy and shows its opening page; then runs the wizard, or opens
+    /// the tour in `tourFolder` if that is not empty. Call once, before the window is shown.
+    void load(const QString& tourFolder = QString());
+
+    // The commands, by the names of their menu items.
+    void newTour();
+    void openTour();
+    void save();
+    void saveAs();
+    void insertStop();
+    void deleteStop();
+    void moveForward();
+    void moveBack();
+    void editSiteFrame();
+    void editNarrationFrame();
+    void previous();
+    void next();
+    void stopLoading();
+    void refresh();
+    void showHelp();
+    void showWebSite();
+    void showAbout();
+
+    /// Does what the toolbar button with this key does. Unknown keys do nothing.
+    void runToolBarCommand(const QString& key);
+
+    /// Comes to the front, restored if it was minimised.
+    void bringToFront();
+
+signals:
+    /// The window has closed and the program is to end.
+    void closed();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void setupActions();
+    void setupFileMenu();
+    void setupEditMenu();
+    void setupStopsMenu();
+    void setupNavigateMenu();
+    void setupViewMenu();
+    void setupHelpMenu();
+    void setupToolBar();
+    void setupCentralWidget();
+    void setupStatusBar();
+    void setupConnections();
+
+    QAction* addAction(QMenu& menu, const char* name, const QString& caption, const QKeySequence& key,
+                       void (frmMain::*command)());
+    QAction* addLaterAction(QMenu& menu, const char* name, const QString& caption,
+                            const QKeySequence& key = {});
+
+    void readSettings();
+    void storeSettings();
+    void showOpeningPage();
+    void openTourIn(const QString& folder);
+    void runWizard();
+    void finishWizard();
+    void takeOverStatusText(const QString& text, const QUrl& source);
+    void takeOverStopNumber(const QString& text);
+    bool isLateAnnouncement(std::int16_t stop);
+    void showStatus(const QString& text);
+    void runTicks();
+    void finish(StopCommandResult result);
+    bool refuseOnOpeningPage(const QString& message);
+    void updateEditorActions();
+    bool mayQuit();
+    void leaveWorkingCopy();
+    void layOutBrowser();
+
+    ProgramParts m_parts;
+    BrowserView* m_browser = nullptr;   ///< broMain
+    QFrame* m_browserPanel = nullptr;   ///< picBrowser
+    CommandBar* m_toolBar = nullptr;    ///< tbToolBar
+    QLabel* m_stopNumber = nullptr;     ///< lblStopNum
+    LoadingIndicator* m_busy = nullptr; ///< picBusy
+    QCheckBox* m_offline = nullptr;     ///< chkOffline
+    QLabel* m_statusText = nullptr;
+    QLabel* m_statusDate = nullptr;
+    QLabel* m_statusTime = nullptr;
+    QTimer* m_timer = nullptr;          ///< timTimer
+    QHash<QString, QAction*> m_actions; ///< By the names of the menu items.
+    QPointer<frmHelp> m_help;
+    QString m_lastStatus;         ///< Shown again when the pointer leaves a link.
+    bool m_previewComing = false; ///< The browser was sent to a stop that has not announced itself yet.
+    bool m_saveInProgress = false;
+    bool m_closeAfterSave = false;
+};
+
+} // namespace wendmark
