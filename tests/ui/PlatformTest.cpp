@@ -1,0 +1,211 @@
+#include "platform/ApplicationFolder.h"
+#include "platform/FileLog.h"
+#include "platform/Icons.h"
+#include "platform/Registry.h"
+#include "platform/SettingsStore.h"
+#include "platform/SingleProgram.h"
+#include "platform/Strings.h"
+#include "support/ScratchFolder.h"
+#include "ui/dialogs/frmAbout.h"
+#include "ui/dialogs/frmSplash.h"
+#include "ui/support/UiFixture.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+namespace wendmark {
+
+class PlatformTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void booleansAreReadInAnyUsualSpelling_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("value");
+        for (const char* yes : {"True", "true", " YES ", "on", "-1", "1", "#TRUE#"})
+            QTest::newRow(yes) << QString(yes) << true;
+        for (const char* no : {"False", "FALSE", "no", "Off", "0"})
+            QTest::newRow(no) << QString(no) << false;
+    }
+
+    void booleansAreReadInAnyUsualSpelling() {
+        QFETCH(QString, text);
+        QFETCH(bool, value);
+        QCOMPARE(booleanFromText(text, !value), value);
+    }
+
+    void otherTextsAreNoBooleans() {
+        for (const char* text : {"", "maybe", "tru"}) {
+            QVERIFY(booleanFromText(text, true));
+            QVERIFY(!booleanFromText(text, false));
+        }
+    }
+
+    void settingsSurviveTheStore() {
+        const test::ScratchFolder scratch;
+        const QString path = toQString(scratch / "settings.ini");
+        SettingsStore(path).store(Setting<float>{"MainLeft", 0}, 1234.5F);
+        SettingsStore(path).store(Setting<QString>{"HTMLEditor", {}}, "/opt/ed\u00efteur 100%");
+        QCOMPARE(SettingsStore(path).read(Setting<float>{"MainLeft", 0}), 1234.5F);
+        QCOMPARE(SettingsStore(path).read(Setting<QString>{"HTMLEditor", {}}),
+                 QString("/opt/ed\u00efteur 100%"));
+        QVERIFY(test::readFile(toUtf8(path)).find("[Settings]") != std::string::npos);
+    }
+
+    void registryGivesTextsAndNumbers() {
+        const test::ScratchFolder scratch;
+        test::writeFile(scratch / "machine.ini",
+                        "[SOFTWARE]\nTool\\PATH=/usr/bin/info\nTool\\Count=dword:0000002a\n"
+                        "Tool\\Long=" +
+                            std::string(1025, 'x') + "\n");
+        const Registry registry(toQString(scratch / "machine.ini"));
+        const auto value = [&](const char* name) {
+            return registry.GetKeyValue(RegistryRoot::localMachine, "SOFTWARE\\Tool", name);
+        };
+        QCOMPARE(value("PATH"), std::optional<QString>("/usr/bin/info"));
+        QCOMPARE(value("Count"), std::optional<QString>("&h0000002a"));
+        QCOMPARE(value("Long"), std::nullopt);
+        QCOMPARE(value("Missing"), std::nullopt);
+    }
+
+    void logFileTakesEveryLineAndStartsAnewWhenLong() {
+        const test::ScratchFolder scratch;
+        const QString path = toQString(scratch / "wendmark.log");
+        {
+            FileLog log(path);
+            log.note("a note");
+            log.fail("a failure\nin two lines");
+        }
+        const std::string text = test::readFile(toUtf8(path));
+        QVERIFY(text.find(" note: a note\n") != std::string::npos);
+        QVERIFY(text.find(" failure: a failure\\x0Ain two lines\n") != std::string::npos);
+        test::writeFile(toUtf8(path), std::string(2 << 20, 'x'));
+        FileLog(path).note("fresh");
+        QVERIFY(test::readFile(toUtf8(path)).size() < 1000);
+        QVERIFY(test::exists(toUtf8(path) + ".1"));
+    }
+
+    void writableProgramFolderIsTheApplicationFolder() {
+        const test::ScratchFolder scratch;
+        const ApplicationFolder found =
+            findApplicationFolder(toQString(scratch.path()), toQString(scratch / "data"));
+        QCOMPARE(found.path, toQString(scratch.path()));
+        QVERIFY(!test::exists(scratch / "data"));
+    }
+
+    void programFolderThatCannotBeWrittenIsCopiedForTheUser() {
+        const test::ScratchFolder scratch;
+        // /proc takes no files, whoever asks, so it stands for a folder that a package installed.
+        const ApplicationFolder nowhere = findApplicationFolder("/proc", toQString(scratch / "data"));
+        QCOMPARE(nowhere.path, toQString(scratch / "data/Wendmark"));
+        QVERIFY(!nowhere.outcome.ok());
+        QVERIFY(QDir(nowhere.path).exists());
+    }
+
+    void secondProgramWakesTheFirst() {
+        const test::ScratchFolder scratch;
+        SingleProgram first(toQString(scratch.path()));
+        QVERIFY(first.isFirst());
+        QSignalSpy woken(&first, &SingleProgram::activationRequested);
+        SingleProgram second(toQString(scratch.path()));
+        QVERIFY(!second.isFirst());
+        QTRY_COMPARE(woken.count(), 1);
+        const test::ScratchFolder elsewhere;
+        SingleProgram other(toQString(elsewhere.path()));
+        QVERIFY(other.isFirst());
+    }
+
+    void iconsTakeTheColourOfTheText() {
+        const QImage icon = themedIcon("mnuFileNew").pixmap(48).toImage();
+        QVERIFY(!icon.isNull());
+        bool inked = false;
+        for (int y = 0; y < icon.height(); ++y) {
+            for (int x = 0; x < icon.width(); ++x)
+                inked = inked || icon.pixelColor(x, y).alpha() > 200;
+        }
+        QVERIFY(inked);
+        QVERIFY(themedIcon("nothing").isNull());
+    }
+
+    void splashClosesByItselfAtAKeyAndAtAClick() {
+        frmSplash bySelf;
+        auto* const timer = bySelf.findChild<QTimer*>("Timer1");
+        QCOMPARE(timer->interval(), 6000);
+        bySelf.show();
+        timer->start(1); // The six seconds are over.
+        QTRY_VERIFY(!bySelf.isVisible());
+
+        frmSplash byKey;
+        byKey.show();
+        QTest::keyClick(&byKey, Qt::Key_A);
+        QVERIFY(!byKey.isVisible());
+
+        for (const char* name : {"fraMainFrame", "picLogo", "lblProductName", "lblVersion", "Label1"}) {
+            frmSplash byClick;
+            byClick.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&byClick));
+            QTest::mouseClick(byClick.findChild<QWidget*>(name), Qt::LeftButton);
+            QVERIFY2(!byClick.isVisible(), name);
+        }
+    }
+
+    void splashAndAboutShowTheVersion() {
+        const frmSplash splash;
+        QCOMPARE(splash.findChild<QLabel*>("lblVersion")->text(), QString("Version 1.09"));
+        QCOMPARE(splash.findChild<QLabel*>("lblPlatform")->text(), QString("for Windows"));
+        QCOMPARE(splash.findChild<QLabel*>("Label1")->text(), QString("(Click anywhere to begin)"));
+        const Registry registry;
+        const frmAbout about(registry);
+        QCOMPARE(about.findChild<QLabel*>("lblVersion")->text(), QString("Version 1.09"));
+        QCOMPARE(about.findChild<QLabel*>("lblTitle")->text(), QString("Wendmark"));
+        QCOMPARE(about.findChild<QLabel*>("lblDescription")->text(),
+                 QString("An authoring system for creation of Brenholt Inc.'s virtual web tours."));
+    }
+
+    void systemInformationWithoutAToolSaysSo() {
+        const test::ScratchFolder scratch;
+        const Registry registry(toQString(scratch / "machine.ini"));
+        frmAbout about(registry);
+        about.show();
+        test::onNextDialog([](QDialog& message) {
+            QCOMPARE(test::textOf(message),
+                     QString("Wendmark|System Information Is Unavailable At This Time"));
+            test::press(message, "OK");
+        });
+        test::press(about, "cmdSysInfo");
+        QVERIFY(about.isVisible());
+        test::press(about, "cmdOK");
+        QVERIFY(!about.isVisible());
+    }
+
+    void systemInformationStartsTheToolThatTheRegistryNames() {
+        const test::ScratchFolder scratch;
+        test::writeFile(scratch / "tool", "#!/bin/sh\necho ran > \"$0.ran\"\n");
+        QFile::setPermissions(toQString(scratch / "tool"),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        test::writeFile(scratch / "machine.ini",
+                        "[SOFTWARE]\nMicrosoft\\Shared%20Tools\\MSINFO\\PATH=" + (scratch / "tool") + "\n");
+        const Registry registry(toQString(scratch / "machine.ini"));
+        frmAbout about(registry);
+        about.show();
+        test::press(about, "cmdSysInfo");
+        QTRY_VERIFY_WITH_TIMEOUT(test::exists(scratch / "tool.ran"), 10000);
+        QVERIFY(about.isVisible());
+    }
+};
+
+} // namespace wendmark
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    wendmark::PlatformTest tests;
+    return QTest::qExec(&tests, argc, argv);
+}
+
+#include "PlatformTest.moc"

@@ -1,0 +1,172 @@
+#include "platform/BrowserView.h"
+#include "platform/Strings.h"
+#include "publish/StopPages.h"
+#include "ui/main/frmMain.h"
+#include "ui/support/UiFixture.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QTest>
+#include <random>
+
+namespace wendmark {
+
+using test::UiFixture;
+
+namespace {
+
+constexpr int patience = 30000; // Milliseconds that a page may take on a busy machine.
+constexpr int steps = 2000;
+constexpr int mostStops = 24; // Keeps the check of every page at every step affordable.
+
+/// What a plain list says the tour must be.
+struct PlainList {
+    QStringList titles;
+    int current = 0;
+};
+
+} // namespace
+
+class RandomWalkTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    /// 2,000 commands, as the author gives them by menu; after each, the stop list, the pages on disk and the
+    /// stop on screen must be what a plain list says.
+    void stopListPagesAndLabelAgreeAtEveryStep() {
+        const unsigned seed = qEnvironmentVariableIntValue("WENDMARK_SEED") != 0
+                                  ? static_cast<unsigned>(qEnvironmentVariableIntValue("WENDMARK_SEED"))
+                                  : 20261120U;
+        qInfo("seed %u, %d commands", seed, steps);
+        std::mt19937 random(seed);
+        UiFixture program;
+        frmMain window(program.parts());
+        window.load(program.makeTour("walk", 3));
+        window.show();
+        PlainList list{{"Stop 1", "Stop 2", "Stop 3"}, 0};
+        for (int step = 0; step < steps; ++step) {
+            const QString command = take(random, list, program, window, step);
+            const QString where = QString("step %1, %2").arg(step).arg(command);
+            checkStopOnScreen(list, program, window, where);
+            checkModel(list, program, where);
+            checkPages(list, program, where);
+            if (QTest::currentTestFailed())
+                return;
+        }
+        QCOMPARE(program.log.failures, std::vector<std::string>());
+    }
+
+private:
+    static void trigger(frmMain& window, const char* menuItem) {
+        window.findChild<QAction*>(QLatin1String(menuItem))->trigger();
+    }
+
+    /// Gives one command to the window and to the list; returns its name.
+    static QString take(std::mt19937& random, PlainList& list, UiFixture& program, frmMain& window,
+                        int step) {
+        const int last = static_cast<int>(list.titles.size());
+        switch (random() % 10) {
+        case 0:
+        case 1:
+            if (last >= mostStops)
+                return previous(list, window);
+            return insert(list, program, window, step);
+        case 2:
+            if (list.current < 1)
+                return next(list, window); // The opening page would ask.
+            trigger(window, "mnuStopsDelete");
+            list.titles.removeAt(list.current - 1);
+            list.current = std::min(list.current, last - 1);
+            return "delete";
+        case 3:
+            trigger(window, "mnuStopsBack");
+            if (list.current > 1) {
+                list.titles.swapItemsAt(list.current - 1, list.current - 2);
+                --list.current;
+            }
+            return "back";
+        case 4:
+            trigger(window, "mnuStopsForward");
+            if (list.current >= 1 && list.current < last) {
+                list.titles.swapItemsAt(list.current - 1, list.current);
+                ++list.current;
+            }
+            return "forward";
+        case 5:
+            return previous(list, window);
+        case 6:
+            trigger(window, "mnuViewRefresh");
+            return "refresh";
+        case 7:
+            if (step % 20 == 0) {
+                trigger(window, "mnuFileSave");
+                return "save";
+            }
+            [[fallthrough]];
+        default:
+            return next(list, window);
+        }
+    }
+
+    static QString insert(PlainList& list, UiFixture& program, frmMain& window, int step) {
+        trigger(window, "mnuStopsInsert");
+        const QString title = QString("New %1").arg(step);
+        list.titles.insert(list.current, title);
+        ++list.current;
+        // Gives the new stop a name of its own, as the author would next.
+        const std::int16_t stop = program.model.currentStop;
+        program.model.stopTitle.at(static_cast<std::size_t>(stop - 1)) = toUtf8(title);
+        makeStopPages(program.tour, stop, stop);
+        return "insert";
+    }
+
+    static QString next(PlainList& list, frmMain& window) {
+        trigger(window, "mnuNavigateNext");
+        list.current = std::min<int>(list.current + 1, static_cast<int>(list.titles.size()));
+        return "next";
+    }
+
+    static QString previous(PlainList& list, frmMain& window) {
+        trigger(window, "mnuNavigatePrev");
+        list.current = std::max(list.current - 1, 0);
+        return "previous";
+    }
+
+    /// The label follows the page that has really loaded; the opening page announces no stop.
+    static void checkStopOnScreen(const PlainList& list, UiFixture& program, frmMain& window,
+                                  const QString& where) {
+        const auto& browser = *window.findChild<BrowserView*>("broMain");
+        const auto& label = *window.findChild<QLabel*>("lblStopNum");
+        const auto arrived = [&] {
+            return list.current == 0 ? !browser.isBusy() && !browser.locationURL().endsWith("tmpframe.htm")
+                                     : label.text() == QString::number(list.current);
+        };
+        QVERIFY2(QTest::qWaitFor(arrived, patience), qPrintable(where));
+        QVERIFY2(program.model.currentStop == list.current, qPrintable(where));
+    }
+
+    static void checkModel(const PlainList& list, const UiFixture& program, const QString& where) {
+        QStringList titles;
+        for (std::size_t i = 0; i < static_cast<std::size_t>(program.model.stopCount); ++i)
+            titles.append(toQString(program.model.stopTitle.at(i)));
+        QVERIFY2(titles == list.titles, qPrintable(where));
+    }
+
+    static void checkPages(const PlainList& list, const UiFixture& program, const QString& where) {
+        for (int n = 1; n <= list.titles.size(); ++n) {
+            const std::string page = test::readFile(toUtf8(program.working(QString("page%1.htm").arg(n))));
+            const QString heading = QString(" %1&#151;%2</font></h5>\r\n").arg(n).arg(list.titles.at(n - 1));
+            QVERIFY2(page.find(toUtf8(heading)) != std::string::npos, qPrintable(where));
+        }
+    }
+};
+
+} // namespace wendmark
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    wendmark::RandomWalkTest tests;
+    return QTest::qExec(&tests, argc, argv);
+}
+
+#include "RandomWalkTest.moc"

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "base/Log.h"
+#include "model/HandOver.h"
+#include "model/Options.h"
+#include "model/TourContext.h"
+#include "model/TourModel.h"
+#include "model/Workspace.h"
+#include "platform/QtDesktop.h"
+#include "platform/Registry.h"
+#include "platform/SettingsStore.h"
+#include "support/TestTour.h"
+#include "ui/ProgramParts.h"
+
+#include <QTemporaryDir>
+#include <functional>
+#include <memory>
+
+class QDialog;
+class QWebEngineProfile;
+
+namespace wendmark::test {
+
+/// Everything that windows need, in a temporary application folder with the program's own templates and
+/// sample tour, settings of its own, and a clock on which pauses pass at once. For one test.
+class UiFixture final {
+public:
+    UiFixture();
+    ~UiFixture();
+
+    ScratchFolder scratch; ///< The application folder.
+    TourModel model;
+    HandOver handOver;
+    Options options;
+    RecordingLog log;
+    QtDesktop desktop;
+    SettingsStore settings;
+    Registry registry; ///< Reads "registry.ini" of the scratch folder, which does not exist unless a test
+                       ///< writes it.
+    Workspace workspace;
+    TourContext tour;
+    std::unique_ptr<QWebEngineProfile> profile;
+    int beeps = 0;
+
+    ProgramParts parts();
+
+    /// A tour of `stopCount` stops in MyTours, saved; its stops are "Stop 1" at "newpage.htm" and so on.
+    QString makeTour(const QString& name, int stopCount);
+
+    QString path(const QString& nameInApplicationFolder) const;
+    QString working(const QString& name) const { return path(QStringLiteral("NewTour/") + name); }
+
+    /// Names of the files of a folder of the application folder, sorted.
+    QStringList filesOf(const QString& folder) const;
+
+private:
+    float m_seconds = 1000;
+};
+
+/// Calls `answer` with the next modal dialog as soon as it is on screen, and again for each one after it for
+/// which a further call was made. Fails the test when none comes.
+void onNextDialog(std::function<void(QDialog&)> answer);
+
+/// How many answers still wait for their dialog; 0 at the end of a test that saw all it expected.
+int dialogsExpected();
+
+/// Presses the button of this object name or, in a message box, of this caption.
+void press(QDialog& dialog, const QString& button);
+
+/// Text and title of a message box.
+QString textOf(QDialog& dialog);
+
+} // namespace wendmark::test
