@@ -1,0 +1,88 @@
+# Sourced: a display with a window manager, and what an author sees and does on it. Needs $scratch, a folder.
+
+patience=60 # Seconds after which nobody waits any longer; machines that test are busy.
+our_processes=()
+
+# wait_until COMMAND...: runs the command until it succeeds. Fails when patience ends.
+wait_until() {
+    local end=$((SECONDS + patience))
+    until "$@"; do
+        [ "$SECONDS" -lt "$end" ] || return 1
+        sleep 0.1
+    done
+}
+
+has_ended() {
+    ! kill -0 "$1" 2>/dev/null
+}
+
+start_desktop() {
+    : >"$scratch/display"
+    Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>"$scratch/display" 2>"$scratch/xvfb.log" &
+    our_processes+=($!)
+    wait_until [ -s "$scratch/display" ] || return 1
+    DISPLAY=":$(<"$scratch/display")"
+    export DISPLAY
+    openbox --sm-disable 2>"$scratch/openbox.log" &
+    our_processes+=($!)
+    wait_until window_manager_runs
+}
+
+window_manager_runs() {
+    xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'
+}
+
+end_our_processes() {
+    local process
+    for process in "${our_processes[@]}"; do
+        kill "$process" 2>/dev/null
+    done
+    wait "${our_processes[@]}" 2>/dev/null
+}
+
+# wait_for_window TITLE: waits for another window than $window to have the focus and this title; it becomes $window.
+wait_for_window() {
+    local previous=${window:-none}
+    wait_until focus_is_on "$1" "$previous"
+}
+
+focus_is_on() {
+    local title focused
+    focused=$(xdotool getwindowfocus 2>/dev/null) && [ "$focused" != "$2" ] || return 1
+    title=$(xdotool getwindowname "$focused" 2>/dev/null)
+    [ "$title" = "$1" ] && window=$focused
+}
+
+is_gone() {
+    ! xdotool getwindowname "$1" >/dev/null 2>&1 || ! xdotool search --onlyvisible --name . 2>/dev/null | grep -qx "$1"
+}
+
+press() {
+    xdotool key --clearmodifiers --delay 50 "$@"
+}
+
+write() {
+    xdotool type --delay 30 "$1"
+}
+
+# What the window shows, as one number. The status bar with its clock is left out.
+picture() {
+    local WINDOW X Y WIDTH HEIGHT SCREEN
+    eval "$(xdotool getwindowgeometry --shell "$window")"
+    import -silent -window "$window" -crop "${WIDTH}x$((HEIGHT - status_bar))+0+0" rgba:- | md5sum
+}
+status_bar=40
+
+picture_differs_from() {
+    [ "$(picture)" != "$1" ]
+}
+
+# The window's picture, the loading indicator in it, stands still for a while.
+is_at_rest() {
+    local first again
+    first=$(picture)
+    for again in 1 2 3; do
+        sleep 0.2
+        [ "$(picture)" = "$first" ] || return 1
+    done
+}
