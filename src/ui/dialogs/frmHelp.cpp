@@ -3,7 +3,7 @@
 #include "platform/BrowserView.h"
 #include "ui/Messages.h"
 
-#include <QKeyEvent>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace wendmark {
@@ -20,6 +20,8 @@ frmHelp::frmHelp(QWebEngineProfile& profile, const QString& helpFolder, QWidget*
     layout->addWidget(m_browser);
     resize(900, 640);
     centreOnScreen(*this);
+    // A key event would end in the page, which has the focus most of the time.
+    new QShortcut(QKeySequence(QKeySequence::Cancel), this, this, &QWidget::close);
 }
 
 void frmHelp::showPage(const QString& helpStartPage) {
@@ -27,13 +29,6 @@ void frmHelp::showPage(const QString& helpStartPage) {
     raise();
     activateWindow();
     m_browser->navigate(helpStartPage);
-}
-
-void frmHelp::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Cancel))
-        close();
-    else
-        QWidget::keyPressEvent(event);
 }
 
 } // namespace wendmark

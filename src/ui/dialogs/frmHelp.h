@@ -19,9 +19,6 @@ public:
     /// Comes to the front, neither minimised nor maximised, with this page.
     void showPage(const QString& helpStartPage);
 
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
-
 private:
     BrowserView* m_browser;
 };
