@@ -1,0 +1,391 @@
+#include "model/Workspace.h"
+#include "platform/BrowserView.h"
+#include "ui/Messages.h"
+#include "ui/dialogs/DialogParts.h"
+#include "ui/dialogs/frmAbout.h"
+#include "ui/dialogs/frmHelp.h"
+#include "ui/dialogs/frmSelectFolderOpen.h"
+#include "ui/dialogs/frmSelectFolderSave.h"
+#include "ui/dialogs/frmSplash.h"
+#include "ui/dialogs/frmWizard1.h"
+#include "ui/dialogs/frmWizard2.h"
+#include "ui/dialogs/frmWizard3.h"
+#include "ui/main/frmMain.h"
+#include "ui/support/UiFixture.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAccessible>
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSet>
+#include <QTest>
+#include <QWebEngineView>
+#include <QWindow>
+
+namespace wendmark {
+
+using test::onNextDialog;
+using test::press;
+using test::UiFixture;
+
+namespace {
+
+constexpr int patience = 20000; // Milliseconds that a page may take on a busy machine.
+constexpr int keyTime = 30;     // Milliseconds that a key may take on its way through a page.
+constexpr int mostTabs = 120;   // More than there are stations in any window.
+
+struct DialogCase {
+    const char* name;
+    void (*run)(UiFixture& program);
+};
+
+/// Every modal dialog and each kind of message box, as the program shows it.
+constexpr DialogCase dialogs[] = {
+    {"frmWizard1",
+     [](UiFixture& program) {
+         frmWizard1 page(program.handOver);
+         runDialog(page);
+     }},
+    {"frmWizard2",
+     [](UiFixture& program) {
+         frmWizard2 page(program.handOver, true);
+         runDialog(page);
+     }},
+    {"frmWizard2 without a page before it",
+     [](UiFixture& program) {
+         frmWizard2 page(program.handOver, false);
+         runDialog(page);
+     }},
+    {"frmWizard3",
+     [](UiFixture& program) {
+         frmWizard3 page(program.handOver, program.workspace, program.desktop);
+         runDialog(page);
+     }},
+    {"frmSelectFolderOpen",
+     [](UiFixture& program) {
+         frmSelectFolderOpen dialog(program.handOver, program.workspace);
+         runDialog(dialog);
+     }},
+    {"frmSelectFolderSave",
+     [](UiFixture& program) {
+         frmSelectFolderSave dialog(program.handOver, program.workspace);
+         runDialog(dialog);
+     }},
+    {"frmAbout",
+     [](UiFixture& program) {
+         frmAbout dialog(program.registry);
+         runDialog(dialog);
+     }},
+    {"message", [](UiFixture&) { showMessage(nullptr, QStringLiteral("Tour Name cannot be blank")); }},
+    {"question", [](UiFixture&) { askYesNo(nullptr, QStringLiteral("Are you sure?")); }},
+    {"line error", [](UiFixture& program) { program.desktop.showLineError("Premature end of file"); }},
+    {"name of a new folder",
+     [](UiFixture& program) {
+         frmWizard3 page(program.handOver, program.workspace, program.desktop);
+         press(page, QStringLiteral("btnCreate"));
+     }},
+};
+
+QString describe(const QObject& object) {
+    return QLatin1String(object.metaObject()->className()) + QLatin1Char(' ') + object.objectName();
+}
+
+QString accessibleNameOf(QObject* object) {
+    const QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(object);
+    return face == nullptr ? QString() : face->text(QAccessible::Name);
+}
+
+bool isInsideBrowser(const QWidget& widget) {
+    for (const QWidget* parent = widget.parentWidget(); parent != nullptr; parent = parent->parentWidget()) {
+        if (qobject_cast<const QWebEngineView*>(parent) != nullptr)
+            return true;
+    }
+    return false;
+}
+
+/// Controls of a window that take the focus, by key or by mouse.
+QList<QWidget*> focusableControls(const QWidget& window) {
+    QList<QWidget*> controls;
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+        const bool focusable = widget->focusPolicy() != Qt::NoFocus && widget->focusProxy() == nullptr;
+        if (focusable && widget->isVisible() && widget->window() == &window && !isInsideBrowser(*widget))
+            controls.append(widget);
+    }
+    return controls;
+}
+
+/// Whether people work with this widget, whatever it says about the focus itself.
+bool isOperated(const QWidget& widget) {
+    return qobject_cast<const QAbstractButton*>(&widget) != nullptr ||
+           qobject_cast<const QLineEdit*>(&widget) != nullptr ||
+           qobject_cast<const QComboBox*>(&widget) != nullptr ||
+           qobject_cast<const QAbstractItemView*>(&widget) != nullptr ||
+           qobject_cast<const QWebEngineView*>(&widget) != nullptr;
+}
+
+/// Of several option buttons only the chosen one is a station; the arrow keys lead to the others.
+bool isLeftToArrowKeys(const QWidget& widget) {
+    const auto* const option = qobject_cast<const QRadioButton*>(&widget);
+    return option != nullptr && !option->isChecked();
+}
+
+QSet<QWidget*> controlsToReach(const QWidget& window) {
+    QSet<QWidget*> controls;
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+        if (isOperated(*widget) && widget->isVisible() && widget->isEnabled() &&
+            widget->window() == &window && !isLeftToArrowKeys(*widget) && !isInsideBrowser(*widget))
+            controls.insert(widget);
+    }
+    return controls;
+}
+
+/// The control that has the focus; inside a browser, its view.
+QWidget* focusedControl() {
+    QWidget* control = QApplication::focusWidget();
+    while (control != nullptr && isInsideBrowser(*control))
+        control = control->parentWidget();
+    return control;
+}
+
+/// Presses Tab until every control of the window had the focus; those that are left never have it.
+QStringList unreachableByTab(const QWidget& window) {
+    QSet<QWidget*> left = controlsToReach(window);
+    left.remove(focusedControl());
+    for (int tabs = 0; tabs < mostTabs && !left.isEmpty(); ++tabs) {
+        QTest::keyClick(window.windowHandle(), Qt::Key_Tab);
+        if (qobject_cast<QWebEngineView*>(focusedControl()) != nullptr)
+            QTest::qWait(keyTime);
+        left.remove(focusedControl());
+    }
+    QStringList names;
+    for (const QWidget* control : left)
+        names.append(describe(*control));
+    return names;
+}
+
+QStringList withoutName(const QWidget& window) {
+    QStringList nameless;
+    for (QWidget* control : focusableControls(window)) {
+        if (accessibleNameOf(control).trimmed().isEmpty())
+            nameless.append(describe(*control));
+    }
+    return nameless;
+}
+
+/// Access keys of captions, those that occur more than once.
+QStringList repeatedAccessKeys(const QStringList& captions) {
+    QSet<QString> seen;
+    QStringList repeated;
+    for (const QString& caption : captions) {
+        const QString key = QKeySequence::mnemonic(caption).toString();
+        if (!key.isEmpty() && seen.contains(key))
+            repeated.append(key);
+        seen.insert(key);
+    }
+    return repeated;
+}
+
+QStringList captionsOf(const QDialog& dialog) {
+    QStringList captions;
+    for (const QAbstractButton* button : dialog.findChildren<QAbstractButton*>())
+        captions.append(button->text());
+    for (const QLabel* label : dialog.findChildren<QLabel*>()) {
+        if (label->buddy() != nullptr)
+            captions.append(label->text());
+    }
+    return captions;
+}
+
+QStringList captionsOf(const QList<QAction*>& actions) {
+    QStringList captions;
+    for (const QAction* action : actions)
+        captions.append(action->text());
+    return captions;
+}
+
+/// Shows a dialog, lets the check look at it, and makes sure that it goes again.
+void withDialog(const QString& name, const std::function<void(QDialog&)>& check) {
+    UiFixture program;
+    for (const DialogCase& dialog : dialogs) {
+        if (name != QLatin1String(dialog.name))
+            continue;
+        onNextDialog([&](QDialog& shown) {
+            check(shown);
+            if (shown.isVisible())
+                shown.reject();
+        });
+        dialog.run(program);
+    }
+    QCOMPARE(test::dialogsExpected(), 0);
+}
+
+/// The main window on a stop of the sample tour.
+struct OpenTour {
+    OpenTour() : window(program.parts()) {
+        window.load(program.path(QStringLiteral("MyTours/Sample")));
+        program.model.currentStop = 1;
+        window.refresh();
+        window.show();
+        window.activateWindow();
+    }
+
+    void waitUntilLoaded() const {
+        QTRY_COMPARE_WITH_TIMEOUT(window.findChild<QLabel*>("lblStopNum")->text(), QString("1"), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!window.findChild<BrowserView*>("broMain")->isBusy(), patience);
+    }
+
+    UiFixture program;
+    frmMain window;
+};
+
+} // namespace
+
+class AccessibilityTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void cleanup() { QCOMPARE(test::dialogsExpected(), 0); }
+
+    void everyControlOfADialogHasAName_data() { addDialogs(); }
+    void everyControlOfADialogHasAName() {
+        QFETCH(QString, name);
+        withDialog(name, [](QDialog& dialog) {
+            QVERIFY(!focusableControls(dialog).isEmpty());
+            QCOMPARE(withoutName(dialog), QStringList());
+        });
+    }
+
+    void tabReachesEveryControlOfADialog_data() { addDialogs(); }
+    void tabReachesEveryControlOfADialog() {
+        QFETCH(QString, name);
+        withDialog(name, [](QDialog& dialog) {
+            QVERIFY(QTest::qWaitForWindowActive(&dialog));
+            QVERIFY(!controlsToReach(dialog).isEmpty());
+            QCOMPARE(unreachableByTab(dialog), QStringList());
+        });
+    }
+
+    void escapeCancelsADialog_data() { addDialogs(); }
+    void escapeCancelsADialog() {
+        QFETCH(QString, name);
+        withDialog(name, [](QDialog& dialog) {
+            QVERIFY(QTest::qWaitForWindowActive(&dialog));
+            QTest::keyClick(dialog.windowHandle(), Qt::Key_Escape);
+            QVERIFY(!dialog.isVisible());
+            QVERIFY(dialog.result() != QDialog::Accepted);
+        });
+    }
+
+    void escapeAnswersNo() {
+        onNextDialog([](QDialog& question) { QTest::keyClick(question.windowHandle(), Qt::Key_Escape); });
+        QVERIFY(!askYesNo(nullptr, QStringLiteral("Are you sure?")));
+    }
+
+    void dialogHasOneDefaultButton_data() { addDialogs(); }
+    void dialogHasOneDefaultButton() {
+        QFETCH(QString, name);
+        withDialog(name, [](QDialog& dialog) {
+            QVERIFY(QTest::qWaitForWindowActive(&dialog));
+            int defaults = 0;
+            for (const QPushButton* button : dialog.findChildren<QPushButton*>())
+                defaults += button->isDefault() ? 1 : 0;
+            QCOMPARE(defaults, 1);
+        });
+    }
+
+    void accessKeysOfADialogDiffer_data() { addDialogs(); }
+    void accessKeysOfADialogDiffer() {
+        QFETCH(QString, name);
+        withDialog(name, [](QDialog& dialog) {
+            QVERIFY(!captionsOf(dialog).isEmpty());
+            QCOMPARE(repeatedAccessKeys(captionsOf(dialog)), QStringList());
+        });
+    }
+
+    void accessKeysOfTheMenusDiffer() {
+        UiFixture program;
+        const frmMain window(program.parts());
+        const QList<QAction*> titles = window.menuBar()->actions();
+        QCOMPARE(repeatedAccessKeys(captionsOf(titles)), QStringList());
+        for (const QAction* title : titles) {
+            const QList<QAction*> items = title->menu()->actions();
+            QCOMPARE(repeatedAccessKeys(captionsOf(items)), QStringList());
+            for (const QAction* item : items)
+                QVERIFY2(item->isSeparator() || !QKeySequence::mnemonic(item->text()).isEmpty(),
+                         qPrintable(item->text()));
+        }
+    }
+
+    void shortcutsOfTheMainWindowDiffer() {
+        UiFixture program;
+        const frmMain window(program.parts());
+        QSet<QString> seen;
+        for (const QAction* action : window.findChildren<QAction*>()) {
+            const QString shortcut = action->shortcut().toString();
+            QVERIFY2(shortcut.isEmpty() || !seen.contains(shortcut), qPrintable(action->text()));
+            seen.insert(shortcut);
+        }
+    }
+
+    void everyControlOfTheMainWindowHasAName() {
+        OpenTour tour;
+        tour.waitUntilLoaded();
+        QCOMPARE(withoutName(tour.window), QStringList());
+    }
+
+    void tabReachesEveryControlOfTheMainWindowAndLeavesThePage() {
+        OpenTour tour;
+        tour.waitUntilLoaded();
+        QVERIFY(QTest::qWaitForWindowActive(&tour.window));
+        tour.window.findChild<BrowserView*>("broMain")->setFocus();
+        QCOMPARE(unreachableByTab(tour.window), QStringList());
+    }
+
+    void everyControlOfTheHelpViewerHasANameAndEscapeClosesIt() {
+        UiFixture program;
+        test::writeFile(program.scratch / "Help/index.htm", "<title>Help</title><a href='#'>A link</a>");
+        frmHelp help(*program.profile, program.path("Help"));
+        help.showPage(program.path("Help/index.htm"));
+        QVERIFY(QTest::qWaitForWindowActive(&help));
+        auto* const browser = help.findChild<BrowserView*>("brwHelp");
+        QTRY_COMPARE_WITH_TIMEOUT(browser->locationName(), QString("Help"), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!browser->isBusy(), patience);
+        QCOMPARE(withoutName(help), QStringList());
+        browser->setFocus();
+        QTest::keyClick(help.windowHandle(), Qt::Key_Escape);
+        QTRY_VERIFY(!help.isVisible());
+    }
+
+    void escapeClosesTheSplash() {
+        frmSplash splash;
+        splash.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&splash));
+        QTest::keyClick(splash.windowHandle(), Qt::Key_Escape);
+        QVERIFY(!splash.isVisible());
+    }
+
+private:
+    static void addDialogs() {
+        QTest::addColumn<QString>("name");
+        for (const DialogCase& dialog : dialogs)
+            QTest::newRow(dialog.name) << QString(dialog.name);
+    }
+};
+
+} // namespace wendmark
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    wendmark::AccessibilityTest tests;
+    return QTest::qExec(&tests, argc, argv);
+}
+
+#include "AccessibilityTest.moc"
