@@ -19,6 +19,8 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
+#include <QElapsedTimer>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -27,6 +29,7 @@
 #include <QRadioButton>
 #include <QSet>
 #include <QTest>
+#include <QTimer>
 #include <QWebEngineView>
 #include <QWindow>
 
@@ -246,6 +249,16 @@ struct OpenTour {
     frmMain window;
 };
 
+/// Presses a key as soon as the window is being shown.
+class HastyUser final : public QObject {
+public:
+    bool eventFilter(QObject* window, QEvent* event) override {
+        if (event->type() == QEvent::Show)
+            QApplication::postEvent(window, new QKeyEvent(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier));
+        return false;
+    }
+};
+
 } // namespace
 
 class AccessibilityTest final : public QObject {
@@ -370,6 +383,18 @@ private slots:
         QVERIFY(QTest::qWaitForWindowExposed(&splash));
         QTest::keyClick(splash.windowHandle(), Qt::Key_Escape);
         QVERIFY(!splash.isVisible());
+    }
+
+    void keyThatComesWhileTheSplashOpensClosesIt() {
+        frmSplash splash;
+        HastyUser user;
+        splash.installEventFilter(&user);
+        QElapsedTimer timer;
+        timer.start();
+        QTimer::singleShot(2 * frmSplash::shownFor, &splash,
+                           [&] { qFatal("the splash window waits for ever"); });
+        splash.exec();
+        QVERIFY(timer.elapsed() < frmSplash::shownFor);
     }
 
 private:

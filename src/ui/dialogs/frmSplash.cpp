@@ -27,7 +27,9 @@ QLabel* makeCentredLabel(const char* name, const QString& text, qreal scale, QWi
 
 } // namespace
 
-frmSplash::frmSplash(QWidget* parent) : QDialog(parent, Qt::SplashScreen | Qt::FramelessWindowHint) {
+// Not of the type SplashScreen: Qt handles events while it shows such a window, and a key that came then
+// would be answered before exec() waits for an answer.
+frmSplash::frmSplash(QWidget* parent) : QDialog(parent, Qt::FramelessWindowHint) {
     setObjectName(QStringLiteral("frmSplash"));
     setWindowTitle(programTitle());
     auto* const frame = new QFrame(this);
