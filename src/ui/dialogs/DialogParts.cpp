@@ -8,8 +8,30 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
 
 namespace wendmark {
+
+namespace {
+
+/// A layout's own smallest size leaves wrapped text out of account.
+void keepWrappedTextVisible(QDialog& dialog) {
+    const QLayout* const layout = dialog.layout();
+    if (layout == nullptr || !layout->hasHeightForWidth())
+        return;
+    const int width = std::max(dialog.minimumWidth(), layout->totalMinimumSize().width());
+    dialog.setMinimumSize(width, layout->totalMinimumHeightForWidth(width));
+}
+
+} // namespace
+
+QVBoxLayout* makeDialogLayout(QDialog& dialog) {
+    auto* const layout = new QVBoxLayout(&dialog);
+    layout->setContentsMargins(2 * dialogGap, 2 * dialogGap, 2 * dialogGap, 2 * dialogGap);
+    layout->setSpacing(dialogGap);
+    return layout;
+}
 
 QLabel* makeTextLabel(const char* name, const QString& text, QWidget* parent) {
     auto* const label = new QLabel(text, parent);
@@ -41,6 +63,7 @@ QDialogButtonBox* makeSelectionButtons(QWidget* parent) {
 }
 
 void runDialog(QDialog& dialog) {
+    keepWrappedTextVisible(dialog);
     dialog.adjustSize();
     centreOnScreen(dialog);
     dialog.exec();

@@ -6,6 +6,7 @@ class QDialog;
 class QDialogButtonBox;
 class QLabel;
 class QPushButton;
+class QVBoxLayout;
 class QWidget;
 
 /// Pieces that the small dialogs have in common.
@@ -13,6 +14,9 @@ namespace wendmark {
 
 /// Pixels between the parts of a dialog.
 inline constexpr int dialogGap = 8;
+
+/// The layout of a whole dialog: its parts below one another, with the usual margins and gaps.
+QVBoxLayout* makeDialogLayout(QDialog& dialog);
 
 /// A label with wrapped plain text.
 QLabel* makeTextLabel(const char* name, const QString& text, QWidget* parent);

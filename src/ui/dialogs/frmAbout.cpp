@@ -74,7 +74,7 @@ frmAbout::frmAbout(const Registry& registry, QWidget* parent) : QDialog(parent),
     buttons->addWidget(systemButton);
     buttons->addStretch();
     buttons->addWidget(okButton);
-    auto* const layout = new QVBoxLayout(this);
+    QVBoxLayout* const layout = makeDialogLayout(*this);
     layout->setSpacing(2 * dialogGap);
     layout->addLayout(top);
     layout->addStretch();

@@ -18,6 +18,7 @@ frmHelp::frmHelp(QWebEngineProfile& profile, const QString& helpFolder, QWidget*
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->addWidget(m_browser);
+    setMinimumSize(320, 240); // Below it the pages need scrolling both ways.
     resize(900, 640);
     centreOnScreen(*this);
     // A key event would end in the page, which has the focus most of the time.

@@ -24,8 +24,7 @@ frmSelectFolderOpen::frmSelectFolderOpen(HandOver& handOver, Workspace& workspac
     m_picker->setFolder(toQString(m_workspace.folders().myToursPath));
 
     QDialogButtonBox* const buttons = makeSelectionButtons(this);
-    auto* const layout = new QVBoxLayout(this);
-    layout->setSpacing(dialogGap);
+    QVBoxLayout* const layout = makeDialogLayout(*this);
     layout->addWidget(makeTextLabel(
         "Label1", tr("Select the folder containing all the tour files and then click \"OK\""), this));
     layout->addWidget(m_picker, 1);

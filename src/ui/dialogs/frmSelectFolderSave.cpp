@@ -34,8 +34,7 @@ frmSelectFolderSave::frmSelectFolderSave(HandOver& handOver, Workspace& workspac
     auto* const nameRow = new QFormLayout;
     nameRow->addRow(nameLabel, m_tourName);
     QDialogButtonBox* const buttons = makeSelectionButtons(this);
-    auto* const layout = new QVBoxLayout(this);
-    layout->setSpacing(dialogGap);
+    QVBoxLayout* const layout = makeDialogLayout(*this);
     layout->addWidget(
         makeTextLabel("Label1",
                       tr("Select the folder where you want to create the new Tour folder, type in a "

@@ -27,8 +27,7 @@ frmWizard1::frmWizard1(HandOver& handOver, QWidget* parent)
     auto* const buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(nextButton);
-    auto* const layout = new QVBoxLayout(this);
-    layout->setSpacing(dialogGap);
+    QVBoxLayout* const layout = makeDialogLayout(*this);
     layout->addWidget(makeTextLabel("lblInstruction1", tr("Do you want to:"), this));
     layout->addWidget(oldTour);
     layout->addWidget(m_newTour);

@@ -53,11 +53,11 @@ frmWizard2::frmWizard2(HandOver& handOver, bool canGoBack, QWidget* parent)
     buttons->addStretch();
     buttons->addWidget(previousButton);
     buttons->addWidget(nextButton);
-    auto* const layout = new QVBoxLayout(this);
-    layout->setSpacing(dialogGap);
+    QVBoxLayout* const layout = makeDialogLayout(*this);
     layout->addWidget(heading);
     layout->addWidget(nameLabel);
     layout->addWidget(m_tourName);
+    layout->addSpacing(dialogGap);
     layout->addWidget(titleLabel);
     layout->addWidget(m_title);
     layout->addStretch();

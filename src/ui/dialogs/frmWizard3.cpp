@@ -44,8 +44,7 @@ frmWizard3::frmWizard3(HandOver& handOver, Workspace& workspace, QtDesktop& desk
     buttons->addStretch();
     buttons->addWidget(previousButton);
     buttons->addWidget(finishButton);
-    auto* const layout = new QVBoxLayout(this);
-    layout->setSpacing(dialogGap);
+    QVBoxLayout* const layout = makeDialogLayout(*this);
     layout->addWidget(heading);
     layout->addWidget(m_picker, 1);
     layout->addLayout(buttons);
