@@ -37,8 +37,8 @@ protected:
 
     void makePipe(std::string_view name) const { ASSERT_EQ(mkfifo(path(name).c_str(), 0600), 0); }
 
-    /// Lets everybody read the folder and nobody but its owner change it.
-    void makeFolderReadOnlyForOthers() const { fs::permissions(m_folder, fs::perms(0755)); }
+    /// Root may still change what it holds.
+    void makeFolderReadOnly() const { fs::permissions(m_folder, fs::perms(0555)); }
 
     test::ScratchFolder m_scratch;
     std::string m_folder = m_scratch / "t";
@@ -242,7 +242,7 @@ TEST_F(FilesTest, fullDiskLeavesTheOldFileAndNoOther) {
 
 TEST_F(FilesTest, readOnlyFolderLeavesTheOldFile) {
     write("a", "old");
-    makeFolderReadOnlyForOthers();
+    makeFolderReadOnly();
     {
         const UnprivilegedUser nobody;
         expectFailure(files::write(path("a"), "new"), "cannot write " + path("a") + ": Permission denied");
