@@ -83,7 +83,11 @@ TEST_F(TourSave, finalNavigatorGoesIntoTheWorkingCopyAndTheTour) {
 
 TEST_F(TourSave, finalNavigatorOfATourWithoutFolderGoesIntoTheWorkingCopyOnly) {
     tour.workspace.tourPath.clear();
-    useFinalNavigator(tour.context);
+    fs::permissions(tour.workspace.folders().newTourPath, fs::perms::all);
+    {
+        const test::UnprivilegedUser nobody; // Could not write beside the root folder unnoticed.
+        useFinalNavigator(tour.context);
+    }
     EXPECT_EQ(tour.working("nav3.htm"), finalNavigator);
     EXPECT_THAT(tour.desktop.calls, IsEmpty());
     EXPECT_THAT(tour.log.failures, IsEmpty());
