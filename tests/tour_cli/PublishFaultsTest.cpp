@@ -219,6 +219,13 @@ TEST_F(PublishFaultsTest, workingCopyMustNotHoldAnythingOfValue) {
                       {copy, "would be emptied, but it holds"});
 }
 
+TEST_F(PublishFaultsTest, programsFolderIsNoWorkingCopyAlsoWhenTheTemplatesLieElsewhere) {
+    expectFailure(
+        ownProgram(),
+        {"publish", tour, "--template", WENDMARK_ASSETS "/Template", "--working-copy", scratch / "app"},
+        {scratch / "app", "would be emptied, but it holds"});
+}
+
 TEST_F(PublishFaultsTest, windowProgramsWorkingCopyIsNotToBeUsed) {
     const ProgramRun run = ownProgram();
     writeFile(scratch / "app/NewTour/page1.htm", "being edited");
