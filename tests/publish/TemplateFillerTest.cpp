@@ -33,38 +33,29 @@ TEST(TemplateFiller, outputServesAgainAsTemplate) {
     EXPECT_EQ(fill(once), once);
 }
 
-struct MarkerCase {
-    std::string_view line;
-    std::string_view marker;
-    bool isMarker;
-};
-
-class MarkerLines : public testing::TestWithParam<MarkerCase> {};
-
-TEST_P(MarkerLines, areThoseThatBeginWithTheMarker) {
-    TemplateFiller filler(GetParam().line);
-    filler.copyThrough(GetParam().marker);
-    EXPECT_EQ(!filler.stopped(), GetParam().isMarker);
+TEST(TemplateFiller, markerLinesAreThoseThatBeginWithTheMarker) {
+    struct Line {
+        std::string_view line;
+        std::string_view marker;
+        bool isMarker;
+    };
+    const Line lines[] = {
+        {"<!--variable-->", pageMarker, true},       {"<!--variable--> and more", pageMarker, true},
+        {"<!--variable-", pageMarker, false},        {"<!--variable title-->", pageMarker, false},
+        {"<!--Variable-->", pageMarker, false},      {" <!--variable-->", pageMarker, false},
+        {"\t<!--variable-->", pageMarker, false},    {"<p><!--variable-->", pageMarker, false},
+        {"<!--variable-->", loosePageMarker, true},  {"<!--variable title-->", loosePageMarker, true},
+        {"<!--variables", loosePageMarker, true},    {"<!--variabl", loosePageMarker, false},
+        {"//variable", scriptBlockMarker, true},     {"//variables = 1", scriptBlockMarker, true},
+        {"// variable", scriptBlockMarker, false},   {"//VARIABLE", scriptBlockMarker, false},
+        {"    //variable", scriptBlockMarker, false}};
+    for (const Line& given : lines) {
+        SCOPED_TRACE(testing::PrintToString(given.line));
+        TemplateFiller filler(given.line);
+        filler.copyThrough(given.marker);
+        EXPECT_EQ(!filler.stopped(), given.isMarker);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(TemplateFiller, MarkerLines,
-                         testing::Values(MarkerCase{"<!--variable-->", pageMarker, true},
-                                         MarkerCase{"<!--variable--> and more", pageMarker, true},
-                                         MarkerCase{"<!--variable-", pageMarker, false},
-                                         MarkerCase{"<!--variable title-->", pageMarker, false},
-                                         MarkerCase{"<!--Variable-->", pageMarker, false},
-                                         MarkerCase{" <!--variable-->", pageMarker, false},
-                                         MarkerCase{"\t<!--variable-->", pageMarker, false},
-                                         MarkerCase{"<p><!--variable-->", pageMarker, false},
-                                         MarkerCase{"<!--variable-->", loosePageMarker, true},
-                                         MarkerCase{"<!--variable title-->", loosePageMarker, true},
-                                         MarkerCase{"<!--variables", loosePageMarker, true},
-                                         MarkerCase{"<!--variabl", loosePageMarker, false},
-                                         MarkerCase{"//variable", scriptBlockMarker, true},
-                                         MarkerCase{"//variables = 1", scriptBlockMarker, true},
-                                         MarkerCase{"// variable", scriptBlockMarker, false},
-                                         MarkerCase{"//VARIABLE", scriptBlockMarker, false},
-                                         MarkerCase{"    //variable", scriptBlockMarker, false}));
 
 TEST(TemplateFiller, everyKindOfLineEndBecomesCrLf) {
     for (const std::string_view source : {"a\r\n\r\nb\r\n", "a\n\nb\n", "a\r\rb\r", "a\r\n\nb"}) {

@@ -58,8 +58,8 @@ TEST_F(PublishFaultsTest, scriptIsAPipeWhichIsNotWaitedFor) {
 }
 
 TEST_F(PublishFaultsTest, scriptIsALinkOutOfTheTour) {
-    fs::rename(tour + "/script.txt", scratch / "shared.txt");
-    fs::create_symlink("../shared.txt", tour + "/script.txt");
+    fs::rename(tour + "/script.txt", scratch / "common.txt");
+    fs::create_symlink("../common.txt", tour + "/script.txt");
     expectFailure(program(), {"publish", tour}, {tour + "/script.txt", "the link leads out of its folder"});
 }
 

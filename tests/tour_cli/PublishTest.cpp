@@ -261,10 +261,10 @@ TEST_F(PublishTest, readOnlyTemplatesBecomeFilesThatMayBeChanged) {
 
 TEST_F(PublishTest, templatesMayBeLinks) {
     programInFolder(scratch / "app");
-    fs::rename(scratch / "app/Template/tour.css", scratch / "shared.css");
-    fs::create_symlink("../../shared.css", scratch / "app/Template/tour.css");
+    fs::rename(scratch / "app/Template/tour.css", scratch / "common.css");
+    fs::create_symlink("../../common.css", scratch / "app/Template/tour.css");
     expectDone(publish({tour, "--into", scratch / "www", "--template", scratch / "app/Template"}));
-    EXPECT_EQ(readFile(scratch / "www/tour.css"), readFile(scratch / "shared.css"));
+    EXPECT_EQ(readFile(scratch / "www/tour.css"), readFile(scratch / "common.css"));
     EXPECT_FALSE(fs::is_symlink(scratch / "www/tour.css"));
 }
 
