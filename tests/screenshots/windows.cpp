@@ -1,0 +1,272 @@
+#include "model/Workspace.h"
+#include "platform/BrowserView.h"
+#include "platform/Strings.h"
+#include "publish/StopPages.h"
+#include "ui/dialogs/DialogParts.h"
+#include "ui/dialogs/frmAbout.h"
+#include "ui/dialogs/frmHelp.h"
+#include "ui/dialogs/frmSelectFolderOpen.h"
+#include "ui/dialogs/frmSelectFolderSave.h"
+#include "ui/dialogs/frmSplash.h"
+#include "ui/dialogs/frmWizard1.h"
+#include "ui/dialogs/frmWizard2.h"
+#include "ui/dialogs/frmWizard3.h"
+#include "ui/main/frmMain.h"
+#include "ui/support/UiFixture.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDialog>
+#include <QDir>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPalette>
+#include <QTcpServer>
+#include <QTest>
+#include <filesystem>
+
+namespace wendmark {
+
+namespace {
+
+using test::onNextDialog;
+using test::press;
+using test::UiFixture;
+
+constexpr QSize laptop(1366, 768);
+constexpr int patience = 30000;     // Milliseconds that a page may take.
+constexpr int paintingTime = 500;   // Milliseconds in which something changes if a window is not complete.
+constexpr int mostPaintings = 8;    // A clock or a moon may go on changing.
+constexpr qreal largeFontSize = 18; // Points.
+
+QPalette darkPalette() {
+    QPalette palette(QColor(0x35, 0x35, 0x38), QColor(0x24, 0x24, 0x27));
+    palette.setColor(QPalette::Base, QColor(0x1b, 0x1b, 0x1d));
+    palette.setColor(QPalette::AlternateBase, QColor(0x2b, 0x2b, 0x2e));
+    palette.setColor(QPalette::ToolTipBase, QColor(0x35, 0x35, 0x38));
+    palette.setColor(QPalette::Link, QColor(0x8a, 0xb4, 0xf8));
+    palette.setColor(QPalette::Highlight, QColor(0x2f, 0x65, 0xb0));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(0x8c, 0x8c, 0x8c));
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(0x8c, 0x8c, 0x8c));
+    palette.setColor(QPalette::Disabled, QPalette::Text, QColor(0x8c, 0x8c, 0x8c));
+    return palette;
+}
+
+/// Takes the pictures of one run of the program into one folder.
+class Photographer final {
+public:
+    explicit Photographer(const QString& folder) : m_folder(folder), m_window(m_program.parts()) {
+        std::filesystem::copy(WENDMARK_ASSETS "/Help", m_program.scratch / "Help");
+        m_window.load(m_program.path(QStringLiteral("MyTours/Sample")));
+        m_window.show();
+        waitUntilLoaded();
+    }
+
+    bool takeAll() {
+        takeMainWindow();
+        takeMenus();
+        takeDialogs();
+        takeMessages();
+        takeHelp();
+        return m_allWritten;
+    }
+
+private:
+    void take(QWidget& window, const QString& name) {
+        m_allWritten = QTest::qWaitForWindowExposed(&window) && m_allWritten;
+        const QImage picture = completePicture(window);
+        m_allWritten = picture.save(m_folder.filePath(name + QStringLiteral(".png"))) && m_allWritten;
+    }
+
+    /// The window once it has stopped changing: folders are read and pages painted in the background.
+    static QImage completePicture(QWidget& window) {
+        QImage former;
+        QImage picture;
+        for (int painting = 0; painting < mostPaintings; ++painting) {
+            QTest::qWait(paintingTime);
+            picture = window.grab().toImage();
+            if (picture == former)
+                break;
+            former = picture;
+        }
+        return picture;
+    }
+
+    void takeAt(QWidget& window, const QSize& size, const QString& name) {
+        window.resize(size);
+        take(window, name);
+    }
+
+    /// Twice: at its smallest size and at the size of a small laptop's screen.
+    void takeInTwoSizes(QWidget& window, const QString& name) {
+        takeAt(window, QSize(0, 0), name + QStringLiteral("-smallest"));
+        takeAt(window, laptop, name + QStringLiteral("-laptop"));
+    }
+
+    void takeMainWindow() {
+        takeInTwoSizes(m_window, QStringLiteral("frmMain-opening"));
+        showStop(3);
+        waitUntilLoaded();
+        takeInTwoSizes(m_window, QStringLiteral("frmMain-stop"));
+        takeBusyMainWindow();
+    }
+
+    void takeBusyMainWindow() {
+        QTcpServer silent; // Takes connections and never answers.
+        silent.listen(QHostAddress::LocalHost);
+        std::string& address = m_program.model.stopURL.at(1);
+        const std::string former = address;
+        address = "http://127.0.0.1:" + std::to_string(silent.serverPort()) + "/";
+        makeStopPages(m_program.tour, 2, 2);
+        showStop(2);
+        takeInTwoSizes(m_window, QStringLiteral("frmMain-busy"));
+        m_allWritten = browser().isBusy() && m_allWritten;
+        m_window.stopLoading();
+        address = former;
+        makeStopPages(m_program.tour, 2, 2);
+        m_program.model.currentStop = 0;
+        m_window.refresh();
+        waitUntilLoaded();
+    }
+
+    void takeMenus() {
+        for (const QAction* title : m_window.menuBar()->actions()) {
+            QMenu& menu = *title->menu();
+            menu.popup(m_window.mapToGlobal(QPoint()));
+            menu.setActiveAction(menu.actions().first());
+            take(menu, QStringLiteral("menu-") + title->text().remove(QLatin1Char('&')));
+            menu.close();
+        }
+    }
+
+    void takeDialogs() {
+        HandOver& handOver = m_program.handOver;
+        handOver.wizardTourName = "Rivers of Europe";
+        handOver.wizardTourTitle = "The rivers of Europe, from their springs to the sea";
+        Workspace& workspace = m_program.workspace;
+        frmSplash splash;
+        takeDialog(splash);
+        frmWizard1 first(handOver);
+        takeDialog(first);
+        frmWizard2 second(handOver, true);
+        takeDialog(second);
+        frmWizard3 third(handOver, workspace, m_program.desktop);
+        takeDialog(third);
+        frmSelectFolderOpen open(handOver, workspace);
+        takeDialog(open);
+        frmSelectFolderSave save(handOver, workspace);
+        takeDialog(save);
+        frmAbout about(m_program.registry);
+        takeDialog(about);
+    }
+
+    /// Twice: as it opens, and at its smallest size.
+    void takeDialog(QDialog& dialog) {
+        onNextDialog([this](QDialog& shown) {
+            take(shown, shown.objectName());
+            takeAt(shown, QSize(0, 0), shown.objectName() + QStringLiteral("-smallest"));
+            shown.reject();
+        });
+        runDialog(dialog);
+    }
+
+    void takeMessages() {
+        takeNextMessage("stop-not-deleted");
+        m_window.deleteStop();
+        takeNextMessage("stop-not-editable");
+        m_window.editSiteFrame();
+        m_program.model.tourChanged = true;
+        takeNextMessage("quit");
+        m_window.close();
+        takeNextMessage("new");
+        m_window.newTour();
+        takeNextMessage("open");
+        m_window.openTour();
+        m_program.model.tourChanged = false;
+        takeNextMessage("line-error");
+        m_program.desktop.showLineError("Premature end of file in line 12");
+        takeNextMessage("no-system-information");
+        frmAbout about(m_program.registry);
+        press(about, QStringLiteral("cmdSysInfo"));
+        takeDialogMessages();
+    }
+
+    void takeDialogMessages() {
+        HandOver& handOver = m_program.handOver;
+        handOver.wizardTourName.clear();
+        frmWizard2 unnamed(handOver, true);
+        takeNextMessage("name-missing");
+        press(unnamed, QStringLiteral("btnNext"));
+        handOver.wizardTourName = "SampleTwo";
+        frmWizard3 reserved(handOver, m_program.workspace, m_program.desktop);
+        takeNextMessage("sample-reserved");
+        press(reserved, QStringLiteral("btnNext"));
+        takeNextMessage("new-folder");
+        press(reserved, QStringLiteral("btnCreate"));
+    }
+
+    void takeNextMessage(const char* name) {
+        onNextDialog([this, name](QDialog& message) {
+            take(message, QStringLiteral("message-") + QLatin1String(name));
+            message.reject();
+        });
+    }
+
+    void takeHelp() {
+        m_window.showHelp();
+        auto& help = *m_window.findChild<frmHelp*>();
+        waitUntilLoaded(*help.findChild<BrowserView*>());
+        take(help, QStringLiteral("frmHelp"));
+        takeInTwoSizes(help, QStringLiteral("frmHelp"));
+    }
+
+    void showStop(std::int16_t n) {
+        m_program.model.currentStop = n;
+        m_window.refresh();
+    }
+
+    BrowserView& browser() const { return *m_window.findChild<BrowserView*>(QStringLiteral("broMain")); }
+    void waitUntilLoaded() { waitUntilLoaded(browser()); }
+    void waitUntilLoaded(const BrowserView& view) {
+        QTest::qWait(paintingTime); // Until the engine has begun.
+        m_allWritten = QTest::qWaitFor([&] { return !view.isBusy(); }, patience) && m_allWritten;
+    }
+
+    QDir m_folder;
+    UiFixture m_program;
+    frmMain m_window;
+    bool m_allWritten = true;
+};
+
+void applyOptions(const QCommandLineParser& options) {
+    if (options.isSet(QStringLiteral("dark")))
+        QApplication::setPalette(darkPalette());
+    if (options.isSet(QStringLiteral("large-font"))) {
+        QFont font = QApplication::font();
+        font.setPointSizeF(largeFontSize);
+        QApplication::setFont(font);
+    }
+}
+
+} // namespace
+
+} // namespace wendmark
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    QCommandLineParser options;
+    options.setApplicationDescription(QStringLiteral("Takes pictures of every window and dialog"));
+    options.addHelpOption();
+    options.addOption({QStringLiteral("dark"), QStringLiteral("With a dark palette")});
+    options.addOption({QStringLiteral("large-font"), QStringLiteral("With text of 18 points")});
+    options.addPositionalArgument(QStringLiteral("folder"), QStringLiteral("Where the pictures go"));
+    options.process(application);
+    if (options.positionalArguments().size() != 1 ||
+        !QDir().mkpath(options.positionalArguments().constFirst()))
+        options.showHelp(1);
+
+    wendmark::applyOptions(options);
+    const bool allWritten = wendmark::Photographer(options.positionalArguments().constFirst()).takeAll();
+    return allWritten && wendmark::test::dialogsExpected() == 0 ? 0 : 1;
+}
