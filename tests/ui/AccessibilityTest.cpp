@@ -114,11 +114,12 @@ bool isInsideBrowser(const QWidget& widget) {
     return false;
 }
 
-/// Controls of a window that take the focus, by key or by mouse.
+/// Controls of a window that take the focus, by key or by mouse. A browser hands it on to its page.
 QList<QWidget*> focusableControls(const QWidget& window) {
     QList<QWidget*> controls;
     for (QWidget* widget : window.findChildren<QWidget*>()) {
-        const bool focusable = widget->focusPolicy() != Qt::NoFocus && widget->focusProxy() == nullptr;
+        const bool focusable = qobject_cast<BrowserView*>(widget) != nullptr ||
+                               (widget->focusPolicy() != Qt::NoFocus && widget->focusProxy() == nullptr);
         if (focusable && widget->isVisible() && widget->window() == &window && !isInsideBrowser(*widget))
             controls.append(widget);
     }
