@@ -3,6 +3,7 @@
 #include "platform/FileConfinement.h"
 #include "platform/Strings.h"
 #include "support/ScratchFolder.h"
+#include "ui/support/UiFixture.h"
 
 #include <QApplication>
 #include <QDir>
@@ -34,7 +35,7 @@ struct Browser {
     bool open(const std::string& name) {
         QSignalSpy completed(&view, &BrowserView::navigationCompleted);
         view.navigate(toQString(inside + "/" + name));
-        return QTest::qWaitFor([&] { return !completed.isEmpty(); }, patience) &&
+        return test::waitUntil([&] { return !completed.isEmpty(); }, patience) &&
                completed.last().first().toBool();
     }
 
@@ -46,7 +47,7 @@ struct Browser {
             result = value;
             done = true;
         });
-        [[maybe_unused]] const bool answered = QTest::qWaitFor([&] { return done; }, patience);
+        [[maybe_unused]] const bool answered = test::waitUntil([&] { return done; }, patience);
         return result;
     }
 
@@ -172,7 +173,7 @@ private slots:
         emit browser.view.engineView().page()->renderProcessTerminated(
             QWebEnginePage::CrashedTerminationStatus, 1);
         QCOMPARE(died.last().first().toInt(), 4);
-        QVERIFY(!QTest::qWaitFor([&] { return !completed.isEmpty() || browser.view.isBusy(); }, 500));
+        QVERIFY(!test::waitUntil([&] { return !completed.isEmpty() || browser.view.isBusy(); }, 500));
     }
 };
 

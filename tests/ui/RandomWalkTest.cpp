@@ -15,7 +15,6 @@ using test::UiFixture;
 
 namespace {
 
-constexpr int patience = 30000; // Milliseconds that a page may take on a busy machine.
 constexpr int steps = 2000;
 constexpr int mostStops = 24; // Keeps the check of every page at every step affordable.
 
@@ -141,7 +140,7 @@ private:
             return list.current == 0 ? !browser.isBusy() && !browser.locationURL().endsWith("tmpframe.htm")
                                      : label.text() == QString::number(list.current);
         };
-        QVERIFY2(QTest::qWaitFor(arrived, patience), qPrintable(where));
+        QVERIFY2(test::waitUntil(arrived), qPrintable(where));
         QVERIFY2(program.model.currentStop == list.current, qPrintable(where));
     }
 

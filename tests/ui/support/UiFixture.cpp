@@ -5,8 +5,10 @@
 #include "publish/TourCommands.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QDialog>
 #include <QDir>
+#include <QEventLoop>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -92,6 +94,20 @@ QString UiFixture::path(const QString& nameInApplicationFolder) const {
 
 QStringList UiFixture::filesOf(const QString& folder) const {
     return QDir(path(folder)).entryList(QDir::Files, QDir::Name);
+}
+
+bool waitUntil(const std::function<bool()>& condition, int patience) {
+    const QDeadlineTimer deadline(patience);
+    QEventLoop loop;
+    QTimer poll;
+    poll.callOnTimeout([&] {
+        if (condition() || deadline.hasExpired())
+            loop.quit();
+    });
+    poll.start(1);
+    if (!condition())
+        loop.exec();
+    return condition();
 }
 
 void onNextDialog(std::function<void(QDialog&)> answer) {

@@ -57,6 +57,10 @@ private:
     float m_seconds = 1000;
 };
 
+/// Runs the event loop until `condition` holds; false when it still does not after `patience` milliseconds.
+/// Unlike Qt Test's own waits, which look for events and then sleep, it never holds the engine up.
+bool waitUntil(const std::function<bool()>& condition, int patience = 30000);
+
 /// Calls `answer` with the next modal dialog as soon as it is on screen, and again for each one after it for
 /// which a further call was made. Fails the test when none comes.
 void onNextDialog(std::function<void(QDialog&)> answer);
