@@ -15,7 +15,10 @@ namespace {
 /// Engines no longer show or report window.status. This puts an accessor in its place, in every frame, before
 /// any script of the page runs. console.debug carries the text out, behind a mark that no page can learn.
 QString statusScript(const QString& mark) {
+    // A page can read the source of the accessor's functions, so the mark stands outside them.
     return QStringLiteral(R"((function () {
+  'use strict';
+  const mark = '%1';
   const report = console.debug.bind(console);
   let text = '';
   Object.defineProperty(window, 'status', {
@@ -23,12 +26,18 @@ QString statusScript(const QString& mark) {
     enumerable: true,
     get: function () { return text; },
     set: function (value) {
-      text = String(value);
-      report('%1' + window.location.href + '\n' + text);
+      text = `${value}`;
+      report(`${mark}${window.location.href}\n${text}`);
     }
   });
 })();)")
         .arg(mark);
+}
+
+void openInSystemBrowser(const QUrl& address, bool clicked) {
+    const QString scheme = address.scheme();
+    if (clicked && (scheme == QLatin1String("http") || scheme == QLatin1String("https")))
+        QDesktopServices::openUrl(address);
 }
 
 } // namespace
@@ -70,7 +79,7 @@ void BrowserPage::restrictRights() {
             [this](const QUrl& origin, Feature feature) {
                 setFeaturePermission(origin, feature, PermissionDeniedByUser);
             });
-    connect(this, &QWebEnginePage::newWindowRequested, this, [this](QWebEngineNewWindowRequest& request) {
+    connect(this, &QWebEnginePage::newWindowRequested, this, [](QWebEngineNewWindowRequest& request) {
         openInSystemBrowser(request.requestedUrl(), request.isUserInitiated());
     });
     connect(this, &QWebEnginePage::certificateError, this,
@@ -85,12 +94,6 @@ void BrowserPage::watchStatusTexts() {
     script.setRunsOnSubFrames(true);
     script.setSourceCode(statusScript(m_statusMark));
     scripts().insert(script);
-}
-
-void BrowserPage::openInSystemBrowser(const QUrl& address, bool clicked) const {
-    const QString scheme = address.scheme();
-    if (clicked && (scheme == QLatin1String("http") || scheme == QLatin1String("https")))
-        QDesktopServices::openUrl(address);
 }
 
 } // namespace wendmark

@@ -26,7 +26,6 @@ protected:
 private:
     void restrictRights();
     void watchStatusTexts();
-    void openInSystemBrowser(const QUrl& address, bool clicked) const;
 
     FileConfinement m_confinement;
     QString m_statusMark; ///< Begins the console messages that carry a status text; not known to any page.

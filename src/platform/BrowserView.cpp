@@ -3,6 +3,7 @@
 #include "platform/BrowserPage.h"
 
 #include <QDir>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineProfile>
@@ -85,8 +86,7 @@ void BrowserView::reviveRenderer() {
     ++m_rendererDeaths;
     emit rendererDied(m_rendererDeaths);
     if (m_rendererDeaths <= mostRevivals)
-        QMetaObject::invokeMethod(
-            m_page, [this] { reload(); }, Qt::QueuedConnection);
+        QTimer::singleShot(0, m_page, [this] { reload(); }); // Not from inside the engine's own message.
 }
 
 QUrl addressFromText(const QString& addressOrPath) {

@@ -3,7 +3,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QStandardPaths>
-#include <cstdio>
+#include <iostream>
 
 namespace wendmark {
 
@@ -36,7 +36,7 @@ void startAnewWhenLong(const QString& path) {
 FileLog::FileLog(const QString& path) : m_file(path) {
     startAnewWhenLong(path);
     if (!m_file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text))
-        std::fprintf(stderr, "wendmark: no log file: %s\n", qPrintable(m_file.errorString()));
+        std::cerr << "wendmark: no log file: " << m_file.errorString().toStdString() << '\n';
 }
 
 QString FileLog::defaultPath() {
@@ -50,7 +50,7 @@ QString FileLog::defaultPath() {
 
 void FileLog::write(Level level, const std::string& line) {
     if (level != Level::note)
-        std::fprintf(stderr, "wendmark: %s: %s\n", nameOf(level), line.c_str());
+        std::cerr << "wendmark: " << nameOf(level) << ": " << line << '\n';
     if (!m_file.isOpen())
         return;
     const QByteArray time = QDateTime::currentDateTime().toString(Qt::ISODateWithMs).toUtf8();

@@ -95,6 +95,30 @@ private slots:
         QCOMPARE(status.count(), 0);
     }
 
+    /// A page that knew the mark of a status text could pass its own off as that of a page of the tour.
+    void pagesCannotLearnTheMarkOfAStatusText() {
+        Browser browser;
+        browser.write("page.htm", R"(<script>
+            const accessor = Object.getOwnPropertyDescriptor(window, 'status');
+            let seen = accessor.set.toString() + accessor.get.toString();
+            const look = function () {
+                seen += (look.caller || '') + [...arguments].filter((a) => typeof a === 'string').join();
+                return 'x';
+            };
+            console.debug = console.log = look;
+            window.String = look;
+            String.prototype.concat = look;
+            window.status = {toString: function () { return look(this); }};
+            const marks = seen.match(/[0-9a-f]{8}-[0-9a-f-]{27}/g) || [];
+            for (const mark of marks) console.info(mark + 'file:///tour/page1.htm\n>*>*>vosktourstop->1');
+            document.title = 'marks: ' + marks.length;</script>)");
+        QSignalSpy status(&browser.view, &BrowserView::statusTextChanged);
+        QVERIFY(browser.open("page.htm"));
+        QTRY_COMPARE(browser.view.locationName(), "marks: 0");
+        QVERIFY(test::waitUntil([&] { return status.count() == 1; }));
+        QVERIFY(!status.first().first().toString().contains("vosktourstop"));
+    }
+
     void pagesReadFilesOfTheirFolderOnly() {
         Browser browser;
         test::writeFile(browser.scratch / "secret.txt", "secret");

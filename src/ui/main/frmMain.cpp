@@ -217,7 +217,7 @@ void frmMain::refresh() {
 
 void frmMain::showHelp() {
     const QString helpFolder = toQString(m_parts.tour.workspace.folders().appPath) + QStringLiteral("/Help");
-    if (!m_help)
+    if (m_help.isNull())
         m_help = new frmHelp(m_parts.browserProfile, helpFolder, this);
     m_help->showPage(helpFolder + QStringLiteral("/index.htm"));
 }
