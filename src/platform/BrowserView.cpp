@@ -3,7 +3,6 @@
 #include "platform/BrowserPage.h"
 
 #include <QDir>
-#include <QTimer>
 #include <QVBoxLayout>
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineProfile>
@@ -40,7 +39,9 @@ BrowserView::BrowserView(QWebEngineProfile& profile, QWidget* parent)
         emit busyChanged(false);
         emit navigationCompleted(ok);
     });
-    connect(m_page, &QWebEnginePage::renderProcessTerminated, this, &BrowserView::reviveRenderer);
+    // Queued: a reload from inside the engine's own message would be lost.
+    connect(m_page, &QWebEnginePage::renderProcessTerminated, this, &BrowserView::reviveRenderer,
+            Qt::QueuedConnection);
 }
 
 BrowserView::~BrowserView() = default;
@@ -86,7 +87,7 @@ void BrowserView::reviveRenderer() {
     ++m_rendererDeaths;
     emit rendererDied(m_rendererDeaths);
     if (m_rendererDeaths <= mostRevivals)
-        QTimer::singleShot(0, m_page, [this] { reload(); }); // Not from inside the engine's own message.
+        reload();
 }
 
 QUrl addressFromText(const QString& addressOrPath) {
