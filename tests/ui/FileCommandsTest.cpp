@@ -15,12 +15,12 @@
 #include <QRadioButton>
 #include <QTest>
 #include <QTimer>
-#include <QTreeView>
 
 namespace wendmark {
 
 using test::onNextDialog;
 using test::press;
+using test::selectFolder;
 using test::textOf;
 using test::UiFixture;
 
@@ -57,31 +57,6 @@ void expectMessage(const QString& titleAndText) {
         QCOMPARE(textOf(message), titleAndText);
         press(message, "OK");
     });
-}
-
-/// Picks a folder in a folder dialog by walking its tree.
-void selectFolder(QDialog& dialog, const QString& path) {
-    auto* const tree = dialog.findChild<QTreeView*>(QStringLiteral("Dir1"));
-    auto* const model = tree->model();
-    QModelIndex index;
-    QModelIndex parent = tree->rootIndex();
-    const QString root = parent.data(Qt::UserRole + 1).toString(); // The file system model's path role.
-    const QStringList steps = QDir(root).relativeFilePath(path).split(QLatin1Char('/'));
-    for (const QString& step : steps) {
-        QTRY_VERIFY_WITH_TIMEOUT(
-            [&] {
-                if (model->canFetchMore(parent))
-                    model->fetchMore(parent);
-                const QModelIndexList found = model->match(model->index(0, 0, parent), Qt::DisplayRole, step,
-                                                           1, Qt::MatchExactly | Qt::MatchCaseSensitive);
-                index = found.value(0);
-                return index.isValid();
-            }(),
-            5000);
-        parent = index;
-    }
-    tree->setCurrentIndex(index);
-    QCOMPARE(labelText(dialog, "lblTourPath"), path);
 }
 
 void closeWizardAtStart(frmMain& window) {

@@ -9,10 +9,12 @@
 #include <QDialog>
 #include <QDir>
 #include <QEventLoop>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QTreeView>
 #include <QWebEngineProfile>
 #include <deque>
 #include <filesystem>
@@ -128,6 +130,30 @@ void press(QDialog& dialog, const QString& button) {
     }
     QVERIFY2(found != nullptr, qPrintable(QStringLiteral("no button ") + button));
     QTest::mouseClick(found, Qt::LeftButton);
+}
+
+void selectFolder(QDialog& dialog, const QString& path) {
+    auto* const tree = dialog.findChild<QTreeView*>(QStringLiteral("Dir1"));
+    auto* const model = tree->model();
+    QModelIndex index;
+    QModelIndex parent = tree->rootIndex();
+    const QString root = parent.data(Qt::UserRole + 1).toString(); // The file system model's path role.
+    const QStringList steps = QDir(root).relativeFilePath(path).split(QLatin1Char('/'));
+    for (const QString& step : steps) {
+        QTRY_VERIFY_WITH_TIMEOUT(
+            [&] {
+                if (model->canFetchMore(parent))
+                    model->fetchMore(parent);
+                const QModelIndexList found = model->match(model->index(0, 0, parent), Qt::DisplayRole, step,
+                                                           1, Qt::MatchExactly | Qt::MatchCaseSensitive);
+                index = found.value(0);
+                return index.isValid();
+            }(),
+            5000);
+        parent = index;
+    }
+    tree->setCurrentIndex(index);
+    QCOMPARE(dialog.findChild<QLabel*>(QStringLiteral("lblTourPath"))->text(), path);
 }
 
 QString textOf(QDialog& dialog) {

@@ -71,6 +71,9 @@ int dialogsExpected();
 /// Presses the button of this object name or, in a message box, of this caption.
 void press(QDialog& dialog, const QString& button);
 
+/// Picks a folder in a folder dialog by walking its tree.
+void selectFolder(QDialog& dialog, const QString& path);
+
 /// Text and title of a message box.
 QString textOf(QDialog& dialog);
 
