@@ -87,4 +87,9 @@ std::string_view trimBlanks(std::string_view text) {
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+std::string lastPathPart(std::string_view text, char separator) {
+    // Without a separator this is 0: npos is one less than nothing.
+    return lowerCase(text.substr(text.find_last_of(separator) + 1));
+}
+
 } // namespace wendmark

@@ -27,4 +27,7 @@ bool matchesWildcard(std::string_view name, std::string_view pattern);
 /// The text without the blanks at both ends. Only the space character counts as a blank.
 std::string_view trimBlanks(std::string_view text);
 
+/// The part after the last `separator`, in lower case; the whole text in lower case when there is none.
+std::string lastPathPart(std::string_view text, char separator);
+
 } // namespace wendmark

@@ -103,6 +103,10 @@ bool Workspace::workingFileExists(std::string_view name) const {
     return !files::list(m_folders.newTourPath, files::Links::anywhere, name).names.empty();
 }
 
+bool Workspace::isTemplateFile(std::string_view name) const {
+    return fileExists(templateFile(name));
+}
+
 Outcome Workspace::writeWorkingFile(std::string_view name, std::string_view bytes) const {
     return files::write(workingFile(name), bytes, replacing());
 }

@@ -69,6 +69,9 @@ public:
     /// Whether the working copy holds a file that matches `name`, which may hold wildcards.
     bool workingFileExists(std::string_view name) const;
 
+    /// Whether the Template folder holds a file of this name. Such names are reserved in every tour.
+    bool isTemplateFile(std::string_view name) const;
+
     /// Replaces a file of the working copy.
     Outcome writeWorkingFile(std::string_view name, std::string_view bytes) const;
 

@@ -37,6 +37,23 @@ TEST(Names, prefixIsFoundInAnyCase) {
     EXPECT_FALSE(beginsIgnoringCase("", "x"));
 }
 
+TEST(Names, lastPartOfAPathIsWhatFollowsTheLastSeparatorInLowerCase) {
+    EXPECT_EQ(lastPathPart("C:\\My Pages\\Intro.HTM", '\\'), "intro.htm");
+    EXPECT_EQ(lastPathPart("/home/Ann/Äpfel.GIF", '/'), "äpfel.gif");
+    EXPECT_EQ(lastPathPart("file:///C:/Tours/NewTour/My%20Page.HTM", '/'), "my%20page.htm");
+    EXPECT_EQ(lastPathPart("a/b\\C.gif", '/'), "b\\c.gif");
+}
+
+TEST(Names, textWithoutASeparatorIsItsOwnLastPart) {
+    EXPECT_EQ(lastPathPart("Intro.HTM", '/'), "intro.htm");
+    EXPECT_EQ(lastPathPart("", '/'), "");
+}
+
+TEST(Names, pathThatEndsWithASeparatorHasAnEmptyLastPart) {
+    EXPECT_EQ(lastPathPart("/Home/Ann/", '/'), "");
+    EXPECT_EQ(lastPathPart("/", '/'), "");
+}
+
 struct WildcardCase {
     std::string_view name;
     std::string_view pattern;

@@ -593,6 +593,20 @@ TEST_F(WorkspaceTest, workingFilesAreFoundByNameAndWildcardInAnyCase) {
     EXPECT_FALSE(m_workspace.workingFileExists(""));
 }
 
+TEST_F(WorkspaceTest, namesOfTemplatesAreReservedInAnyCase) {
+    writeFile(m_workspace.templateFile("fr-logo.gif"), "GIF");
+    fs::create_directory(m_workspace.templateFile("folder"));
+    EXPECT_TRUE(m_workspace.isTemplateFile("fr-logo.gif"));
+    EXPECT_TRUE(m_workspace.isTemplateFile("FR-Logo.GIF"));
+    for (const std::string_view name : {"", "logo.gif", "folder", "fr-logo", "."})
+        EXPECT_FALSE(m_workspace.isTemplateFile(name)) << name;
+}
+
+TEST_F(WorkspaceTest, fileOfTheWorkingCopyAloneIsNoTemplate) {
+    writeFile(workingFile("own.gif"), "GIF");
+    EXPECT_FALSE(m_workspace.isTemplateFile("own.gif"));
+}
+
 TEST_F(WorkspaceTest, folderHoldsATourWhenItsScriptCanBeRead) {
     EXPECT_FALSE(folderHoldsTour(m_workspace.tourPath));
     EXPECT_FALSE(folderHoldsTour(m_tour.scratch / "missing"));

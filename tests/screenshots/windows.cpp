@@ -5,6 +5,8 @@
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmHelp.h"
+#include "ui/dialogs/frmMessage.h"
+#include "ui/dialogs/frmRenameFile.h"
 #include "ui/dialogs/frmSelectFolderOpen.h"
 #include "ui/dialogs/frmSelectFolderSave.h"
 #include "ui/dialogs/frmSplash.h"
@@ -159,6 +161,26 @@ private:
         takeDialog(save);
         frmAbout about(m_program.registry);
         takeDialog(about);
+        takeSmallDialogs(handOver);
+    }
+
+    void takeSmallDialogs(HandOver& handOver) {
+        handOver.dialogAnswer = "fr-logo.gif";
+        handOver.renameReason =
+            "which is essential for correct operation of the tour, and cannot be overwritten or replaced.";
+        frmRenameFile reserved(handOver);
+        takeDialog(reserved);
+        handOver.dialogAnswer = "notes.htm";
+        handOver.renameReason.clear();
+        frmRenameFile taken(handOver);
+        taken.setObjectName(QStringLiteral("frmRenameFile-without-reason"));
+        takeDialog(taken);
+        frmMessage message(QStringLiteral("Wendmark - HTML Editor not specified"),
+                           QStringLiteral("To use this feature you have to specify your favorite HTML editor:"
+                                          "\r\n  Go to the Wendmark main window."
+                                          "\r\n  Select Options from the View menu."
+                                          "\r\n  Specify the path to the editor's EXE file."));
+        takeDialog(message);
     }
 
     /// Twice: as it opens, and at its smallest size.

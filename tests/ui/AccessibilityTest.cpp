@@ -4,6 +4,8 @@
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmHelp.h"
+#include "ui/dialogs/frmMessage.h"
+#include "ui/dialogs/frmRenameFile.h"
 #include "ui/dialogs/frmSelectFolderOpen.h"
 #include "ui/dialogs/frmSelectFolderSave.h"
 #include "ui/dialogs/frmSplash.h"
@@ -85,6 +87,17 @@ constexpr DialogCase dialogs[] = {
     {"frmAbout",
      [](UiFixture& program) {
          frmAbout dialog(program.registry);
+         runDialog(dialog);
+     }},
+    {"frmRenameFile",
+     [](UiFixture& program) {
+         program.handOver.dialogAnswer = "page.htm";
+         frmRenameFile dialog(program.handOver);
+         runDialog(dialog);
+     }},
+    {"frmMessage",
+     [](UiFixture&) {
+         frmMessage dialog(QStringLiteral("Wendmark - Frame Test"), QStringLiteral("The site can be shown."));
          runDialog(dialog);
      }},
     {"message", [](UiFixture&) { showMessage(nullptr, QStringLiteral("Tour Name cannot be blank")); }},
