@@ -84,9 +84,9 @@ QString BrowserView::locationName() const {
 }
 
 void BrowserView::reviveRenderer() {
-    ++m_rendererDeaths;
-    emit rendererDied(m_rendererDeaths);
-    if (m_rendererDeaths <= mostRevivals)
+    const bool comesBack = ++m_rendererDeaths <= mostRevivals;
+    emit rendererDied(comesBack);
+    if (comesBack)
         reload();
 }
 

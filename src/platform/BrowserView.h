@@ -64,9 +64,9 @@ signals:
 
     void locationNameChanged(const QString& title);
 
-    /// The process that draws the pages has died `times` times since the last navigate(); it is started again
-    /// up to three times.
-    void rendererDied(int times);
+    /// The process that draws the pages has died. It comes back with its page three times after a navigate();
+    /// then only the next navigate() brings it back.
+    void rendererDied(bool comesBack);
 
 private:
     void reviveRenderer();

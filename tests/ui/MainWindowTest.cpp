@@ -1,3 +1,4 @@
+#include "platform/BrowserView.h"
 #include "platform/Strings.h"
 #include "platform/Twips.h"
 #include "ui/dialogs/frmHelp.h"
@@ -17,6 +18,10 @@
 #include <QStatusBar>
 #include <QTest>
 #include <QToolButton>
+#include <QWebEnginePage>
+#include <QWebEngineView>
+#include <csignal>
+#include <sys/types.h>
 
 namespace wendmark {
 
@@ -308,6 +313,29 @@ private slots:
         for (const char* name : {"mnuFilePrint", "mnuEditProperties", "mnuViewOptions", "mnuViewLaunch"})
             QVERIFY2(!window.findChild<QAction*>(name)->isEnabled(), name);
         QVERIFY(!window.findChild<QToolButton*>("Print")->isEnabled());
+    }
+
+    void pageThatKeepsCrashingLeavesEveryCommandWorking() {
+        UiFixture program;
+        frmMain window(program.parts());
+        window.load(program.makeTour("walk", 2));
+        window.show();
+        auto& browser = *window.findChild<BrowserView*>("broMain");
+        const auto& status = *window.findChild<QLabel*>("Status");
+        QSignalSpy died(&browser, &BrowserView::rendererDied);
+        for (int death = 1; death <= 4; ++death) {
+            qint64 renderer = 0;
+            QVERIFY(test::waitUntil([&] {
+                renderer = browser.engineView().page()->renderProcessPid();
+                return renderer > 0 && !browser.isBusy();
+            }));
+            QCOMPARE(kill(static_cast<pid_t>(renderer), SIGKILL), 0);
+            QVERIFY(test::waitUntil([&] { return died.count() == death; }));
+        }
+        QVERIFY(status.text().startsWith("The page keeps crashing"));
+        QCOMPARE(program.log.warnings.size(), std::size_t{4});
+        window.next();
+        QVERIFY(test::waitUntil([&] { return window.findChild<QLabel*>("lblStopNum")->text() == "1"; }));
     }
 
     void placeholderKeysAndUnknownKeysDoNothing() {

@@ -431,6 +431,7 @@ void frmMain::setupConnections() {
                 m_previewComing = true;
                 m_browser->navigate(address);
             });
+    connect(m_browser, &BrowserView::rendererDied, this, &frmMain::reportDeadRenderer);
     connect(m_browser, &BrowserView::navigationCompleted, this,
             [this] { m_previewComing = m_previewComing && m_browser->isBusy(); });
 }
@@ -560,6 +561,14 @@ bool frmMain::isLateAnnouncement(std::int16_t stop) {
         return true;
     m_previewComing = false;
     return false;
+}
+
+void frmMain::reportDeadRenderer(bool comesBack) {
+    const QString what = comesBack ? tr("The page has crashed and is loaded again")
+                                   : tr("The page keeps crashing and stays away until you choose Refresh");
+    m_parts.tour.log.warn(toUtf8(what));
+    m_lastStatus = what;
+    showStatus(what);
 }
 
 void frmMain::showStatus(const QString& text) {

@@ -94,6 +94,7 @@ private:
     void takeOverStatusText(const QString& text, const QUrl& source);
     void takeOverStopNumber(const QString& text);
     bool isLateAnnouncement(std::int16_t stop);
+    void reportDeadRenderer(bool comesBack);
     void showStatus(const QString& text);
     void runTicks();
     void finish(StopCommandResult result);
