@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Pages may refuse to be shown in a frame of another site. They do so by headers, and browsers heed them.
+namespace wendmark {
+
+struct HttpHeader {
+    std::string name; ///< In any case.
+    std::string value;
+};
+
+/// What a web server answers, without the page itself.
+struct HttpAnswer {
+    std::string address; ///< What was asked for, "http://..." or "https://...".
+    int status = 200;    ///< As in the status line.
+    std::vector<HttpHeader> headers;
+};
+
+struct FramingVerdict {
+    bool allowed = true;
+    std::string reason; ///< What refuses, for example "X-Frame-Options: DENY"; empty when allowed.
+};
+
+/// Whether the page may be shown in a frame of a tour that is posted on any web server: over http or https,
+/// on any host and port. `answers` are those of one request in the order in which they came; those that
+/// redirect say nothing of the page, so the last one counts. Without an answer nothing refuses.
+FramingVerdict framingPolicy(const std::vector<HttpAnswer>& answers);
+
+/// Whether the answer only names another address to ask.
+bool isRedirect(const HttpAnswer& answer);
+
+/// The values of all headers of that name, joined by commas as the rules of HTTP have it. Empty when there
+/// are none.
+std::string headerValue(const HttpAnswer& answer, std::string_view name);
+
+} // namespace wendmark

@@ -1,0 +1,93 @@
+#include "publish/FramingPolicy.h"
+
+#include "support/FramingCases.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace wendmark {
+namespace {
+
+using testing::IsEmpty;
+using testing::Not;
+
+HttpAnswer answerWith(std::vector<HttpHeader> headers, std::string address = "http://www.brenholt.example/") {
+    return {std::move(address), 200, std::move(headers)};
+}
+
+/// The answers of a case as they would come, with the addresses that redirects name.
+std::vector<HttpAnswer> answersOf(const test::FramingCase& framingCase) {
+    std::vector<HttpAnswer> answers;
+    for (std::size_t step = 0; step < framingCase.answers.size(); ++step) {
+        const auto& given = framingCase.answers[step];
+        answers.push_back(
+            {"http://www.brenholt.example/" + std::to_string(step), given.status, given.headers});
+        if (step + 1 < framingCase.answers.size())
+            answers.back().headers.push_back({"Location", "/" + std::to_string(step + 1)});
+    }
+    return answers;
+}
+
+TEST(FramingPolicy, judgesEveryCaseOfTheTable) {
+    const std::vector<test::FramingCase> cases = test::framingCases();
+    ASSERT_THAT(cases, Not(IsEmpty()));
+    for (const test::FramingCase& framingCase : cases) {
+        const FramingVerdict verdict = framingPolicy(answersOf(framingCase));
+        EXPECT_EQ(verdict.allowed, framingCase.allowed) << framingCase.name << ": " << verdict.reason;
+        EXPECT_EQ(verdict.reason.empty(), framingCase.allowed) << framingCase.name;
+    }
+}
+
+TEST(FramingPolicy, namesWhatRefuses) {
+    EXPECT_EQ(framingPolicy({answerWith({{"x-frame-options", " deny "}})}).reason, "X-Frame-Options: deny");
+    EXPECT_EQ(framingPolicy({answerWith({{"Content-Security-Policy", "base-uri 'none'"},
+                                         {"Content-Security-Policy", "img-src *; frame-ancestors 'self'"}})})
+                  .reason,
+              "Content-Security-Policy: img-src *; frame-ancestors 'self'");
+}
+
+TEST(FramingPolicy, withoutAnAnswerNothingRefuses) {
+    EXPECT_TRUE(framingPolicy({}).allowed);
+}
+
+TEST(FramingPolicy, answerThatRedirectsNowhereIsThePage) {
+    EXPECT_FALSE(
+        framingPolicy({{"http://www.brenholt.example/", 302, {{"X-Frame-Options", "DENY"}}}}).allowed);
+    EXPECT_TRUE(framingPolicy({{"http://www.brenholt.example/",
+                                302,
+                                {{"X-Frame-Options", "DENY"}, {"Location", "/elsewhere"}}}})
+                    .allowed);
+}
+
+// A page that came over https is content with "any host" only for tours that come over https, too.
+TEST(FramingPolicy, hostWithoutSchemeStandsForTheSchemeOfThePage) {
+    const HttpHeader anyHost{"Content-Security-Policy", "frame-ancestors *:*"};
+    EXPECT_TRUE(framingPolicy({answerWith({anyHost}, "http://www.brenholt.example/")}).allowed);
+    EXPECT_FALSE(framingPolicy({answerWith({anyHost}, "HTTPS://www.brenholt.example/")}).allowed);
+}
+
+// Browsers do not agree on whether the path counts; one of them would not show the page.
+TEST(FramingPolicy, sourceWithAPathRefuses) {
+    EXPECT_FALSE(
+        framingPolicy({answerWith({{"Content-Security-Policy", "frame-ancestors http://*:*/tours/"}})})
+            .allowed);
+}
+
+TEST(FramingPolicy, oddHeadersDoNoHarm) {
+    EXPECT_TRUE(framingPolicy({answerWith({{"", ""}, {"X-Frame-Options", ",,"}})}).allowed);
+    EXPECT_TRUE(framingPolicy({answerWith({{"Content-Security-Policy", ";,; ;\t,"}})}).allowed);
+    EXPECT_TRUE(framingPolicy({answerWith({{"X-Frame-Options", "\xff\xfe\x01"}})}).allowed);
+    const std::string endless(1 << 20, ',');
+    EXPECT_FALSE(framingPolicy({answerWith({{"X-Frame-Options", endless + "DENY"}})}).allowed);
+    EXPECT_FALSE(
+        framingPolicy({answerWith({{"Content-Security-Policy", endless + "frame-ancestors"}})}).allowed);
+}
+
+TEST(FramingPolicy, valuesOfOneNameAreJoinedInOrder) {
+    const HttpAnswer answer = answerWith({{"A", " 1 "}, {"B", "x"}, {"a", ""}, {"A", "2"}});
+    EXPECT_EQ(headerValue(answer, "a"), "1, , 2");
+    EXPECT_EQ(headerValue(answer, "C"), "");
+}
+
+} // namespace
+} // namespace wendmark
