@@ -37,7 +37,7 @@ using test::UiFixture;
 
 constexpr QSize laptop(1366, 768);
 constexpr int patience = 30000;     // Milliseconds that a page may take.
-constexpr int paintingTime = 500;   // Milliseconds in which something changes if a window is not complete.
+constexpr int paintingTime = 150;   // Milliseconds in which something changes if a window is not complete.
 constexpr int mostPaintings = 8;    // A clock or a moon may go on changing.
 constexpr qreal largeFontSize = 18; // Points.
 
@@ -53,6 +53,10 @@ QPalette darkPalette() {
     palette.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(0x8c, 0x8c, 0x8c));
     palette.setColor(QPalette::Disabled, QPalette::Text, QColor(0x8c, 0x8c, 0x8c));
     return palette;
+}
+
+void letTimePass(int milliseconds) {
+    test::waitUntil([] { return false; }, milliseconds);
 }
 
 /// Takes the pictures of one run of the program into one folder.
@@ -86,7 +90,7 @@ private:
         QImage former;
         QImage picture;
         for (int painting = 0; painting < mostPaintings; ++painting) {
-            QTest::qWait(paintingTime);
+            letTimePass(paintingTime);
             picture = window.grab().toImage();
             if (picture == former)
                 break;
@@ -251,8 +255,8 @@ private:
     BrowserView& browser() const { return *m_window.findChild<BrowserView*>(QStringLiteral("broMain")); }
     void waitUntilLoaded() { waitUntilLoaded(browser()); }
     void waitUntilLoaded(const BrowserView& view) {
-        QTest::qWait(paintingTime); // Until the engine has begun.
-        m_allWritten = QTest::qWaitFor([&] { return !view.isBusy(); }, patience) && m_allWritten;
+        letTimePass(paintingTime); // Until the engine has begun.
+        m_allWritten = test::waitUntil([&] { return !view.isBusy(); }, patience) && m_allWritten;
     }
 
     QDir m_folder;
