@@ -15,6 +15,7 @@
 #include <QRadioButton>
 #include <QTest>
 #include <QTimer>
+#include <QTreeView>
 
 namespace wendmark {
 
@@ -132,6 +133,7 @@ private slots:
         onNextDialog([](QDialog& page) { fillNameAndTitle(page, "Name", "Title"); });
         onNextDialog([](QDialog& page) {
             QVERIFY(labelText(page, "lblInst").endsWith("    [Name]"));
+            QCOMPARE(page.focusWidget(), page.findChild<QTreeView*>("Dir1"));
             press(page, "btnPrevious");
         });
         onNextDialog([](QDialog& page) {
@@ -253,6 +255,28 @@ private slots:
             QCOMPARE(dialog.objectName(), QString("frmSelectFolderOpen"));
             selectFolder(dialog, program.path("MyTours/walk"));
             press(dialog, "btnOK");
+        });
+        window.load();
+        QCOMPARE(program.model.stopCount, std::int16_t{3});
+    }
+
+    void anExistingTourIsOpenedByTheKeyboardAlone() {
+        UiFixture program;
+        program.makeTour("walk", 3);
+        frmMain window(program.parts());
+        onNextDialog([](QDialog& page) {
+            QTRY_VERIFY(page.isActiveWindow());
+            QTest::keyClick(&page, Qt::Key_E, Qt::AltModifier);
+            QTRY_VERIFY(page.findChild<QRadioButton*>("optOldTour")->isChecked());
+            QTest::keyClick(page.focusWidget(), Qt::Key_Return);
+        });
+        onNextDialog([&](QDialog& dialog) {
+            auto* const tree = dialog.findChild<QTreeView*>("Dir1");
+            QCOMPARE(dialog.focusWidget(), tree);
+            QTRY_COMPARE(tree->model()->rowCount(tree->currentIndex()), 2); // The sample and the new one.
+            QTest::keyClick(tree, Qt::Key_W);
+            QCOMPARE(labelText(dialog, "lblTourPath"), program.path("MyTours/walk"));
+            QTest::keyClick(tree, Qt::Key_Return);
         });
         window.load();
         QCOMPARE(program.model.stopCount, std::int16_t{3});

@@ -2,10 +2,12 @@
 
 #include <QComboBox>
 #include <QDir>
+#include <QEvent>
 #include <QFileSystemModel>
 #include <QFormLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QScrollBar>
 #include <QStorageInfo>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -71,8 +73,12 @@ FolderPicker::FolderPicker(const QString& driveCaption, QWidget* parent)
     layout->addWidget(m_path);
 
     fillDrives();
-    connect(m_model, &QFileSystemModel::directoryLoaded, this,
-            [this] { m_tree->scrollTo(m_tree->currentIndex()); });
+    // A folder's names come first and are put in order some time later: both move the selected one.
+    connect(m_model, &QFileSystemModel::directoryLoaded, this, &FolderPicker::keepInSight);
+    connect(m_model, &QFileSystemModel::layoutChanged, this, &FolderPicker::keepInSight);
+    connect(m_tree->verticalScrollBar(), &QScrollBar::actionTriggered, this,
+            [this] { m_keepsInSight = false; });
+    m_tree->viewport()->installEventFilter(this);
     connect(m_drives, &QComboBox::activated, this, &FolderPicker::goToDrive);
     connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &FolderPicker::showSelection);
@@ -83,12 +89,23 @@ void FolderPicker::setFolder(const QString& path) {
     const QModelIndex index = m_model->index(clean);
     if (!index.isValid())
         return;
+    m_keepsInSight = true;
     m_drives->setCurrentIndex(driveHolding(clean));
     m_tree->setRootIndex(m_model->index(m_drives->currentData().toString()));
     m_tree->setCurrentIndex(index);
     m_tree->expand(index);
     m_tree->scrollTo(index);
     m_path->setText(QDir::toNativeSeparators(clean));
+}
+
+void FolderPicker::focusFolders() {
+    m_tree->setFocus();
+}
+
+bool FolderPicker::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress)
+        m_keepsInSight = false;
+    return QWidget::eventFilter(watched, event);
 }
 
 QString FolderPicker::folder() const {
@@ -122,6 +139,11 @@ void FolderPicker::showSelection() {
         return;
     m_path->setText(QDir::toNativeSeparators(m_model->filePath(selected)));
     emit folderChanged(folder());
+}
+
+void FolderPicker::keepInSight() {
+    if (m_keepsInSight)
+        m_tree->scrollTo(m_tree->currentIndex());
 }
 
 int FolderPicker::driveHolding(const QString& path) const {

@@ -18,14 +18,20 @@ class FolderPicker final : public QWidget {
 public:
     explicit FolderPicker(const QString& driveCaption, QWidget* parent = nullptr);
 
-    /// Selects a folder, in the drive that holds it. A folder that does not exist leaves the selection.
+    /// Selects a folder, in the drive that holds it, and keeps it in sight while folders are being listed,
+    /// until the author takes the tree with the mouse. A folder that does not exist leaves the selection.
     void setFolder(const QString& path);
+
+    /// Gives the folder tree the keyboard.
+    void focusFolders();
 
     /// The selected folder, without a separator at its end unless it is a root.
     QString folder() const;
 
     /// Lists folders that have just been made, too.
     void refresh();
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 signals:
     void folderChanged(const QString& path);
@@ -34,12 +40,14 @@ private:
     void fillDrives();
     void goToDrive(int index);
     void showSelection();
+    void keepInSight();
     int driveHolding(const QString& path) const;
 
     QComboBox* m_drives;
     QTreeView* m_tree;
     QLabel* m_path;
     QFileSystemModel* m_model;
+    bool m_keepsInSight = false;
 };
 
 } // namespace wendmark

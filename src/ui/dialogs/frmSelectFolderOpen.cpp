@@ -30,6 +30,7 @@ frmSelectFolderOpen::frmSelectFolderOpen(HandOver& handOver, Workspace& workspac
     layout->addWidget(m_picker, 1);
     layout->addWidget(buttons);
     setMinimumWidth(56 * dialogGap);
+    m_picker->focusFolders();
     connect(buttons, &QDialogButtonBox::accepted, this, &frmSelectFolderOpen::choose);
     connect(buttons, &QDialogButtonBox::rejected, this, &frmSelectFolderOpen::reject);
 }

@@ -49,6 +49,7 @@ frmWizard3::frmWizard3(HandOver& handOver, Workspace& workspace, QtDesktop& desk
     layout->addWidget(m_picker, 1);
     layout->addLayout(buttons);
     setMinimumWidth(56 * dialogGap);
+    m_picker->focusFolders();
     connect(createButton, &QPushButton::clicked, this, &frmWizard3::createNewFolder);
     connect(previousButton, &QPushButton::clicked, this, &frmWizard3::previous);
     connect(finishButton, &QPushButton::clicked, this, &frmWizard3::finish);
