@@ -371,6 +371,22 @@ private slots:
         QVERIFY(!window.isMinimized());
         QVERIFY(window.isVisible());
     }
+
+    void secondStartDuringTheWizardBringsTheWizardToTheFront() {
+        UiFixture program;
+        frmMain window(program.parts());
+        QWidget other;
+        onNextDialog([&](QDialog& wizard) {
+            other.show();
+            other.activateWindow();
+            QTRY_VERIFY(other.isActiveWindow());
+            window.bringToFront();
+            QTRY_VERIFY(wizard.isActiveWindow());
+            QVERIFY(!window.isVisible());
+            wizard.reject();
+        });
+        window.load();
+    }
 };
 
 } // namespace wendmark

@@ -33,6 +33,7 @@
 #include "ui/main/MainSettings.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QDateTime>
@@ -245,9 +246,10 @@ void frmMain::runToolBarCommand(const QString& key) {
 
 void frmMain::bringToFront() {
     setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
+    QWidget* const dialog = QApplication::activeModalWidget();
+    QWidget* const front = dialog == nullptr ? this : dialog;
+    front->raise();
+    front->activateWindow();
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

@@ -56,7 +56,8 @@ public:
     /// Does what the toolbar button with this key does. Unknown keys do nothing.
     void runToolBarCommand(const QString& key);
 
-    /// Comes to the front, restored if it was minimised.
+    /// Comes to the front, restored if it was minimised; with an open dialog, that one. A window that is not
+    /// shown yet stays hidden.
     void bringToFront();
 
 signals:
