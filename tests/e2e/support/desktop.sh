@@ -1,7 +1,6 @@
 # Sourced: a display with a window manager, and what an author sees and does on it. Needs $scratch, a folder.
 
 patience=60 # Seconds after which nobody waits any longer; machines that test are busy.
-our_processes=()
 
 # wait_until COMMAND...: runs the command until it succeeds. Fails when patience ends.
 wait_until() {
@@ -19,12 +18,10 @@ has_ended() {
 start_desktop() {
     : >"$scratch/display"
     Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>"$scratch/display" 2>"$scratch/xvfb.log" &
-    our_processes+=($!)
     wait_until [ -s "$scratch/display" ] || return 1
     DISPLAY=":$(<"$scratch/display")"
     export DISPLAY
-    openbox --sm-disable 2>"$scratch/openbox.log" &
-    our_processes+=($!)
+    openbox --sm-disable >"$scratch/openbox.log" 2>&1 &
     wait_until window_manager_runs
 }
 
@@ -32,12 +29,12 @@ window_manager_runs() {
     xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'
 }
 
-end_our_processes() {
-    local process
-    for process in "${our_processes[@]}"; do
-        kill "$process" 2>/dev/null
-    done
-    wait "${our_processes[@]}" 2>/dev/null
+# Ends what this shell has started and what still runs.
+end_processes() {
+    local processes
+    mapfile -t processes < <(jobs -pr)
+    [ ${#processes[@]} -eq 0 ] || kill "${processes[@]}" 2>/dev/null # One may have gone with the display.
+    wait
 }
 
 # wait_for_window TITLE: waits for another window than $window to have the focus and this title; it becomes $window.
@@ -54,7 +51,7 @@ focus_is_on() {
 }
 
 is_gone() {
-    ! xdotool getwindowname "$1" >/dev/null 2>&1 || ! xdotool search --onlyvisible --name . 2>/dev/null | grep -qx "$1"
+    [ "$(xwininfo -id "$1" 2>/dev/null | grep -c IsViewable)" -eq 0 ]
 }
 
 press() {
@@ -66,12 +63,12 @@ write() {
 }
 
 # What the window shows, as one number. The status bar with its clock is left out.
+status_bar=40
 picture() {
     local WINDOW X Y WIDTH HEIGHT SCREEN
     eval "$(xdotool getwindowgeometry --shell "$window")"
     import -silent -window "$window" -crop "${WIDTH}x$((HEIGHT - status_bar))+0+0" rgba:- | md5sum
 }
-status_bar=40
 
 picture_differs_from() {
     [ "$(picture)" != "$1" ]
