@@ -94,6 +94,15 @@ double leadingNumber(std::string_view text) {
     return value;
 }
 
+bool isNumeric(std::string_view text) {
+    constexpr std::string_view blanks = " \t";
+    const std::size_t first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos)
+        return false;
+    text = text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    return NumberScanner(text).number().size() == text.size();
+}
+
 std::optional<std::int16_t> roundTo16Bits(double number) {
     return roundTo<std::int16_t>(number);
 }

@@ -20,6 +20,7 @@ struct HandOver {
     std::string siteEditURL;       ///< Address with which the site editor opens.
     std::string dialogAnswer;      ///< What a small dialog is asked about, and its answer.
     std::string renameReason;      ///< Line of the rename dialog that says why a name is not free.
+    std::string logoFile;          ///< Logo that the author chose; empty: none in this run of the program.
     bool workOffline = false;      ///< The author's choice in the main window; nothing else reads it.
     bool openFolderChosen = false; ///< The dialog that opens a tour was left with a folder.
     bool saveFolderChosen = false; ///< The dialog that saves a tour was left with a new folder.

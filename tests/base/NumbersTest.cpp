@@ -67,6 +67,13 @@ TEST(Numbers, languageOfTheSystemDoesNotChangeThePoint) {
     EXPECT_EQ(large, 1234.5);
 }
 
+TEST(Numbers, numericTextIsANumberFromEndToEnd) {
+    for (const char* text : {"0", "100", "-3", "+7", "2.5", ".5", "5.", "1e3", "1E-3", "  12\t"})
+        EXPECT_TRUE(isNumeric(text)) << text;
+    for (const char* text : {"", " ", "12a", "a12", "1 2", "1e", ".", "-", "1,5", "0x10", "\xd9\xa3"})
+        EXPECT_FALSE(isNumeric(text)) << text;
+}
+
 TEST(Numbers, tiesAreRoundedToEven) {
     EXPECT_EQ(roundTo16Bits(0.5), 0);
     EXPECT_EQ(roundTo16Bits(1.5), 2);
