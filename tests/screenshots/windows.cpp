@@ -5,7 +5,10 @@
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmHelp.h"
+#include "ui/dialogs/frmLaunch.h"
 #include "ui/dialogs/frmMessage.h"
+#include "ui/dialogs/frmOptions.h"
+#include "ui/dialogs/frmPropTab.h"
 #include "ui/dialogs/frmRenameFile.h"
 #include "ui/dialogs/frmSelectFolderOpen.h"
 #include "ui/dialogs/frmSelectFolderSave.h"
@@ -23,6 +26,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPalette>
+#include <QTabWidget>
 #include <QTcpServer>
 #include <QTest>
 #include <filesystem>
@@ -165,7 +169,21 @@ private:
         takeDialog(save);
         frmAbout about(m_program.registry);
         takeDialog(about);
+        takeSettingsDialogs(handOver);
         takeSmallDialogs(handOver);
+    }
+
+    void takeSettingsDialogs(HandOver& handOver) {
+        frmOptions options(m_program.options);
+        takeDialog(options);
+        frmLaunch launching(m_program.tour, m_program.desktop);
+        takeDialog(launching);
+        for (int tab = 0; tab < 5; ++tab) {
+            frmPropTab properties(m_program.tour, handOver, m_program.desktop);
+            properties.findChild<QTabWidget*>(QStringLiteral("TabStrip1"))->setCurrentIndex(tab);
+            properties.setObjectName(QStringLiteral("frmPropTab-%1").arg(tab));
+            takeDialog(properties);
+        }
     }
 
     void takeSmallDialogs(HandOver& handOver) {

@@ -2,9 +2,13 @@
 #include "platform/BrowserView.h"
 #include "ui/Messages.h"
 #include "ui/dialogs/DialogParts.h"
+#include "ui/dialogs/Spinner.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmHelp.h"
+#include "ui/dialogs/frmLaunch.h"
 #include "ui/dialogs/frmMessage.h"
+#include "ui/dialogs/frmOptions.h"
+#include "ui/dialogs/frmPropTab.h"
 #include "ui/dialogs/frmRenameFile.h"
 #include "ui/dialogs/frmSelectFolderOpen.h"
 #include "ui/dialogs/frmSelectFolderSave.h"
@@ -30,6 +34,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSet>
+#include <QTabWidget>
 #include <QTest>
 #include <QTimer>
 #include <QWebEngineView>
@@ -51,6 +56,12 @@ struct DialogCase {
     const char* name;
     void (*run)(UiFixture& program);
 };
+
+void runProperties(UiFixture& program, int tab) {
+    frmPropTab dialog(program.tour, program.handOver, program.desktop);
+    dialog.findChild<QTabWidget*>(QStringLiteral("TabStrip1"))->setCurrentIndex(tab);
+    runDialog(dialog);
+}
 
 /// Every modal dialog and each kind of message box, as the program shows it.
 constexpr DialogCase dialogs[] = {
@@ -87,6 +98,21 @@ constexpr DialogCase dialogs[] = {
     {"frmAbout",
      [](UiFixture& program) {
          frmAbout dialog(program.registry);
+         runDialog(dialog);
+     }},
+    {"frmOptions",
+     [](UiFixture& program) {
+         frmOptions dialog(program.options);
+         runDialog(dialog);
+     }},
+    {"frmPropTab, General", [](UiFixture& program) { runProperties(program, 0); }},
+    {"frmPropTab, Caching", [](UiFixture& program) { runProperties(program, 1); }},
+    {"frmPropTab, Launching", [](UiFixture& program) { runProperties(program, 2); }},
+    {"frmPropTab, Layout", [](UiFixture& program) { runProperties(program, 3); }},
+    {"frmPropTab, Logo", [](UiFixture& program) { runProperties(program, 4); }},
+    {"frmLaunch",
+     [](UiFixture& program) {
+         frmLaunch dialog(program.tour, program.desktop);
          runDialog(dialog);
      }},
     {"frmRenameFile",
@@ -154,11 +180,17 @@ bool isLeftToArrowKeys(const QWidget& widget) {
     return option != nullptr && !option->isChecked();
 }
 
+/// The small buttons of a spinner do what the Up and Down keys of its field do.
+bool isLeftToTheField(const QWidget& widget) {
+    return qobject_cast<const Spinner*>(widget.parentWidget()) != nullptr;
+}
+
 QSet<QWidget*> controlsToReach(const QWidget& window) {
     QSet<QWidget*> controls;
     for (QWidget* widget : window.findChildren<QWidget*>()) {
         if (isOperated(*widget) && widget->isVisible() && widget->isEnabled() &&
-            widget->window() == &window && !isLeftToArrowKeys(*widget) && !isInsideBrowser(*widget))
+            widget->window() == &window && !isLeftToArrowKeys(*widget) && !isLeftToTheField(*widget) &&
+            !isInsideBrowser(*widget))
             controls.insert(widget);
     }
     return controls;
@@ -212,10 +244,12 @@ QStringList repeatedAccessKeys(const QStringList& captions) {
 
 QStringList captionsOf(const QDialog& dialog) {
     QStringList captions;
-    for (const QAbstractButton* button : dialog.findChildren<QAbstractButton*>())
-        captions.append(button->text());
+    for (const QAbstractButton* button : dialog.findChildren<QAbstractButton*>()) {
+        if (button->isVisible())
+            captions.append(button->text());
+    }
     for (const QLabel* label : dialog.findChildren<QLabel*>()) {
-        if (label->buddy() != nullptr)
+        if (label->buddy() != nullptr && label->isVisible())
             captions.append(label->text());
     }
     return captions;

@@ -121,6 +121,8 @@ const QList<Command>& commands() {
              give();
              QCOMPARE(closed.count(), 1);
          }},
+        {"mnuEditProperties", "Properties", "F3",
+         [](Program&, const Give& give) { opens("frmPropTab", give); }},
         {"mnuEditSite", "EdBro", "F2", refuses},
         {"mnuEditNarration", "EdNar", "F4", refuses},
         {"mnuStopsInsert", "Insert", "Ctrl+Ins",
@@ -138,6 +140,8 @@ const QList<Command>& commands() {
         {"mnuNavigateStop", "Stop", "Shift+Esc", stopsLoading},
         {"mnuViewRefresh", nullptr, "F5",
          [](Program& program, const Give& give) { writes(program, "NewTour/tmpframe.htm", give); }},
+        {"mnuViewOptions", nullptr, "Ctrl+,", [](Program&, const Give& give) { opens("frmOptions", give); }},
+        {"mnuViewLaunch", nullptr, nullptr, [](Program&, const Give& give) { opens("frmLaunch", give); }},
         {"mnuHelpContents", "Help", "F1",
          [](Program& program, const Give& give) { showsHelp(program, "/Help/index.htm", give); }},
         {"mnuHelpWeb", nullptr, nullptr,

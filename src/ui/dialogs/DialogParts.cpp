@@ -48,6 +48,18 @@ QPushButton* makeButton(const char* name, const QString& caption, QWidget* paren
     return button;
 }
 
+QDialogButtonBox* makeOkCancelButtons(QWidget* parent) {
+    auto* const buttons = new QDialogButtonBox(parent);
+    QPushButton* const ok = buttons->addButton(QDialogButtonBox::Ok);
+    ok->setObjectName(QStringLiteral("OKButton"));
+    ok->setText(QObject::tr("OK"));
+    ok->setDefault(true);
+    QPushButton* const cancel = buttons->addButton(QDialogButtonBox::Cancel);
+    cancel->setObjectName(QStringLiteral("CancelButton"));
+    cancel->setText(QObject::tr("Cancel"));
+    return buttons;
+}
+
 QDialogButtonBox* makeSelectionButtons(QWidget* parent) {
     auto* const buttons = new QDialogButtonBox(parent);
     QPushButton* const ok = buttons->addButton(QDialogButtonBox::Ok);

@@ -23,6 +23,9 @@ QLabel* makeTextLabel(const char* name, const QString& text, QWidget* parent);
 
 QPushButton* makeButton(const char* name, const QString& caption, QWidget* parent);
 
+/// OKButton, which is the default one, and CancelButton.
+QDialogButtonBox* makeOkCancelButtons(QWidget* parent);
+
 /// The buttons of a dialog that selects a tour's folder, btnOK being the default one.
 QDialogButtonBox* makeSelectionButtons(QWidget* parent);
 

@@ -23,6 +23,9 @@
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmHelp.h"
+#include "ui/dialogs/frmLaunch.h"
+#include "ui/dialogs/frmOptions.h"
+#include "ui/dialogs/frmPropTab.h"
 #include "ui/dialogs/frmSelectFolderOpen.h"
 #include "ui/dialogs/frmSelectFolderSave.h"
 #include "ui/dialogs/frmWizard1.h"
@@ -72,7 +75,7 @@ constexpr ToolBarButton toolBarButtons[] = {
     {"Open", "Open Tour", "mnuFileOpen", &frmMain::openTour, false},
     {"Save", "Save Tour", "mnuFileSave", &frmMain::save, false},
     {"Print", "Print Tour Script", "mnuFilePrint", nullptr, false},
-    {"Properties", "Edit Tour Properties", "mnuEditProperties", nullptr, false},
+    {"Properties", "Edit Tour Properties", "mnuEditProperties", &frmMain::editTourProperties, false},
     {"EdBro", "Edit Site Frame", "mnuEditSite", &frmMain::editSiteFrame, false},
     {"EdNar", "Edit Narration Frame", "mnuEditNarration", &frmMain::editNarrationFrame, false},
     {"Insert", "Insert Stop (after this stop)", "mnuStopsInsert", &frmMain::insertStop, true},
@@ -200,6 +203,24 @@ void frmMain::editNarrationFrame() {
     refuseOnOpeningPage(tr("The opening page of the tour is not editable"));
 }
 
+void frmMain::editTourProperties() {
+    frmPropTab dialog(m_parts.tour, m_parts.handOver, m_parts.desktop, this);
+    runDialog(dialog);
+    makePreviewFrameset(m_parts.tour);
+}
+
+void frmMain::editOptions() {
+    frmOptions dialog(m_parts.options, this);
+    runDialog(dialog);
+}
+
+void frmMain::showLaunchingInformation() {
+    frmLaunch dialog(m_parts.tour, m_parts.desktop, this);
+    connect(&dialog, &frmLaunch::printedToFile, this,
+            [this](const QString& path) { showStatus(tr("Printed to %1").arg(path)); });
+    runDialog(dialog);
+}
+
 void frmMain::previous() {
     finish(showPreviousStop(m_parts.tour));
 }
@@ -299,7 +320,8 @@ void frmMain::setupFileMenu() {
 
 void frmMain::setupEditMenu() {
     QMenu& menu = *menuBar()->addMenu(tr("&Edit"));
-    addLaterAction(menu, "mnuEditProperties", tr("Tour &Properties"));
+    addAction(menu, "mnuEditProperties", tr("Tour &Properties"), QKeySequence(Qt::Key_F3),
+              &frmMain::editTourProperties);
     addAction(menu, "mnuEditSite", tr("&Site Frame"), QKeySequence(Qt::Key_F2), &frmMain::editSiteFrame);
     addAction(menu, "mnuEditNarration", tr("&Narration Frame"), QKeySequence(Qt::Key_F4),
               &frmMain::editNarrationFrame);
@@ -331,8 +353,9 @@ void frmMain::setupNavigateMenu() {
 void frmMain::setupViewMenu() {
     QMenu& menu = *menuBar()->addMenu(tr("&View"));
     addAction(menu, "mnuViewRefresh", tr("&Refresh"), QKeySequence(Qt::Key_F5), &frmMain::refresh);
-    addLaterAction(menu, "mnuViewOptions", tr("&Options..."));
-    addLaterAction(menu, "mnuViewLaunch", tr("&Launching Information"));
+    addAction(menu, "mnuViewOptions", tr("&Options..."), QKeySequence(Qt::CTRL | Qt::Key_Comma),
+              &frmMain::editOptions);
+    addAction(menu, "mnuViewLaunch", tr("&Launching Information"), {}, &frmMain::showLaunchingInformation);
 }
 
 void frmMain::setupHelpMenu() {

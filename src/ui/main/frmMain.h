@@ -45,6 +45,9 @@ public:
     void moveBack();
     void editSiteFrame();
     void editNarrationFrame();
+    void editTourProperties();
+    void editOptions();
+    void showLaunchingInformation();
     void previous();
     void next();
     void stopLoading();

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+/// The dialogs in which the author chooses a file. They have the object name "CDialog".
+namespace wendmark {
+
+/// Lets the author choose a file that exists; returns its full path, or nothing when the dialog is cancelled.
+/// `pattern`: for instance "Pictures (*.jpg *.gif)".
+QString chooseFile(QWidget* parent, const QString& title, const QString& pattern);
+
+/// Lets the author choose a program. Systems whose programs have no ending of their own show the files that
+/// can be run.
+QString chooseProgram(QWidget* parent, const QString& title);
+
+} // namespace wendmark

@@ -1,0 +1,68 @@
+#include "ui/dialogs/frmLaunch.h"
+
+#include "base/Log.h"
+#include "model/TourContext.h"
+#include "model/TourModel.h"
+#include "platform/Printing.h"
+#include "platform/QtDesktop.h"
+#include "platform/Strings.h"
+#include "publish/LaunchingInformation.h"
+#include "ui/dialogs/DialogParts.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPrinter>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace wendmark {
+
+frmLaunch::frmLaunch(TourContext& tour, QtDesktop& desktop, QWidget* parent)
+    : QDialog(parent), m_tour(tour), m_desktop(desktop) {
+    setObjectName(QStringLiteral("frmLaunch"));
+    setWindowTitle(QStringLiteral("Wendmark - Launching Information"));
+    QLabel* const heading = makeTextLabel("Label1", tr("Launching a Tour:"), this);
+    auto* const text = new QPlainTextEdit(toQString(launchingInformation(tour.model)), this);
+    text->setObjectName(QStringLiteral("Text1"));
+    text->setAccessibleName(tr("Launching a Tour"));
+    text->setReadOnly(true);
+    text->setTabChangesFocus(true);
+    text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    QPushButton* const printButton = makeButton("btnPrint", tr("&Print"), this);
+    QPushButton* const exitButton = makeButton("btnExit", tr("E&xit"), this);
+    exitButton->setDefault(true);
+
+    auto* const buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(printButton);
+    buttons->addWidget(exitButton);
+    QVBoxLayout* const layout = makeDialogLayout(*this);
+    layout->addWidget(heading);
+    layout->addWidget(text, 1);
+    layout->addLayout(buttons);
+    setMinimumSize(50 * dialogGap, 35 * dialogGap);
+    exitButton->setFocus();
+    connect(printButton, &QPushButton::clicked, this, &frmLaunch::print);
+    connect(exitButton, &QPushButton::clicked, this, &QDialog::accept);
+}
+
+QSize frmLaunch::sizeHint() const {
+    return {80 * dialogGap, 60 * dialogGap};
+}
+
+void frmLaunch::print() {
+    QStringList lines;
+    for (const std::string& line : launchingListToPrint(m_tour.model))
+        lines.append(toQString(line));
+    if (!lines.isEmpty()) {
+        const std::unique_ptr<QPrinter> printer = makeDefaultPrinter(toQString(m_tour.model.tourTitle));
+        if (!printLines(*printer, lines))
+            m_tour.log.fail("cannot print the launching points");
+        else if (!printer->outputFileName().isEmpty())
+            emit printedToFile(printer->outputFileName());
+    }
+    m_desktop.beep();
+}
+
+} // namespace wendmark

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QDialog>
+#include <cstdint>
+
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QTabWidget;
+
+namespace wendmark {
+
+class LayoutDiagram;
+class QtDesktop;
+struct HandOver;
+struct TourContext;
+
+/// The properties of the whole tour, on five tabs. They go into the model, and the pages that show them are
+/// generated again, when the author presses OK, and only then.
+class frmPropTab final : public QDialog {
+    Q_OBJECT
+
+public:
+    /// `handOver.logoFile` takes the logo that the author chooses and outlives the dialog.
+    frmPropTab(TourContext& tour, HandOver& handOver, QtDesktop& desktop, QWidget* parent = nullptr);
+
+    /// Number of the tab on show, counted from 1.
+    std::int16_t currentTab() const;
+
+private:
+    QWidget* makeGeneralPage();
+    QWidget* makeCachingPage();
+    QWidget* makeLaunchingPage();
+    QWidget* makeLayoutPage();
+    QWidget* makeLogoPage();
+    void addTab(const QString& caption, const QString& key, QWidget* page);
+    void fillFromModel();
+
+    void AddToListIfOK();
+    void removeLaunchURL();
+    void showSelectedLaunchURL();
+    void refuseText(const QString& message);
+    void keepNumeric(QLineEdit& field, const std::int16_t& current);
+    void resetLayout();
+    void chooseLogo();
+    void setLogo(const QString& file);
+    void showLogo(const QString& file);
+    void takeOver();
+
+    TourContext& m_tour;
+    HandOver& m_handOver;
+    QtDesktop& m_desktop;
+    QTabWidget* m_tabs; ///< TabStrip1
+    QLineEdit* m_tourTitle = nullptr;
+    QLineEdit* m_author = nullptr;
+    QCheckBox* m_addInstructions = nullptr;
+    QLineEdit* m_cachePeriod = nullptr;
+    QCheckBox* m_bufFlag = nullptr;
+    QLineEdit* m_launchURL = nullptr;
+    QListWidget* m_launchURLList = nullptr;
+    LayoutDiagram* m_layout = nullptr;
+    QLabel* m_picture = nullptr; ///< Picture1
+};
+
+} // namespace wendmark
