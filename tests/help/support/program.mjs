@@ -7,7 +7,7 @@ const source = readFileSync(`${root}src/ui/main/frmMain.cpp`, 'utf8');
 /** Keys as menus show them. */
 const standardKeys = { New: 'Ctrl+N', Open: 'Ctrl+O', Save: 'Ctrl+S', Print: 'Ctrl+P' };
 const keyNames = {
-  CTRL: 'Ctrl', SHIFT: 'Shift', Insert: 'Ins', Delete: 'Del', PageDown: 'PgDown', PageUp: 'PgUp', Escape: 'Esc',
+  CTRL: 'Ctrl', SHIFT: 'Shift', Insert: 'Ins', Delete: 'Del', PageDown: 'PgDown', PageUp: 'PgUp', Escape: 'Esc', Comma: ',',
 };
 
 function shortcut(expression = '') {
