@@ -101,4 +101,13 @@ std::size_t utf16Length(std::string_view utf8) {
     return units;
 }
 
+std::size_t skipUtf16(std::string_view utf8, std::size_t position, std::size_t units) {
+    for (std::size_t passed = 0; passed < units && position < utf8.size();) {
+        const Utf8Unit unit = decodeUtf8(utf8, position);
+        passed += unit.codePoint > 0xffff ? 2 : 1;
+        position += unit.length;
+    }
+    return position;
+}
+
 } // namespace wendmark

@@ -27,4 +27,8 @@ void appendUtf8(std::string& utf8, char32_t codePoint);
 /// Length in UTF-16 code units; a byte that is part of no valid character counts as one.
 std::size_t utf16Length(std::string_view utf8);
 
+/// Position after `units` UTF-16 units from `position` on, at most the end of the text. From the middle of a
+/// character the position after it.
+std::size_t skipUtf16(std::string_view utf8, std::size_t position, std::size_t units);
+
 } // namespace wendmark

@@ -2,6 +2,7 @@
 
 #include "model/LineError.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -43,7 +44,10 @@ std::string composeScript(TourModel& model);
 bool parseScriptCommand(std::string_view line, int lineNumber, TourModel& model,
                         const LineErrorHandler& onError);
 
-/// Turns each pair of line breaks into "<BR>" and one line break. Texts longer than 32767 UTF-16 units are
+/// Most UTF-16 units of a text whose paragraphs are marked.
+inline constexpr std::size_t longestMarkedText = 32767;
+
+/// Turns each pair of line breaks into "<BR>" and one line break. Texts longer than longestMarkedText are
 /// left as they are.
 void markParagraphs(std::string& text);
 

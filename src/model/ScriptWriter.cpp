@@ -79,8 +79,8 @@ private:
         fillIfEmpty(m_model.stopURL[i], "NoURL");
         line(windows1252::encodeAddress(m_model.stopURL[i]));
         line("");
-        writeText(m_model.stopNarration[i], "<!--narration-->");
-        writeText(m_model.stopInstruction[i], "<!--instruction-->");
+        writeText(m_model.stopNarration[i], noNarration);
+        writeText(m_model.stopInstruction[i], noInstruction);
     }
 
     void writeText(std::string& text, std::string_view placeholder) {
@@ -94,22 +94,11 @@ private:
     std::string m_script;
 };
 
-/// Position after `units` UTF-16 units from `position` on, at most the end of the text.
-std::size_t skipUnits(std::string_view utf8, std::size_t position, int units) {
-    while (units > 0 && position < utf8.size()) {
-        const Utf8Unit unit = decodeUtf8(utf8, position);
-        units -= unit.codePoint > 0xffff ? 2 : 1;
-        position += unit.length;
-    }
-    return position;
-}
-
 } // namespace
 
 void markParagraphs(std::string& text) {
-    constexpr std::size_t longest = 32767;
     constexpr std::string_view twoBreaks = "\r\n\r\n";
-    if (text.size() > longest && utf16Length(text) > longest)
+    if (text.size() > longestMarkedText && utf16Length(text) > longestMarkedText)
         return;
     std::string marked;
     std::size_t copied = 0;
@@ -124,13 +113,13 @@ void markParagraphs(std::string& text) {
 
 std::string joinLines(const std::string& text) {
     // Two characters after each removed break are passed over unseen, so a break that follows at once stays.
-    constexpr int passedOver = 2;
+    constexpr std::size_t passedOver = 2;
     std::string joined;
     std::size_t copied = 0;
     for (std::size_t match = text.find(lineBreak); match != std::string::npos;) {
         joined.append(text, copied, match - copied);
         copied = match + lineBreak.size();
-        match = text.find(lineBreak, skipUnits(text, copied, passedOver));
+        match = text.find(lineBreak, skipUtf16(text, copied, passedOver));
     }
     return joined.append(text, copied);
 }

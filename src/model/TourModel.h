@@ -3,11 +3,19 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace wendmark {
 
 /// Most stops, and most launching points, that a tour holds.
 inline constexpr std::int16_t tourCapacity = 100;
+
+/// What stands in a tour for a narration and an instruction that there is not; pages show nothing of it.
+inline constexpr std::string_view noNarration = "<!--narration-->";
+inline constexpr std::string_view noInstruction = "<!--instruction-->";
+
+/// Instruction of a stop whose instruction the program writes.
+inline constexpr std::string_view automaticInstruction = "AUTO";
 
 using TourTexts = std::array<std::string, tourCapacity>;
 

@@ -36,7 +36,7 @@ void swapStops(TourModel& model, std::int16_t left, std::int16_t right) {
 void setNewStop(TourModel& model, std::int16_t n) {
     const auto i = static_cast<std::size_t>(n - 1);
     model.stopURL.at(i) = "newpage.htm";
-    model.stopNarration.at(i) = "<!--narration-->";
+    model.stopNarration.at(i) = noNarration;
     model.stopTitle.at(i) = "Title";
     model.stopInstruction.at(i).clear();
 }

@@ -89,5 +89,18 @@ TEST(Utf8, lengthCountsUtf16Units) {
     EXPECT_EQ(utf16Length("nine byteséand more→"), 20U);
 }
 
+TEST(Utf8, positionsAreFoundByUtf16Units) {
+    const std::string_view text = "é😀x"; // 2, 4 and 1 bytes.
+    EXPECT_EQ(skipUtf16(text, 0, 0), 0U);
+    EXPECT_EQ(skipUtf16(text, 0, 1), 2U);
+    EXPECT_EQ(skipUtf16(text, 0, 3), 6U);
+    EXPECT_EQ(skipUtf16(text, 2, 3), 7U);
+    EXPECT_EQ(skipUtf16(text, 0, 99), 7U);
+}
+
+TEST(Utf8, positionInsideACharacterCountsAsBehindIt) {
+    EXPECT_EQ(skipUtf16("é😀x", 0, 2), 6U);
+}
+
 } // namespace
 } // namespace wendmark
