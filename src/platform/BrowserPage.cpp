@@ -51,7 +51,17 @@ BrowserPage::BrowserPage(QWebEngineProfile& profile, QObject* parent)
     watchStatusTexts();
 }
 
-bool BrowserPage::acceptNavigationRequest(const QUrl& address, NavigationType, bool) {
+void BrowserPage::setLookOnly() {
+    m_lookOnly = true;
+    settings()->setAttribute(QWebEngineSettings::JavascriptEnabled, false);
+    settings()->setAttribute(QWebEngineSettings::FocusOnNavigationEnabled, false);
+}
+
+bool BrowserPage::acceptNavigationRequest(const QUrl& address, NavigationType type, bool) {
+    const bool byPage = type == NavigationTypeLinkClicked || type == NavigationTypeFormSubmitted ||
+                        type == NavigationTypeRedirect;
+    if (m_lookOnly && byPage)
+        return false;
     static const QStringList shown = {
         QStringLiteral("file"), QStringLiteral("http"), QStringLiteral("https"),     QStringLiteral("about"),
         QStringLiteral("data"), QStringLiteral("blob"), QStringLiteral("javascript")};
@@ -79,8 +89,8 @@ void BrowserPage::restrictRights() {
             [this](const QUrl& origin, Feature feature) {
                 setFeaturePermission(origin, feature, PermissionDeniedByUser);
             });
-    connect(this, &QWebEnginePage::newWindowRequested, this, [](QWebEngineNewWindowRequest& request) {
-        openInSystemBrowser(request.requestedUrl(), request.isUserInitiated());
+    connect(this, &QWebEnginePage::newWindowRequested, this, [this](QWebEngineNewWindowRequest& request) {
+        openInSystemBrowser(request.requestedUrl(), request.isUserInitiated() && !m_lookOnly);
     });
     connect(this, &QWebEnginePage::certificateError, this,
             [](QWebEngineCertificateError error) { error.rejectCertificate(); });

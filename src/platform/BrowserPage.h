@@ -15,6 +15,9 @@ public:
 
     FileConfinement& confinement() { return m_confinement; }
 
+    /// Neither runs scripts nor follows links from now on.
+    void setLookOnly();
+
 signals:
     void statusTextSet(const QString& text, const QUrl& source);
 
@@ -28,6 +31,7 @@ private:
     void watchStatusTexts();
 
     FileConfinement m_confinement;
+    bool m_lookOnly = false;
     QString m_statusMark; ///< Begins the console messages that carry a status text; not known to any page.
 };
 

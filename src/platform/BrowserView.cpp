@@ -50,6 +50,17 @@ void BrowserView::setAllowedFolders(const QStringList& folders) {
     m_page->confinement().setAllowedFolders(folders);
 }
 
+void BrowserView::setLookOnly() {
+    m_page->setLookOnly();
+    m_view->setContextMenuPolicy(Qt::NoContextMenu);
+    m_view->setAcceptDrops(false);
+}
+
+void BrowserView::showPage(const QByteArray& html, const QString& folder) {
+    m_rendererDeaths = 0;
+    m_page->setContent(html, QStringLiteral("text/html"), QUrl::fromLocalFile(folder + QLatin1Char('/')));
+}
+
 void BrowserView::navigate(const QString& addressOrPath) {
     m_rendererDeaths = 0;
     m_page->setUrl(addressFromText(addressOrPath));

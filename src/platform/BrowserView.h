@@ -32,6 +32,13 @@ public:
     /// Folders whose files pages may read.
     void setAllowedFolders(const QStringList& folders);
 
+    /// From now on pages are only looked at: no scripts run, no links are followed, and no page takes the
+    /// focus.
+    void setLookOnly();
+
+    /// Shows a page that is in no file. Its own addresses count from `folder`.
+    void showPage(const QByteArray& html, const QString& folder);
+
     /// Goes to an address, to "file://" followed by a plain path, or to a plain path.
     void navigate(const QString& addressOrPath);
 

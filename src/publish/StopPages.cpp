@@ -67,6 +67,14 @@ void makeStopPages(TourContext& context, std::int16_t first, std::int16_t last) 
     }
 }
 
+std::string composeStopPage(std::string_view templateText, TourModel model, std::int16_t n) {
+    if (model.autoInstruction)
+        writeStandardInstructions(model);
+    TemplateFiller filler(templateText);
+    fillStopPage(filler, model, n);
+    return filler.output();
+}
+
 void fillStopPage(TemplateFiller& filler, const TourModel& model, std::int16_t n) {
     const auto i = static_cast<std::size_t>(n - 1);
     const std::string number = std::to_string(n);

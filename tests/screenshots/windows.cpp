@@ -17,6 +17,7 @@
 #include "ui/dialogs/frmWizard2.h"
 #include "ui/dialogs/frmWizard3.h"
 #include "ui/main/frmMain.h"
+#include "ui/narration/frmNarEdit.h"
 #include "ui/support/UiFixture.h"
 
 #include <QApplication>
@@ -27,6 +28,8 @@
 #include <QMenuBar>
 #include <QPalette>
 #include <QTabWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTcpServer>
 #include <QTest>
 #include <filesystem>
@@ -79,6 +82,7 @@ public:
         takeDialogs();
         takeMessages();
         takeHelp();
+        takeNarrationEditor();
         return m_allWritten;
     }
 
@@ -263,6 +267,27 @@ private:
         waitUntilLoaded(*help.findChild<BrowserView*>());
         take(help, QStringLiteral("frmHelp"));
         takeInTwoSizes(help, QStringLiteral("frmHelp"));
+    }
+
+    void takeNarrationEditor() {
+        m_program.model.autoInstruction = false;
+        showStop(3);
+        waitUntilLoaded();
+        m_program.model.stopNarration[2] +=
+            "A word that is spelt wrng, an entity &eacute; and <!-- a comment -->.\r\n";
+        m_window.editNarrationFrame();
+        auto& editor = *m_window.findChild<frmNarEdit*>();
+        waitUntilLoaded(*editor.findChild<BrowserView*>());
+        take(editor, QStringLiteral("frmNarEdit"));
+        takeInTwoSizes(editor, QStringLiteral("frmNarEdit"));
+        editor.findChild<QPushButton*>(QStringLiteral("btnPreview"))->click();
+        takeAt(editor, QSize(0, 0), QStringLiteral("frmNarEdit-folded-smallest"));
+        takeNextMessage("nothing-to-link");
+        editor.findChild<QPushButton*>(QStringLiteral("btnHLink"))->click();
+        editor.findChild<QPlainTextEdit*>(QStringLiteral("txtText"))->selectAll();
+        takeNextMessage("address-of-link");
+        editor.findChild<QPushButton*>(QStringLiteral("btnHLink"))->click();
+        editor.reject();
     }
 
     void showStop(std::int16_t n) {

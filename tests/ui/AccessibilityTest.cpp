@@ -17,6 +17,7 @@
 #include "ui/dialogs/frmWizard2.h"
 #include "ui/dialogs/frmWizard3.h"
 #include "ui/main/frmMain.h"
+#include "ui/narration/frmNarEdit.h"
 #include "ui/support/UiFixture.h"
 
 #include <QAbstractButton>
@@ -423,6 +424,43 @@ private slots:
         browser->setFocus();
         QTest::keyClick(help.windowHandle(), Qt::Key_Escape);
         QTRY_VERIFY(!help.isVisible());
+    }
+
+    void narrationEditorIsUsableFromTheKeyboardAndByName() {
+        OpenTour tour;
+        tour.waitUntilLoaded();
+        tour.program.model.autoInstruction = false; // Else its field is disabled.
+        tour.window.editNarrationFrame();
+        auto& editor = *tour.window.findChild<frmNarEdit*>();
+        QVERIFY(QTest::qWaitForWindowActive(&editor));
+        const auto& preview = *editor.findChild<BrowserView*>("broPreview");
+        QTRY_VERIFY_WITH_TIMEOUT(!preview.isBusy(), patience);
+        QCOMPARE(withoutName(editor), QStringList());
+        QCOMPARE(repeatedAccessKeys(captionsOf(editor)), QStringList());
+        for (const QAbstractButton* button : editor.findChildren<QAbstractButton*>())
+            QVERIFY2(!QKeySequence::mnemonic(button->text()).isEmpty(), qPrintable(button->text()));
+        QCOMPARE(unreachableByTab(editor), QStringList());
+    }
+
+    void tabGoesThroughTheFieldsOfTheNarrationEditorBeforeItsButtons() {
+        OpenTour tour;
+        tour.waitUntilLoaded();
+        tour.program.model.autoInstruction = false;
+        tour.window.editNarrationFrame();
+        auto& editor = *tour.window.findChild<frmNarEdit*>();
+        editor.findChild<QPushButton*>("btnPreview")->setChecked(false);
+        auto& title = *editor.findChild<QLineEdit*>("txtStopTitle");
+        title.setFocus();
+        editor.activateWindow();
+        QTRY_VERIFY(QApplication::focusWidget() == &title);
+        QStringList order;
+        for (int i = 0; i < 14; ++i) {
+            order.append(focusedControl()->objectName());
+            QTest::keyClick(editor.windowHandle(), Qt::Key_Tab);
+        }
+        QCOMPARE(order, QStringList({"txtStopTitle", "txtText", "txtMoreText", "btnBold", "btnItalic",
+                                     "btnUnderline", "btnBig", "btnSmall", "btnBreak", "btnImage", "btnHLink",
+                                     "btnPreview", "btnOK", "btnCancel"}));
     }
 
     void escapeClosesTheSplash() {

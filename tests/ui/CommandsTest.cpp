@@ -2,12 +2,14 @@
 #include "platform/Strings.h"
 #include "ui/dialogs/frmHelp.h"
 #include "ui/main/frmMain.h"
+#include "ui/narration/frmNarEdit.h"
 #include "ui/support/UiFixture.h"
 
 #include <QAction>
 #include <QDialog>
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 #include <QSignalSpy>
 #include <QTcpServer>
 #include <QTest>
@@ -99,6 +101,14 @@ void showsHelp(Program& program, const QString& address, const Give& give) {
     QVERIFY(test::waitUntil([&] { return browser.locationURL().endsWith(address); }));
 }
 
+void editsNarration(Program& program, const Give& give) {
+    give();
+    const auto* const editor = program.window.findChild<frmNarEdit*>();
+    QVERIFY(editor != nullptr && editor->isVisible());
+    QCOMPARE(editor->findChild<QLineEdit*>("txtStopTitle")->text(),
+             toQString(program.parts.model.stopTitle[1]));
+}
+
 struct Command {
     const char* menuItem;
     const char* key;      ///< Of its toolbar button, or nullptr.
@@ -124,7 +134,7 @@ const QList<Command>& commands() {
         {"mnuEditProperties", "Properties", "F3",
          [](Program&, const Give& give) { opens("frmPropTab", give); }},
         {"mnuEditSite", "EdBro", "F2", refuses},
-        {"mnuEditNarration", "EdNar", "F4", refuses},
+        {"mnuEditNarration", "EdNar", "F4", editsNarration},
         {"mnuStopsInsert", "Insert", "Ctrl+Ins",
          [](Program& program, const Give& give) { makes(program, "12e34@3", give); }},
         {"mnuStopsDelete", "Delete", "Ctrl+Del",

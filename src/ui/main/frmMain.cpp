@@ -34,6 +34,7 @@
 #include "ui/main/CommandBar.h"
 #include "ui/main/LoadingIndicator.h"
 #include "ui/main/MainSettings.h"
+#include "ui/narration/frmNarEdit.h"
 
 #include <QAction>
 #include <QApplication>
@@ -200,7 +201,11 @@ void frmMain::editSiteFrame() {
 }
 
 void frmMain::editNarrationFrame() {
-    refuseOnOpeningPage(tr("The opening page of the tour is not editable"));
+    if (refuseOnOpeningPage(tr("The opening page of the tour is not editable")))
+        return;
+    if (!m_narrationEditor)
+        m_narrationEditor = new frmNarEdit(m_parts, this);
+    m_narrationEditor->editCurrentStop();
 }
 
 void frmMain::editTourProperties() {
@@ -622,10 +627,11 @@ bool frmMain::refuseOnOpeningPage(const QString& message) {
 }
 
 void frmMain::updateEditorActions() {
-    // On a stop they wait for their windows; on the opening page they say that it cannot be edited.
+    // On a stop it waits for its window; on the opening page it says that this page cannot be edited.
     const bool onOpeningPage = m_parts.tour.model.currentStop < 1;
-    for (const char* name : {"mnuEditSite", "mnuEditNarration"})
-        m_actions.value(QLatin1String(name))->setEnabled(onOpeningPage);
+    m_actions.value(QStringLiteral("mnuEditSite"))->setEnabled(onOpeningPage);
+    if (m_narrationEditor)
+        m_narrationEditor->tellTarget();
 }
 
 bool frmMain::mayQuit() {

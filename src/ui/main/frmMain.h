@@ -20,6 +20,7 @@ class BrowserView;
 class CommandBar;
 class LoadingIndicator;
 class frmHelp;
+class frmNarEdit;
 enum class StopCommandResult;
 
 /// The main window: shows the tour as visitors will see it, and starts every command.
@@ -121,7 +122,8 @@ private:
     QTimer* m_timer = nullptr;          ///< timTimer
     QHash<QString, QAction*> m_actions; ///< By the names of the menu items.
     QPointer<frmHelp> m_help;
-    QString m_lastStatus;         ///< Shown again when the pointer leaves a link.
+    QPointer<frmNarEdit> m_narrationEditor; ///< None until its first use, and after its close box.
+    QString m_lastStatus;                   ///< Shown again when the pointer leaves a link.
     bool m_previewComing = false; ///< The browser was sent to a stop that has not announced itself yet.
     bool m_saveInProgress = false;
     bool m_closeAfterSave = false;

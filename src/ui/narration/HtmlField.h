@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QPlainTextEdit>
+
+class QMenu;
+
+namespace wendmark {
+
+class HtmlHighlighter;
+class SpellChecker;
+
+/// A field of several lines of HTML, coloured, with words checked that visitors will see.
+class HtmlField final : public QPlainTextEdit {
+    Q_OBJECT
+
+public:
+    /// The checker must outlive the field.
+    explicit HtmlField(SpellChecker& spelling, QWidget* parent = nullptr);
+
+    /// The text with "\n" between its lines; unlike toPlainText() it keeps no-break spaces.
+    QString typedText() const;
+
+    /// Replaces the text. While the field is on screen this is a step that can be undone.
+    void setTypedText(const QString& text);
+
+    /// Replaces the selection by `text` in one step that can be undone, and puts the caret at `caret`, which
+    /// counts UTF-16 units from the beginning.
+    void replaceSelection(const QString& text, int caret);
+
+signals:
+    /// The author has chosen another dictionary, or none.
+    void languageChosen(const QString& language);
+
+protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void addWordActions(QMenu& menu, const QTextCursor& word);
+    void addLanguageMenu(QMenu& menu);
+    QTextCursor wordAt(const QTextCursor& place) const;
+
+    SpellChecker& m_spelling;
+    HtmlHighlighter* m_highlighter;
+};
+
+} // namespace wendmark

@@ -1,0 +1,397 @@
+#include "ui/narration/frmNarEdit.h"
+
+#include "base/Files.h"
+#include "base/Log.h"
+#include "base/Names.h"
+#include "model/HandOver.h"
+#include "model/TourContext.h"
+#include "model/TourModel.h"
+#include "model/Workspace.h"
+#include "platform/QtDesktop.h"
+#include "platform/Strings.h"
+#include "publish/Framesets.h"
+#include "publish/StopPages.h"
+#include "publish/TourPages.h"
+#include "ui/Messages.h"
+#include "ui/dialogs/DialogParts.h"
+#include "ui/dialogs/FileChooser.h"
+#include "ui/dialogs/frmRenameFile.h"
+#include "ui/main/FlowLayout.h"
+#include "ui/narration/HtmlField.h"
+#include "ui/narration/NarrationPreview.h"
+#include "ui/narration/NarrationSettings.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QShortcut>
+#include <QSplitter>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace wendmark {
+
+namespace {
+
+constexpr int previewDelay = 300; // Milliseconds without a key before the preview follows.
+constexpr int smallestWidth = 48 * dialogGap;
+constexpr int smallestPreview = 80; // Pixels.
+constexpr QSize usualSize(720, 640);
+
+/// A label for a field, its access key leading there.
+QLabel* makeFieldLabel(const char* name, const QString& caption, QWidget& field, QWidget* parent) {
+    auto* const label = new QLabel(caption, parent);
+    label->setObjectName(QLatin1String(name));
+    label->setBuddy(&field);
+    return label;
+}
+
+} // namespace
+
+frmNarEdit::frmNarEdit(const ProgramParts& parts, QWidget* parent)
+    : QDialog(parent, Qt::Window)
+    , m_parts(parts)
+    , m_spelling(parts.tour.log)
+    , m_title(new QLineEdit(this))
+    , m_narration(new HtmlField(m_spelling, this))
+    , m_instruction(new HtmlField(m_spelling, this))
+    , m_target(makeTextLabel("lblTarget", QString(), this)) {
+    setObjectName(QStringLiteral("frmNarEdit"));
+    setWindowTitle(QStringLiteral("Wendmark - Narration Editor"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setupFields();
+
+    m_panes = new QSplitter(Qt::Vertical, this);
+    m_panes->setChildrenCollapsible(false);
+    m_panes->setHandleWidth(dialogGap);
+    m_panes->addWidget(m_narration);
+    m_panes->addWidget(makeInstructionPart());
+    m_panes->setStretchFactor(0, 2);
+    m_panes->setStretchFactor(1, 1);
+    QVBoxLayout* const layout = makeDialogLayout(*this);
+    layout->addLayout(makeTitleRow());
+    layout->addWidget(makeFieldLabel("lblStopText", tr("Stop Te&xt :"), *m_narration, this));
+    layout->addLayout(makeTagButtons());
+    layout->addWidget(m_panes, 1);
+    layout->addWidget(m_target);
+    layout->addLayout(makeBottomRow());
+    setupPreview();
+    setupShortcuts();
+    load();
+}
+
+frmNarEdit::~frmNarEdit() = default;
+
+void frmNarEdit::editCurrentStop() {
+    const TourModel& model = m_parts.tour.model;
+    if (model.currentStop < 1 || model.currentStop > tourCapacity)
+        return;
+    const auto i = static_cast<std::size_t>(model.currentStop - 1);
+    setTitle(toQString(model.stopTitle[i]));
+    m_narration->setTypedText(toQString(model.stopNarration[i]));
+    if (!model.autoInstruction)
+        m_instruction->setTypedText(toQString(model.stopInstruction[i]));
+    tellTarget();
+    if (!isVisible())
+        m_narration->setFocus();
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+    refreshPreview();
+}
+
+void frmNarEdit::tellTarget() {
+    const std::int16_t stop = m_parts.tour.model.currentStop;
+    m_target->setText(stop < 1 ? tr("The opening page has no texts: Apply stores nothing.")
+                               : tr("Apply stores into stop %1.").arg(stop));
+    m_previewTimer.start();
+}
+
+void frmNarEdit::reject() {
+    hide();
+}
+
+void frmNarEdit::closeEvent(QCloseEvent* event) {
+    event->accept(); // A dialog would hide as Cancel does.
+}
+
+void frmNarEdit::setTitle(const QString& title) {
+    if (title == m_title->text())
+        return;
+    // Unlike setText() this can be undone.
+    m_title->selectAll();
+    m_title->insert(title);
+    m_title->setCursorPosition(0);
+}
+
+void frmNarEdit::setupFields() {
+    m_title->setObjectName(QStringLiteral("txtStopTitle"));
+    m_narration->setObjectName(QStringLiteral("txtText"));
+    m_instruction->setObjectName(QStringLiteral("txtMoreText"));
+    // Assistive tools do not look for a label beyond the splitter.
+    m_narration->setAccessibleName(tr("Stop Text"));
+    for (HtmlField* const field : {m_narration, m_instruction}) {
+        field->setMinimumHeight(field->fontMetrics().lineSpacing() * 3);
+        connect(field, &HtmlField::languageChosen, this, &frmNarEdit::setLanguage);
+        connect(field, &QPlainTextEdit::textChanged, &m_previewTimer, qOverload<>(&QTimer::start));
+    }
+    connect(m_title, &QLineEdit::textChanged, &m_previewTimer, qOverload<>(&QTimer::start));
+}
+
+QLayout* frmNarEdit::makeTitleRow() {
+    auto* const row = new QHBoxLayout;
+    row->addWidget(makeFieldLabel("lblStopTitle", tr("Stop &Title :"), *m_title, this));
+    row->addWidget(m_title, 1);
+    return row;
+}
+
+QWidget* frmNarEdit::makeInstructionPart() {
+    auto* const part = new QWidget(m_panes);
+    auto* const layout = new QVBoxLayout(part);
+    layout->setContentsMargins({});
+    layout->setSpacing(dialogGap);
+    layout->addWidget(makeFieldLabel("Label1", tr("I&nstruction Text :"), *m_instruction, part));
+    layout->addWidget(m_instruction, 1);
+    return part;
+}
+
+QLayout* frmNarEdit::makeTagButtons() {
+    auto* const row = new FlowLayout(dialogGap);
+    const auto add = [&](const char* name, const QString& caption, const QString& toolTip,
+                         const QKeySequence& key, auto action) {
+        QPushButton* const button = makeButton(name, caption, this);
+        button->setToolTip(
+            key.isEmpty() ? toolTip : tr("%1 (%2)").arg(toolTip, key.toString(QKeySequence::NativeText)));
+        row->addWidget(button);
+        connect(button, &QPushButton::clicked, this, action);
+        if (!key.isEmpty())
+            new QShortcut(key, this, button, [button] { button->click(); });
+    };
+    const auto addTag = [&](const char* name, const QString& caption, const QString& toolTip,
+                            const QKeySequence& key,
+                            const Tag& tag) { add(name, caption, toolTip, key, [this, tag] { wrap(tag); }); };
+    addTag("btnBold", tr("&Bold"), tr("Make the selected words bold"), QKeySequence::Bold, boldTag);
+    addTag("btnItalic", tr("&Italic"), tr("Set the selected words in italics"), QKeySequence::Italic,
+           italicTag);
+    addTag("btnUnderline", tr("&Underline"), tr("Underline the selected words"), QKeySequence::Underline,
+           underlineTag);
+    addTag("btnBig", tr("Bg. F&ont"), tr("Make the selected words bigger"), {}, bigTag);
+    addTag("btnSmall", tr("&Sm. Font"), tr("Make the selected words smaller"), {}, smallTag);
+    add("btnBreak", tr("&Ln. Break"), tr("Begin a new line here"), {}, &frmNarEdit::breakLine);
+    add("btnImage", tr("Add Ima&ge"), tr("Insert an image here"), {}, &frmNarEdit::addImage);
+    add("btnHLink", tr("Add &Hyperlink"), tr("Make the selected words a link"), {}, &frmNarEdit::addLink);
+    return row;
+}
+
+QLayout* frmNarEdit::makeBottomRow() {
+    QPushButton* const previewButton = makeButton("btnPreview", tr("&Preview"), this);
+    previewButton->setCheckable(true);
+    previewButton->setToolTip(tr("Show or hide how the texts will look"));
+    QPushButton* const applyButton = makeButton("btnOK", tr("&Apply"), this);
+    applyButton->setDefault(true);
+    QPushButton* const cancelButton = makeButton("btnCancel", tr("&Cancel"), this);
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(dialogGap);
+    row->addWidget(previewButton);
+    row->addStretch();
+    row->addWidget(applyButton);
+    row->addWidget(cancelButton);
+    connect(previewButton, &QPushButton::toggled, this, &frmNarEdit::showPreview);
+    connect(previewButton, &QPushButton::clicked, this, &frmNarEdit::rememberPreview);
+    connect(applyButton, &QPushButton::clicked, this, &frmNarEdit::apply);
+    connect(cancelButton, &QPushButton::clicked, this, &frmNarEdit::reject);
+    return row;
+}
+
+void frmNarEdit::setupPreview() {
+    m_previewTimer.setSingleShot(true);
+    m_previewTimer.setInterval(previewDelay);
+    connect(&m_previewTimer, &QTimer::timeout, this, &frmNarEdit::refreshPreview);
+}
+
+void frmNarEdit::setupShortcuts() {
+    // A page that has the focus would keep the key to itself.
+    new QShortcut(QKeySequence(QKeySequence::Cancel), this, this, &frmNarEdit::reject);
+    new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this, this, &frmNarEdit::apply);
+}
+
+void frmNarEdit::load() {
+    limitSize();
+    resize(usualSize);
+    centreOnScreen(*this);
+    if (m_parts.tour.model.autoInstruction) {
+        m_instruction->setEnabled(false);
+        m_instruction->setTypedText(tr("Automatic Instruction Mode [selected in Tour Properties]"));
+    }
+    const QString language = m_parts.settings.read(narrationSettings::spellingLanguage);
+    m_spelling.setLanguage(language.isEmpty() ? SpellChecker::preferredLanguage() : language);
+    tellTarget();
+    const bool previewShown = m_parts.settings.read(narrationSettings::previewShown);
+    findChild<QPushButton*>(QStringLiteral("btnPreview"))->setChecked(previewShown);
+}
+
+void frmNarEdit::limitSize() {
+    // The rows of buttons make the window higher the narrower it is, which its layout does not take into
+    // account.
+    layout()->invalidate();
+    setMinimumSize(smallestWidth, layout()->totalMinimumHeightForWidth(smallestWidth));
+}
+
+void frmNarEdit::wrap(const Tag& tag) {
+    takeOver(wrapSelection(narration(), selection(), tag));
+}
+
+void frmNarEdit::breakLine() {
+    if (selection().length == 0)
+        takeOver(insertLineBreak(narration(), selection().start));
+}
+
+void frmNarEdit::addLink() {
+    if (selection().length == 0) {
+        showMessage(this, tr("Please highlight the phrase to be hyperlinked"));
+        return;
+    }
+    const QString address =
+        QInputDialog::getText(this, programTitle(), tr("Please enter the URL of this hyperlink"));
+    takeOver(linkSelection(narration(), selection(), toUtf8(address)));
+}
+
+void frmNarEdit::addImage() {
+    if (selection().length > 0) {
+        m_parts.desktop.beep();
+        return;
+    }
+    const QString path = chooseFile(this, tr("Add Image"),
+                                    tr("Images (*.gif *.jpg *.jpeg *.png *.svg *.webp *.bmp);;All (*)"));
+    if (path.isEmpty())
+        return;
+    const std::string name = freeImageName(path);
+    if (name.empty())
+        return;
+    const QPointer<frmNarEdit> self(this);
+    copyImage(path, name);
+    if (self) // The author may have closed the window while it waited.
+        takeOver(insertImage(narration(), selection().start, name));
+}
+
+std::string frmNarEdit::freeImageName(const QString& path) {
+    HandOver& handOver = m_parts.handOver;
+    std::string name = lastPathPart(toUtf8(path), pathSeparator);
+    while (m_parts.tour.workspace.isTemplateFile(name)) {
+        handOver.dialogAnswer = name;
+        frmRenameFile dialog(handOver, this);
+        runDialog(dialog);
+        // Files of a tour have lower-case names and lie in its own folder, whatever was typed.
+        name = lastPathPart(handOver.dialogAnswer, pathSeparator);
+    }
+    return name;
+}
+
+void frmNarEdit::copyImage(const QString& path, const std::string& name) {
+    TourContext& tour = m_parts.tour;
+    const std::string source = toUtf8(path);
+    if (!files::same(source, tour.workspace.workingFile(name)))
+        tour.log.skip(tour.workspace.copyToWorkingFile(source, name));
+    const QPointer<frmNarEdit> self(this);
+    const BusyPointer busy(tour.desktop);
+    setEnabled(false); // A second click, or a key, would change the place that the image goes to.
+    tour.workspace.pause(1.0F);
+    if (self)
+        setEnabled(true);
+}
+
+Selection frmNarEdit::selection() const {
+    const QTextCursor cursor = m_narration->textCursor();
+    return {cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart()};
+}
+
+std::string frmNarEdit::narration() const {
+    return toUtf8(m_narration->typedText());
+}
+
+void frmNarEdit::takeOver(const EditedText& edited) {
+    // Only the selection differs: that it alone is replaced keeps the rest of the field as it is on screen.
+    const QString text = toQString(edited.text);
+    const Selection replaced = selection();
+    const qsizetype growth = text.size() - m_narration->typedText().size();
+    m_narration->replaceSelection(text.mid(replaced.start, replaced.length + growth), edited.caret);
+    m_narration->setFocus();
+}
+
+void frmNarEdit::apply() {
+    TourContext& tour = m_parts.tour;
+    {
+        const BusyPointer busy(tour.desktop);
+        tour.model.tourChanged = true;
+        const std::int16_t stop = tour.model.currentStop;
+        if (stop >= 1 && stop <= tourCapacity) {
+            storeTexts(static_cast<std::size_t>(stop - 1));
+            makeStopPages(tour, stop, stop);
+            makeContentsPage(tour);
+            makeTourGuide(tour);
+            makePreviewFrameset(tour);
+        }
+    }
+    hide();
+}
+
+void frmNarEdit::storeTexts(std::size_t i) {
+    TourModel& model = m_parts.tour.model;
+    model.stopNarration[i] = storableText(narration(), noNarration);
+    model.stopTitle[i] = storableTitle(toUtf8(m_title->text()));
+    m_narration->setTypedText(toQString(model.stopNarration[i]));
+    setTitle(toQString(model.stopTitle[i]));
+    if (model.autoInstruction) {
+        model.stopInstruction[i] = automaticInstruction;
+        return;
+    }
+    model.stopInstruction[i] = storableText(toUtf8(m_instruction->typedText()), noInstruction);
+    m_instruction->setTypedText(toQString(model.stopInstruction[i]));
+}
+
+void frmNarEdit::showPreview(bool shown) {
+    if (shown && m_preview == nullptr) {
+        const QString folder = toQString(m_parts.tour.workspace.folders().newTourPath);
+        m_preview = new NarrationPreview(m_parts.browserProfile, folder, m_panes);
+        m_preview->setMinimumHeight(smallestPreview);
+        m_panes->addWidget(m_preview);
+        m_panes->setStretchFactor(m_panes->indexOf(m_preview), 2);
+        m_panes->setSizes({2, 1, 2}); // Pixels are made of these shares.
+    }
+    if (m_preview != nullptr)
+        m_preview->setVisible(shown);
+    limitSize();
+    refreshPreview();
+}
+
+void frmNarEdit::rememberPreview(bool shown) {
+    m_parts.settings.store(narrationSettings::previewShown, shown);
+}
+
+void frmNarEdit::refreshPreview() {
+    if (m_preview == nullptr || m_preview->isHidden() || !isVisible())
+        return;
+    const files::Contents source = files::read(m_parts.tour.workspace.templateFile("page.htm"));
+    if (!source.outcome.ok())
+        return;
+    TourModel model = m_parts.tour.model;
+    const std::int16_t stop = std::clamp<std::int16_t>(model.currentStop, 1, tourCapacity);
+    const auto i = static_cast<std::size_t>(stop - 1);
+    model.stopTitle[i] = storableTitle(toUtf8(m_title->text()));
+    model.stopNarration[i] = storableText(narration(), noNarration);
+    model.stopInstruction[i] = storableText(toUtf8(m_instruction->typedText()), noInstruction);
+    m_preview->showPage(QByteArray::fromStdString(composeStopPage(source.bytes, std::move(model), stop)));
+}
+
+void frmNarEdit::setLanguage(const QString& language) {
+    m_spelling.setLanguage(language);
+    m_parts.settings.store(narrationSettings::spellingLanguage,
+                           language.isEmpty() ? narrationSettings::noSpelling : language);
+}
+
+} // namespace wendmark

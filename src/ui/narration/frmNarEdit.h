@@ -1,0 +1,83 @@
+#pragma once
+
+#include "model/StopTexts.h"
+#include "platform/SpellChecker.h"
+#include "ui/ProgramParts.h"
+
+#include <QDialog>
+#include <QTimer>
+
+class QLabel;
+class QLayout;
+class QLineEdit;
+class QSplitter;
+
+namespace wendmark {
+
+class HtmlField;
+class NarrationPreview;
+
+/// Edits the title, the narration and the instruction of a stop. Not modal: what Apply stores goes into the
+/// stop that is current then. Apply and Cancel hide the window, its close box destroys it.
+class frmNarEdit final : public QDialog {
+    Q_OBJECT
+
+public:
+    /// What `parts` refers to must outlive the window.
+    explicit frmNarEdit(const ProgramParts& parts, QWidget* parent = nullptr);
+    ~frmNarEdit() override;
+
+    /// Fills the fields from the current stop, which must not be the opening page, and comes to the front.
+    /// The instruction is left alone in a tour whose instructions the program writes.
+    void editCurrentStop();
+
+    /// Says which stop Apply stores into now.
+    void tellTarget();
+
+    /// Esc and "Cancel": hides the window, stores nothing.
+    void reject() override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void setupFields();
+    QLayout* makeTitleRow();
+    QWidget* makeInstructionPart();
+    QLayout* makeTagButtons();
+    QLayout* makeBottomRow();
+    void setTitle(const QString& title);
+    void setupPreview();
+    void setupShortcuts();
+    void load();
+    void limitSize();
+
+    void wrap(const Tag& tag);
+    void breakLine();
+    void addLink();
+    void addImage();
+    std::string freeImageName(const QString& path);
+    void copyImage(const QString& path, const std::string& name);
+    Selection selection() const;
+    std::string narration() const;
+    void takeOver(const EditedText& edited);
+
+    void apply();
+    void storeTexts(std::size_t i);
+    void showPreview(bool shown);
+    void rememberPreview(bool shown);
+    void refreshPreview();
+    void setLanguage(const QString& language);
+
+    ProgramParts m_parts;
+    SpellChecker m_spelling;
+    QLineEdit* m_title;       ///< txtStopTitle
+    HtmlField* m_narration;   ///< txtText
+    HtmlField* m_instruction; ///< txtMoreText
+    QLabel* m_target;         ///< Which stop Apply stores into.
+    QSplitter* m_panes = nullptr;
+    NarrationPreview* m_preview = nullptr; ///< Made when it is first shown.
+    QTimer m_previewTimer;
+};
+
+} // namespace wendmark

@@ -1,0 +1,1031 @@
+#include "model/ScriptFile.h"
+#include "platform/BrowserView.h"
+#include "platform/Strings.h"
+#include "ui/main/frmMain.h"
+#include "ui/narration/HtmlField.h"
+#include "ui/narration/HtmlHighlighter.h"
+#include "ui/narration/frmNarEdit.h"
+#include "ui/support/Dictionaries.h"
+#include "ui/support/UiFixture.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDialog>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QScreen>
+#include <QTest>
+#include <QTextBlock>
+#include <QTextLayout>
+#include <QToolButton>
+#include <QWebEnginePage>
+#include <QWebEngineScript>
+#include <QWebEngineView>
+#include <cmath>
+
+namespace wendmark {
+
+using test::Dictionaries;
+using test::onNextDialog;
+using test::press;
+using test::textOf;
+using test::UiFixture;
+
+namespace {
+
+constexpr int patience = 30000; // Milliseconds that a page may take on a busy machine.
+constexpr const char* automaticMode = "Automatic Instruction Mode [selected in Tour Properties]";
+
+/// The program with a tour of three stops, whose instructions are the author's own unless a test says
+/// otherwise, and the narration editor on stop 2.
+class OpenEditor final {
+public:
+    explicit OpenEditor(bool autoInstruction = false) : window(program.parts()) {
+        window.load(program.makeTour("walk", 3));
+        window.show();
+        program.model.autoInstruction = autoInstruction;
+        program.model.currentStop = 2;
+        program.model.stopInstruction[1] = "Look at stop 2.";
+        edit();
+    }
+
+    void edit() { window.runToolBarCommand("EdNar"); }
+
+    frmNarEdit& editor() const { return *window.findChild<frmNarEdit*>("frmNarEdit"); }
+    QLineEdit& title() const { return *editor().findChild<QLineEdit*>("txtStopTitle"); }
+    HtmlField& text() const { return *editor().findChild<HtmlField*>("txtText"); }
+    HtmlField& instruction() const { return *editor().findChild<HtmlField*>("txtMoreText"); }
+    QPushButton& button(const char* name) const { return *editor().findChild<QPushButton*>(name); }
+    void click(const char* name) const { QTest::mouseClick(&button(name), Qt::LeftButton); }
+
+    void select(int start, int length) const {
+        QTextCursor cursor = text().textCursor();
+        cursor.setPosition(start);
+        cursor.setPosition(start + length, QTextCursor::KeepAnchor);
+        text().setTextCursor(cursor);
+    }
+
+    void fill(const QString& narration, int start, int length) const {
+        text().setPlainText(narration);
+        select(start, length);
+    }
+
+    std::string page(int n) const {
+        return test::readFile(toUtf8(program.working("page" + QString::number(n) + ".htm")));
+    }
+
+    BrowserView& preview() const { return *editor().findChild<BrowserView*>("broPreview"); }
+
+    UiFixture program;
+    frmMain window;
+};
+
+void compareEdit(const OpenEditor& open, const QString& text, int caret) {
+    QCOMPARE(open.text().toPlainText(), text);
+    QCOMPARE(open.text().textCursor().position(), caret);
+    QVERIFY(!open.text().textCursor().hasSelection());
+    QVERIFY(open.editor().focusWidget() == &open.text());
+}
+
+void expectMessage(const QString& titleAndText) {
+    onNextDialog([=](QDialog& message) {
+        QCOMPARE(textOf(message), titleAndText);
+        press(message, "OK");
+    });
+}
+
+/// Answers the file dialog of "Add Image".
+void onImageDialog(const QString& path) {
+    onNextDialog([=](QDialog& dialog) {
+        QCOMPARE(dialog.objectName(), QString("CDialog"));
+        auto& files = *qobject_cast<QFileDialog*>(&dialog);
+        QCOMPARE(files.findChild<QLineEdit*>("fileNameEdit")->text(), QString());
+        files.selectFile(path);
+        QMetaObject::invokeMethod(&files, "accept");
+    });
+}
+
+void onRename(const QString& clash, const QString& answer) {
+    onNextDialog([=](QDialog& dialog) {
+        QCOMPARE(dialog.objectName(), QString("frmRenameFile"));
+        QCOMPARE(dialog.findChild<QLabel*>("lblFile")->text(), clash);
+        dialog.findChild<QLineEdit*>("txtFile")->setText(answer);
+        press(dialog, "OKButton");
+    });
+}
+
+/// A file to choose, outside of the tour.
+QString imageFile(const UiFixture& program, const QString& name) {
+    const QString path = program.path("Pictures/" + name);
+    test::writeFile(toUtf8(path), "GIF of " + toUtf8(name));
+    return path;
+}
+
+/// Format that the highlighter gives to the character at this place of the field's text.
+QTextCharFormat formatAt(const HtmlField& field, int position) {
+    const QTextBlock block = field.document()->findBlock(position);
+    for (const QTextLayout::FormatRange& range : block.layout()->formats()) {
+        const int inBlock = position - block.position();
+        if (inBlock >= range.start && inBlock < range.start + range.length)
+            return range.format;
+    }
+    return {};
+}
+
+QString misspelledIn(const HtmlField& field) {
+    QString words;
+    for (int i = 0; i < field.document()->characterCount(); ++i) {
+        const bool wrong = formatAt(field, i).underlineStyle() == QTextCharFormat::SpellCheckUnderline;
+        words += wrong ? field.document()->characterAt(i) : QLatin1Char(' ');
+    }
+    return words.simplified();
+}
+
+/// The menu that a right click on this place of the field opens.
+QMenu* menuAt(HtmlField& field, int position) {
+    QTextCursor cursor(field.document());
+    cursor.setPosition(position);
+    const QRect place = field.cursorRect(cursor);
+    const QPoint point(place.center().x() + 2, place.center().y());
+    QContextMenuEvent event(QContextMenuEvent::Mouse, point, field.viewport()->mapToGlobal(point));
+    QApplication::sendEvent(field.viewport(), &event);
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+}
+
+QAction* itemOf(const QMenu& menu, const QString& caption) {
+    for (QAction* action : menu.actions()) {
+        if (action->text().remove('&') == caption)
+            return action;
+    }
+    return nullptr;
+}
+
+/// WCAG's contrast of two colours, 1 to 21.
+double contrast(const QColor& one, const QColor& other) {
+    const auto luminance = [](const QColor& colour) {
+        const auto linear = [](double part) {
+            return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+               0.0722 * linear(colour.blueF());
+    };
+    const double first = luminance(one) + 0.05;
+    const double second = luminance(other) + 0.05;
+    return first > second ? first / second : second / first;
+}
+
+QString shownText(BrowserView& view) {
+    QString text;
+    bool there = false;
+    view.engineView().page()->toPlainText([&](const QString& plain) {
+        text = plain;
+        there = true;
+    });
+    return QTest::qWaitFor([&] { return there; }, patience) ? text : QString();
+}
+
+} // namespace
+
+class NarrationEditorTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { m_dictionaries = std::make_unique<Dictionaries>(); }
+    void cleanup() {
+        m_dictionaries.reset();
+        QCOMPARE(test::dialogsExpected(), 0);
+    }
+
+    // Opening and closing
+
+    void openingPageIsNotEditable() {
+        OpenEditor open;
+        open.editor().close();
+        open.program.model.currentStop = 0;
+        expectMessage("Wendmark|The opening page of the tour is not editable");
+        open.edit();
+        QCOMPARE(open.program.beeps, 1);
+        QTRY_VERIFY(open.window.findChild<frmNarEdit*>() == nullptr);
+    }
+
+    void commandIsThereOnStops() {
+        OpenEditor open;
+        QVERIFY(open.window.findChild<QAction*>("mnuEditNarration")->isEnabled());
+        QVERIFY(open.window.findChild<QToolButton*>("EdNar")->isEnabled());
+    }
+
+    void windowShowsTheTextsOfTheStop() {
+        OpenEditor open;
+        frmNarEdit& editor = open.editor();
+        QVERIFY(editor.isVisible());
+        QVERIFY(!editor.isModal());
+        QCOMPARE(editor.windowTitle(), QString("Wendmark - Narration Editor"));
+        QCOMPARE(open.title().text(), QString("Stop 2"));
+        QCOMPARE(open.text().toPlainText(), QString("Words of stop 2.\n"));
+        QCOMPARE(open.instruction().toPlainText(), QString("Look at stop 2."));
+        QVERIFY(open.instruction().isEnabled());
+        const QPoint off = editor.geometry().center() - editor.screen()->availableGeometry().center();
+        QVERIFY2(off.manhattanLength() <= 8, qPrintable(QString::number(off.manhattanLength())));
+    }
+
+    void everyControlHasItsCaption() {
+        OpenEditor open;
+        const std::pair<const char*, const char*> captions[] = {
+            {"btnBreak", "Ln. Break"}, {"btnImage", "Add Image"},     {"btnSmall", "Sm. Font"},
+            {"btnBig", "Bg. Font"},    {"btnUnderline", "Underline"}, {"btnItalic", "Italic"},
+            {"btnBold", "Bold"},       {"btnHLink", "Add Hyperlink"}, {"btnOK", "Apply"},
+            {"btnCancel", "Cancel"}};
+        for (const auto& [name, caption] : captions)
+            QCOMPARE(open.button(name).text().remove('&'), QString(caption));
+        const std::pair<const char*, const char*> labels[] = {{"lblStopTitle", "Stop Title :"},
+                                                              {"lblStopText", "Stop Text :"},
+                                                              {"Label1", "Instruction Text :"}};
+        for (const auto& [name, caption] : labels)
+            QCOMPARE(open.editor().findChild<QLabel*>(name)->text().remove('&'), QString(caption));
+    }
+
+    void automaticInstructionsCannotBeEdited() {
+        OpenEditor open(true);
+        QVERIFY(!open.instruction().isEnabled());
+        QCOMPARE(open.instruction().toPlainText(), QString(automaticMode));
+    }
+
+    void cancelHidesTheWindowAndStoresNothing_data() {
+        QTest::addColumn<QString>("way");
+        QTest::newRow("button") << "btnCancel";
+        QTest::newRow("Esc in a field") << "Esc";
+    }
+    void cancelHidesTheWindowAndStoresNothing() {
+        QFETCH(QString, way);
+        OpenEditor open;
+        open.title().setText("Other");
+        open.text().setPlainText("Other");
+        if (way == "Esc") {
+            QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+            QTest::keyClick(open.editor().windowHandle(), Qt::Key_Escape);
+        } else {
+            open.click("btnCancel");
+        }
+        QVERIFY(!open.editor().isVisible());
+        QCOMPARE(open.program.model.stopTitle[1], std::string("Stop 2"));
+        QCOMPARE(open.program.model.stopNarration[1], std::string("Words of stop 2.\r\n"));
+        QVERIFY(!open.program.model.tourChanged);
+    }
+
+    void escapeInThePreviewCancels() {
+        OpenEditor open;
+        QTRY_VERIFY_WITH_TIMEOUT(!open.preview().isBusy(), patience);
+        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        open.preview().setFocus();
+        QTest::keyClick(open.editor().windowHandle(), Qt::Key_Escape);
+        QTRY_VERIFY(!open.editor().isVisible());
+    }
+
+    void hiddenWindowKeepsTheStateOfItsInstructionField() {
+        OpenEditor open(true);
+        const QPointer<frmNarEdit> first = &open.editor();
+        open.click("btnCancel");
+        open.program.model.autoInstruction = false;
+        open.edit();
+        QVERIFY(first == &open.editor());
+        QVERIFY(!open.instruction().isEnabled());
+        QCOMPARE(open.instruction().toPlainText(), QString("Look at stop 2."));
+    }
+
+    void closeBoxDestroysTheWindowAndTheNextOneLoadsAnew() {
+        OpenEditor open(true);
+        const QPointer<frmNarEdit> first = &open.editor();
+        open.editor().close();
+        QTRY_VERIFY(first.isNull());
+        QVERIFY(!open.program.model.tourChanged);
+        open.program.model.autoInstruction = false;
+        open.edit();
+        QVERIFY(open.instruction().isEnabled());
+    }
+
+    void reopenedWindowShowsTheStopThatIsCurrentThen() {
+        OpenEditor open;
+        open.click("btnCancel");
+        open.program.model.currentStop = 3;
+        open.edit();
+        QCOMPARE(open.title().text(), QString("Stop 3"));
+        QCOMPARE(open.text().toPlainText(), QString("Words of stop 3.\n"));
+    }
+
+    void textsThatAreReplacedWhileTheWindowIsOpenCanBeBroughtBack() {
+        OpenEditor open;
+        open.title().setText("Mine");
+        open.text().setPlainText("My words");
+        open.program.model.currentStop = 3;
+        open.edit();
+        QCOMPARE(open.text().toPlainText(), QString("Words of stop 3.\n"));
+        open.text().undo();
+        open.title().undo();
+        QCOMPARE(open.text().toPlainText(), QString("My words"));
+        QCOMPARE(open.title().text(), QString("Mine"));
+    }
+
+    void windowTellsWhereApplyStores() {
+        OpenEditor open;
+        const QLabel& target = *open.editor().findChild<QLabel*>("lblTarget");
+        QCOMPARE(target.text(), QString("Apply stores into stop 2."));
+        open.window.next();
+        QCOMPARE(target.text(), QString("Apply stores into stop 3."));
+        open.program.model.currentStop = 1;
+        open.window.previous();
+        QCOMPARE(target.text(), QString("The opening page has no texts: Apply stores nothing."));
+    }
+
+    // Tag buttons
+
+    void tagButtonsWrapTheSelection_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("wrapped");
+        QTest::newRow("bold") << "btnBold"
+                              << "hello <B>world</B>!";
+        QTest::newRow("italic") << "btnItalic"
+                                << "hello <I>world</I>!";
+        QTest::newRow("underline") << "btnUnderline"
+                                   << "hello <U>world</U>!";
+        QTest::newRow("big") << "btnBig"
+                             << "hello <BIG>world</BIG>!";
+        QTest::newRow("small") << "btnSmall"
+                               << "hello <SMALL>world</SMALL>!";
+    }
+    void tagButtonsWrapTheSelection() {
+        QFETCH(QString, name);
+        QFETCH(QString, wrapped);
+        OpenEditor open;
+        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        open.fill("hello world!", 6, 5);
+        open.click(qPrintable(name));
+        compareEdit(open, wrapped, 9);
+        open.text().undo();
+        QCOMPARE(open.text().toPlainText(), QString("hello world!"));
+        open.text().redo();
+        QCOMPARE(open.text().toPlainText(), wrapped);
+    }
+
+    void tagButtonsWithoutASelectionInsertAnEmptyPair() {
+        OpenEditor open;
+        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        open.fill("abc", 3, 0);
+        open.click("btnSmall");
+        compareEdit(open, "abc<SMALL></SMALL>", 6);
+    }
+
+    void selectionMadeBackwardsIsWrappedTheSame() {
+        OpenEditor open;
+        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        open.fill("hello world", 11, -5);
+        open.click("btnBold");
+        compareEdit(open, "hello <B>world</B>", 9);
+    }
+
+    void linesAndLettersOutsideAsciiCountAsTheFieldCountsThem() {
+        OpenEditor open;
+        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        open.fill(QString::fromUtf8("é\n😀 →\nx y"), 7, 1);
+        open.click("btnItalic");
+        compareEdit(open, QString::fromUtf8("é\n😀 →\n<I>x</I> y"), 10);
+        open.select(2, 4);
+        open.click("btnBold");
+        compareEdit(open, QString::fromUtf8("é\n<B>😀 →</B>\n<I>x</I> y"), 5);
+    }
+
+    void tagButtonIsAnUndoStepOfItsOwn() {
+        OpenEditor open;
+        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        open.fill("", 0, 0);
+        QTest::keyClicks(&open.text(), "abc");
+        open.click("btnBold");
+        QTest::keyClicks(&open.text(), "d");
+        QCOMPARE(open.text().toPlainText(), QString("abc<B>d</B>"));
+        QTest::keyClick(&open.text(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(open.text().toPlainText(), QString("abc<B></B>"));
+        QTest::keyClick(&open.text(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(open.text().toPlainText(), QString("abc"));
+        QTest::keyClick(&open.text(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(open.text().toPlainText(), QString("abc<B></B>"));
+    }
+
+    void buttonsWorkOnTheNarrationWhereverTheFocusIs() {
+        OpenEditor open;
+        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        open.fill("abc", 0, 1);
+        open.instruction().selectAll();
+        open.instruction().setFocus();
+        open.click("btnBold");
+        QCOMPARE(open.text().toPlainText(), QString("<B>a</B>bc"));
+        QCOMPARE(open.instruction().toPlainText(), QString("Look at stop 2."));
+        QVERIFY(open.text().hasFocus());
+    }
+
+    void keysDoWhatTheButtonsDo_data() {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<bool>("access");
+        QTest::addColumn<QString>("edited");
+        QTest::newRow("Ctrl+B") << int(Qt::Key_B) << false << "<B>abc</B>";
+        QTest::newRow("Ctrl+I") << int(Qt::Key_I) << false << "<I>abc</I>";
+        QTest::newRow("Ctrl+U") << int(Qt::Key_U) << false << "<U>abc</U>";
+        QTest::newRow("Alt+B") << int(Qt::Key_B) << true << "<B>abc</B>";
+        QTest::newRow("Alt+O") << int(Qt::Key_O) << true << "<BIG>abc</BIG>";
+        QTest::newRow("Alt+S") << int(Qt::Key_S) << true << "<SMALL>abc</SMALL>";
+    }
+    void keysDoWhatTheButtonsDo() {
+        QFETCH(int, key);
+        QFETCH(bool, access);
+        QFETCH(QString, edited);
+        OpenEditor open;
+        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        open.fill("abc", 0, 3);
+        open.text().setFocus();
+        QTest::keyClick(open.editor().windowHandle(), static_cast<Qt::Key>(key),
+                        access ? Qt::AltModifier : Qt::ControlModifier);
+        QTRY_COMPARE(open.text().toPlainText(), edited);
+    }
+
+    // Line break
+
+    void lineBreakIsInsertedAtTheCaret() {
+        OpenEditor open;
+        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        open.fill("ab", 1, 0);
+        open.click("btnBreak");
+        compareEdit(open, "a<BR>b", 5);
+        open.text().undo();
+        QCOMPARE(open.text().toPlainText(), QString("ab"));
+    }
+
+    void lineBreakWithASelectionChangesNothing() {
+        OpenEditor open;
+        open.fill("abc", 1, 1);
+        open.click("btnBreak");
+        QCOMPARE(open.text().toPlainText(), QString("abc"));
+        QCOMPARE(open.text().textCursor().selectedText(), QString("b"));
+        QCOMPARE(open.program.beeps, 0);
+    }
+
+    // Hyperlink
+
+    void linkNeedsASelection() {
+        OpenEditor open;
+        open.fill("abc", 1, 0);
+        expectMessage("Wendmark|Please highlight the phrase to be hyperlinked");
+        open.click("btnHLink");
+        QCOMPARE(open.text().toPlainText(), QString("abc"));
+    }
+
+    void linkGoesToTheAddressThatIsTyped_data() {
+        QTest::addColumn<QString>("address");
+        QTest::addColumn<bool>("accepted");
+        QTest::addColumn<QString>("linked");
+        QTest::newRow("address") << "http://host/a?b=c&d" << true << "http://host/a?b=c&d";
+        QTest::newRow("as it is") << " it's \"x\" " << true << " it's \"x\" ";
+        QTest::newRow("empty") << "" << true << "";
+        QTest::newRow("cancelled") << "http://host/" << false << "";
+    }
+    void linkGoesToTheAddressThatIsTyped() {
+        QFETCH(QString, address);
+        QFETCH(bool, accepted);
+        QFETCH(QString, linked);
+        OpenEditor open;
+        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        open.fill("see this page", 4, 4);
+        onNextDialog([&](QDialog& dialog) {
+            auto& box = *qobject_cast<QInputDialog*>(&dialog);
+            QCOMPARE(box.labelText(), QString("Please enter the URL of this hyperlink"));
+            QCOMPARE(box.textValue(), QString());
+            box.setTextValue(address);
+            press(box, accepted ? "OK" : "Cancel");
+        });
+        open.click("btnHLink");
+        compareEdit(open, "see <a HREF=\"javascript:loadSubStop('" + linked + "');\">this</A> page", 7);
+        open.text().undo();
+        QCOMPARE(open.text().toPlainText(), QString("see this page"));
+    }
+
+    // Image
+
+    void imageIsCopiedAndInsertedByItsName() {
+        OpenEditor open;
+        open.fill("ab", 1, 0);
+        onImageDialog(imageFile(open.program, QString::fromUtf8("My Cäctus.GIF")));
+        open.click("btnImage");
+        compareEdit(open, QString::fromUtf8("a<IMG SRC=\"my cäctus.gif\">b"), 4);
+        QCOMPARE(test::readFile(toUtf8(open.program.working(QString::fromUtf8("my cäctus.gif")))),
+                 std::string("GIF of My Cäctus.GIF"));
+        open.text().undo();
+        QCOMPARE(open.text().toPlainText(), QString("ab"));
+    }
+
+    void imageWithASelectionOnlyBeeps() {
+        OpenEditor open;
+        open.fill("abc", 0, 1);
+        open.click("btnImage");
+        QCOMPARE(open.program.beeps, 1);
+        QCOMPARE(open.text().toPlainText(), QString("abc"));
+    }
+
+    void imageThatIsNotChosenChangesNothing() {
+        OpenEditor open;
+        open.fill("abc", 0, 0);
+        onNextDialog([](QDialog& dialog) { dialog.reject(); });
+        open.click("btnImage");
+        QCOMPARE(open.text().toPlainText(), QString("abc"));
+        QCOMPARE(open.program.beeps, 0);
+    }
+
+    void imageOfATemplatesNameNeedsAnother() {
+        OpenEditor open;
+        open.fill("", 0, 0);
+        open.program.handOver.renameReason = "the reason of before";
+        onImageDialog(imageFile(open.program, "FR-Logo.gif"));
+        onRename("fr-logo.gif", "GRBullet.gif"); // Reserved, too.
+        onRename("grbullet.gif", "My-Logo.GIF");
+        open.click("btnImage");
+        QCOMPARE(open.text().toPlainText(), QString("<IMG SRC=\"my-logo.gif\">"));
+        QCOMPARE(test::readFile(toUtf8(open.program.working("my-logo.gif"))),
+                 std::string("GIF of FR-Logo.gif"));
+        QCOMPARE(test::readFile(toUtf8(open.program.working("fr-logo.gif"))),
+                 test::readFile(toUtf8(open.program.path("Template/fr-logo.gif"))));
+        QCOMPARE(open.program.handOver.renameReason, std::string("the reason of before"));
+    }
+
+    void imageWhoseNewNameIsNotGivenIsLeftOut_data() {
+        QTest::addColumn<bool>("cancelled");
+        QTest::newRow("cancelled") << true;
+        QTest::newRow("empty") << false;
+    }
+    void imageWhoseNewNameIsNotGivenIsLeftOut() {
+        QFETCH(bool, cancelled);
+        OpenEditor open;
+        open.fill("abc", 0, 0);
+        const QStringList before = open.program.filesOf("NewTour");
+        onImageDialog(imageFile(open.program, "fr-logo.gif"));
+        if (cancelled)
+            onNextDialog([](QDialog& dialog) { press(dialog, "CancelButton"); });
+        else
+            onRename("fr-logo.gif", "");
+        open.click("btnImage");
+        QCOMPARE(open.text().toPlainText(), QString("abc"));
+        QCOMPARE(open.program.filesOf("NewTour"), before);
+    }
+
+    void newNameOfAnImageCannotLeadOutOfTheTour() {
+        OpenEditor open;
+        open.fill("", 0, 0);
+        onImageDialog(imageFile(open.program, "fr-logo.gif"));
+        onRename("fr-logo.gif", "../Outside.gif");
+        open.click("btnImage");
+        QCOMPARE(open.text().toPlainText(), QString("<IMG SRC=\"outside.gif\">"));
+        QVERIFY(QFile::exists(open.program.working("outside.gif")));
+        QVERIFY(!QFile::exists(open.program.path("Outside.gif")));
+        QVERIFY(!QFile::exists(open.program.path("outside.gif")));
+    }
+
+    void imageThatCannotBeCopiedIsInsertedAndLogged() {
+        OpenEditor open;
+        open.fill("", 0, 0);
+        QDir().mkpath(open.program.working("logo.gif")); // A folder in its place.
+        onImageDialog(imageFile(open.program, "logo.gif"));
+        open.click("btnImage");
+        QCOMPARE(open.text().toPlainText(), QString("<IMG SRC=\"logo.gif\">"));
+        QCOMPARE(open.program.log.failures.size(), std::size_t(1));
+    }
+
+    void imageOfTheTourItselfStays() {
+        OpenEditor open;
+        open.fill("", 0, 0);
+        test::writeFile(toUtf8(open.program.working("own.gif")), "own");
+        onImageDialog(open.program.working("own.gif"));
+        open.click("btnImage");
+        QCOMPARE(open.text().toPlainText(), QString("<IMG SRC=\"own.gif\">"));
+        QCOMPARE(test::readFile(toUtf8(open.program.working("own.gif"))), std::string("own"));
+        QVERIFY(open.program.log.failures.empty());
+    }
+
+    // Apply
+
+    void applyStoresTheTextsAndMakesThePages() {
+        OpenEditor open;
+        open.title().setText("Cactus");
+        open.text().setPlainText("Line 1\nLine 2");
+        open.instruction().setPlainText("Go\non");
+        open.click("btnOK");
+        const TourModel& model = open.program.model;
+        QVERIFY(!open.editor().isVisible());
+        QVERIFY(model.tourChanged);
+        QCOMPARE(model.stopTitle[1], std::string("Cactus"));
+        QCOMPARE(model.stopNarration[1], std::string("Line 1\r\nLine 2"));
+        QCOMPARE(model.stopInstruction[1], std::string("Go\r\non"));
+        QVERIFY(open.page(2).find("Line 1\r\nLine 2\r\n<br><br>\r\nGo\r\non\r\n") != std::string::npos);
+        for (const char* list : {"toc.htm", "tguide.htm"})
+            QVERIFY2(test::readFile(toUtf8(open.program.working(list))).find("Cactus") != std::string::npos,
+                     list);
+        QVERIFY(QFile::exists(open.program.working("tmpframe.htm")));
+        QVERIFY(QApplication::overrideCursor() == nullptr);
+    }
+
+    void applyShowsTheStopInThePreviewOfTheMainWindow() {
+        OpenEditor open;
+        auto& main = *open.window.findChild<BrowserView*>("broMain");
+        open.click("btnOK");
+        QTRY_VERIFY_WITH_TIMEOUT(main.locationURL().endsWith("NewTour/tmpframe.htm"), patience);
+    }
+
+    void applyStoresIntoTheStopThatIsCurrentThen() {
+        OpenEditor open;
+        open.title().setText("Moved");
+        open.program.model.currentStop = 3;
+        open.click("btnOK");
+        QCOMPARE(open.program.model.stopTitle[1], std::string("Stop 2"));
+        QCOMPARE(open.program.model.stopTitle[2], std::string("Moved"));
+        QVERIFY(open.page(3).find("Moved") != std::string::npos);
+    }
+
+    void applyOnTheOpeningPageStoresNothingButMarksTheTourAsChanged() {
+        OpenEditor open;
+        const TourTexts before = open.program.model.stopTitle;
+        const std::string page = open.page(2);
+        open.title().setText("Other");
+        open.program.model.currentStop = 0;
+        open.click("btnOK");
+        QVERIFY(open.program.model.tourChanged);
+        QVERIFY(!open.editor().isVisible());
+        QVERIFY(open.program.model.stopTitle == before);
+        QCOMPARE(open.page(2), page);
+        QVERIFY(!QFile::exists(open.program.working("tmpframe.htm")));
+    }
+
+    void textsOfBlanksAreStoredAsThePlaceholders_data() {
+        QTest::addColumn<QString>("typed");
+        QTest::newRow("nothing") << "";
+        QTest::newRow("blanks") << "   ";
+        QTest::newRow("blanks and line breaks") << " \n\n  \n\n\n";
+    }
+    void textsOfBlanksAreStoredAsThePlaceholders() {
+        QFETCH(QString, typed);
+        OpenEditor open;
+        open.text().setPlainText(typed);
+        open.instruction().setPlainText(typed);
+        open.click("btnOK");
+        QCOMPARE(open.program.model.stopNarration[1], std::string("<!--narration-->"));
+        QCOMPARE(open.program.model.stopInstruction[1], std::string("<!--instruction-->"));
+        QCOMPARE(open.text().toPlainText(), QString("<!--narration-->"));
+        QCOMPARE(open.instruction().toPlainText(), QString("<!--instruction-->"));
+    }
+
+    void automaticInstructionIsStoredWhateverTheFieldShows() {
+        OpenEditor open(true);
+        // The generator replaces the instructions of all stops that the tour counts.
+        open.program.model.stopCount = 1;
+        open.instruction().setPlainText("Own words");
+        open.click("btnOK");
+        QCOMPARE(open.program.model.stopInstruction[1], std::string("AUTO"));
+    }
+
+    void pageOfAStopWithAutomaticInstructionsShowsThem() {
+        OpenEditor open(true);
+        open.click("btnOK");
+        QVERIFY(open.page(2).find("Click the <strong>Next button</strong>") != std::string::npos);
+        QVERIFY(open.page(2).find(automaticMode) == std::string::npos);
+    }
+
+    void textsThatNobodyChangedStayAsTheyAre() {
+        OpenEditor open;
+        const std::string text = "a\u00a0b \r\n<B>\u2192</B> 😀\r\n\r\nc\r\n";
+        open.program.model.stopNarration[1] = text;
+        open.program.model.stopTitle[1] = " T  x ";
+        open.window.editNarrationFrame();
+        open.click("btnOK");
+        QCOMPARE(open.program.model.stopNarration[1], text);
+        QCOMPARE(open.program.model.stopTitle[1], std::string(" T  x "));
+    }
+
+    void titleIsOneLineWhateverIsPasted() {
+        OpenEditor open;
+        QApplication::clipboard()->setText("two\nlines");
+        open.title().selectAll();
+        open.title().paste();
+        open.click("btnOK");
+        QCOMPARE(open.program.model.stopTitle[1], std::string("two lines"));
+    }
+
+    void textsThatWouldShiftTheScriptAreStoredHarmless() {
+        OpenEditor open;
+        open.title().setText("<<<VoskInfo>>> Stop7");
+        open.text().setPlainText("a\n\n\nb");
+        open.click("btnOK");
+        QCOMPARE(open.program.model.stopTitle[1], std::string("&lt;<<VoskInfo>>> Stop7"));
+        QCOMPARE(open.program.model.stopNarration[1], std::string("a<BR>\r\n<BR>\r\nb\r\n"));
+        open.window.save();
+        TourModel read;
+        parseScript(test::readFile(toUtf8(open.program.path("MyTours/walk/script.txt"))), read,
+                    [](int, std::string_view error) { QFAIL(std::string(error).c_str()); });
+        QCOMPARE(read.stopCount, std::int16_t{3});
+        QCOMPARE(read.stopTitle[2], std::string("Stop 3"));
+    }
+
+    void returnInTheTitleAndCtrlReturnInATextApply() {
+        OpenEditor open;
+        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        open.title().setText("By Return");
+        open.title().setFocus();
+        QTest::keyClick(open.editor().windowHandle(), Qt::Key_Return);
+        QCOMPARE(open.program.model.stopTitle[1], std::string("By Return"));
+        open.edit();
+        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        open.fill("ab", 1, 0);
+        open.text().setFocus();
+        QTest::keyClick(open.editor().windowHandle(), Qt::Key_Return);
+        QCOMPARE(open.text().toPlainText(), QString("a\nb"));
+        QTest::keyClick(open.editor().windowHandle(), Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(open.program.model.stopNarration[1], std::string("a\r\nb"));
+    }
+
+    // Colours and spelling
+
+    void partsOfTheHtmlHaveColoursThatCanBeRead_data() {
+        QTest::addColumn<QColor>("background");
+        QTest::newRow("light") << QColor(Qt::white);
+        QTest::newRow("dark") << QColor(0x1b, 0x1b, 0x1d);
+    }
+    void partsOfTheHtmlHaveColoursThatCanBeRead() {
+        QFETCH(QColor, background);
+        OpenEditor open;
+        QPalette palette = open.text().palette();
+        palette.setColor(QPalette::Base, background);
+        open.text().setPalette(palette);
+        open.text().setPlainText("<a b='c'>the&amp;<!-- d --></a>");
+        QSet<QRgb> colours;
+        for (const int position : {1, 6, 13, 20}) {
+            const QColor colour = formatAt(open.text(), position).foreground().color();
+            QVERIFY2(contrast(colour, background) >= 4.5, qPrintable(colour.name()));
+            colours.insert(colour.rgb());
+        }
+        QCOMPARE(colours.size(), 4);
+        QVERIFY(!formatAt(open.text(), 10).hasProperty(QTextFormat::ForegroundBrush)); // The visible word.
+    }
+
+    void commentThatGoesOnInTheNextLineIsColouredThere() {
+        OpenEditor open;
+        open.text().setPlainText("<!-- one\ntwo --> water");
+        QCOMPARE(formatAt(open.text(), 10).foreground(), formatAt(open.text(), 2).foreground());
+        QVERIFY(formatAt(open.text(), 20).foreground() != formatAt(open.text(), 2).foreground());
+    }
+
+    void wrongWordsAreUnderlinedInBothTexts() {
+        OpenEditor open;
+        open.text().setPlainText("The cactsu stores\nwatr and water");
+        QCOMPARE(misspelledIn(open.text()), QString("cactsu watr"));
+        open.instruction().setPlainText("wtaer");
+        QCOMPARE(misspelledIn(open.instruction()), QString("wtaer"));
+    }
+
+    void onlyWordsThatVisitorsReadAreChecked_data() {
+        QTest::addColumn<QString>("html");
+        QTest::newRow("tags") << "<blockqote clas=xyzzy title='xyzzy'>water</blockqote>";
+        QTest::newRow("tag over two lines") << "<img\nxyzzy='plugh\nxyzzy'>";
+        QTest::newRow("entities") << "&xyzzy; &lsquo;water&rsquo; wat&eacute;r";
+        QTest::newRow("comments") << "<!-- xyzzy\nplugh -->";
+        QTest::newRow("addresses") << "http://xyzzy.example/plugh?foo www.xyzzy.example xyzzy@plugh.example";
+        QTest::newRow("names of files and numbers") << "xyzzy.htm plugh2 x 1st";
+        QTest::newRow("right words") << "The water, don't; WATER (caf\u00e9)";
+    }
+    void onlyWordsThatVisitorsReadAreChecked() {
+        QFETCH(QString, html);
+        OpenEditor open;
+        open.text().setPlainText(html);
+        QCOMPARE(misspelledIn(open.text()), QString());
+        open.text().appendPlainText("plugh"); // The checker is at work.
+        QCOMPARE(misspelledIn(open.text()), QString("plugh"));
+    }
+
+    void menuOfAWrongWordOffersTheRightOne() {
+        OpenEditor open;
+        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        open.text().setPlainText("The cactsu stores water");
+        QMenu* const menu = menuAt(open.text(), 6);
+        QVERIFY(menu != nullptr);
+        QAction* const suggestion = itemOf(*menu, "cactus");
+        QVERIFY(suggestion != nullptr);
+        suggestion->trigger();
+        menu->close();
+        QCOMPARE(open.text().toPlainText(), QString("The cactus stores water"));
+        QCOMPARE(misspelledIn(open.text()), QString());
+        open.text().undo();
+        QCOMPARE(open.text().toPlainText(), QString("The cactsu stores water"));
+    }
+
+    void menuOpenedByKeyIsThatOfTheWordAtTheCaret() {
+        OpenEditor open;
+        open.fill("The cactsu", 10, 0);
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+        QApplication::sendEvent(open.text().viewport(), &event);
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QVERIFY(menu != nullptr);
+        QVERIFY(itemOf(*menu, "cactus") != nullptr);
+        menu->close();
+    }
+
+    void wordAddedFromTheMenuIsRightInBothTextsFromThenOn() {
+        OpenEditor open;
+        open.text().setPlainText("The Brenholt water");
+        open.instruction().setPlainText("Brenholt");
+        QMenu* const menu = menuAt(open.text(), 6);
+        itemOf(*menu, "Add to Dictionary")->trigger();
+        menu->close();
+        QCOMPARE(misspelledIn(open.text()), QString());
+        QCOMPARE(misspelledIn(open.instruction()), QString());
+        QCOMPARE(test::readFile(m_dictionaries->configFolder() + "/Wendmark/words.txt"),
+                 std::string("Brenholt\n"));
+    }
+
+    void wordWithoutSuggestionsSaysSo() {
+        OpenEditor open;
+        open.text().setPlainText("qqqqqqqqqqqqqqqqqqqq");
+        QMenu* const menu = menuAt(open.text(), 6);
+        QVERIFY(itemOf(*menu, "No Suggestions") != nullptr);
+        QVERIFY(!itemOf(*menu, "No Suggestions")->isEnabled());
+        menu->close();
+    }
+
+    void menuOfARightWordIsTheUsualOne() {
+        OpenEditor open;
+        open.text().setPlainText("The water");
+        QMenu* const menu = menuAt(open.text(), 6);
+        QVERIFY(itemOf(*menu, "Add to Dictionary") == nullptr);
+        QVERIFY(!menu->actions().isEmpty());
+        menu->close();
+    }
+
+    void languageIsChosenInTheMenuAndKept() {
+        OpenEditor open;
+        open.text().setPlainText(QString::fromUtf8("Wüste"));
+        QCOMPARE(misspelledIn(open.text()), QString::fromUtf8("Wüste"));
+        QMenu* menu = menuAt(open.text(), 2);
+        itemOf(*itemOf(*menu, "Check Spelling")->menu(), "de_DE")->trigger();
+        menu->close();
+        QCOMPARE(misspelledIn(open.text()), QString());
+        open.editor().close();
+        QTRY_VERIFY(open.window.findChild<frmNarEdit*>() == nullptr);
+        open.edit();
+        open.text().setPlainText("water");
+        QCOMPARE(misspelledIn(open.text()), QString("water"));
+        menu = menuAt(open.text(), 2);
+        itemOf(*itemOf(*menu, "Check Spelling")->menu(), "Off")->trigger();
+        menu->close();
+        QCOMPARE(misspelledIn(open.text()), QString());
+        open.editor().close();
+        QTRY_VERIFY(open.window.findChild<frmNarEdit*>() == nullptr);
+        open.edit();
+        open.text().setPlainText("xyzzy");
+        QCOMPARE(misspelledIn(open.text()), QString());
+    }
+
+    void nothingIsCheckedWithoutADictionary() {
+        m_dictionaries->removeAll();
+        OpenEditor open;
+        open.text().setPlainText("cactsu");
+        QCOMPARE(misspelledIn(open.text()), QString());
+        QMenu* const menu = menuAt(open.text(), 2);
+        QVERIFY(itemOf(*menu, "Check Spelling") == nullptr);
+        menu->close();
+        QVERIFY(open.program.log.failures.empty());
+    }
+
+    // The preview
+
+    void previewFollowsTheFieldsAndChangesNothing() {
+        OpenEditor open;
+        const std::string page = open.page(2);
+        open.title().setText(QString::fromUtf8("Title → 1"));
+        open.text().setPlainText(QString::fromUtf8("My <B>w\u00f6rds</B> 😀"));
+        open.instruction().setPlainText("Go on.");
+        open.text().moveCursor(QTextCursor::End);
+        QTRY_VERIFY_WITH_TIMEOUT(shownText(open.preview()).contains("Go on."), patience);
+        const QString shown = shownText(open.preview());
+        QVERIFY2(shown.contains(QString::fromUtf8("2—Title → 1")), qPrintable(shown));
+        QVERIFY2(shown.contains(QString::fromUtf8("My wörds 😀")), qPrintable(shown));
+        QCOMPARE(open.text().toPlainText(), QString::fromUtf8("My <B>w\u00f6rds</B> 😀"));
+        QVERIFY(open.text().textCursor().atEnd());
+        QCOMPARE(open.page(2), page);
+        QCOMPARE(open.program.model.stopTitle[1], std::string("Stop 2"));
+        QVERIFY(!open.program.model.tourChanged);
+    }
+
+    void previewShowsAutomaticInstructions() {
+        OpenEditor open(true);
+        QTRY_VERIFY_WITH_TIMEOUT(shownText(open.preview()).contains("Click the Next button"), patience);
+        QCOMPARE(open.program.model.stopInstruction[1], std::string("Look at stop 2."));
+    }
+
+    void previewLeavesTheFocusWhereItIs() {
+        OpenEditor open;
+        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        open.text().setFocus();
+        open.text().setPlainText("typed");
+        QTRY_VERIFY_WITH_TIMEOUT(shownText(open.preview()).contains("typed"), patience);
+        QVERIFY(open.text().hasFocus());
+    }
+
+    void previewNeitherRunsScriptsNorMovesTheCurrentStop() {
+        OpenEditor open;
+        auto& main = *open.window.findChild<BrowserView*>("broMain");
+        QTRY_VERIFY_WITH_TIMEOUT(!main.isBusy(), patience);
+        open.program.model.currentStop = 2;
+        open.text().setPlainText(
+            "<p id=a>before</p><script>document.getElementById('a').textContent = 'after';"
+            "window.status = '>*>*>vosktourstop->3';"
+            "parent.status = '>*>*>vosktourstop->3';</script>end"
+            "<meta http-equiv=refresh content='0;url=page3.htm'>");
+        QTRY_VERIFY_WITH_TIMEOUT(shownText(open.preview()).contains("end"), patience);
+        QTest::qWait(500); // Time for what must not happen.
+        QVERIFY(shownText(open.preview()).contains("before"));
+        QCOMPARE(open.program.model.currentStop, std::int16_t{2});
+    }
+
+    void previewShowsImagesOfTheWorkingCopyAndNoOtherFiles() {
+        OpenEditor open;
+        const QString outside = open.program.path("outside.gif");
+        QFile::copy(open.program.path("Template/fr-logo.gif"), outside);
+        QFile::copy(outside, open.program.working("inside.gif"));
+        open.text().setPlainText("<IMG SRC=\"inside.gif\"><IMG SRC=\"file://" + outside + "\">ready");
+        QTRY_VERIFY_WITH_TIMEOUT(shownText(open.preview()).contains("ready"), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!open.preview().isBusy(), patience);
+        const QString widths =
+            resultOf(open.preview(), "Array.from(document.images, i => i.naturalWidth > 0).join()");
+        QCOMPARE(widths, QString("true,false"));
+    }
+
+    void linksInThePreviewLeadNowhere() {
+        OpenEditor open;
+        open.text().setPlainText("<a href='page3.htm' style='display:block;height:400px'>A link</a>");
+        QTRY_VERIFY_WITH_TIMEOUT(shownText(open.preview()).contains("A link"), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!open.preview().isBusy(), patience);
+        QWidget* const page = open.preview().engineView().focusProxy();
+        QVERIFY(page != nullptr);
+        QTest::mouseClick(page, Qt::LeftButton, {}, QPoint(page->width() / 2, page->height() - 10));
+        QTest::qWait(500); // Time for what must not happen.
+        QVERIFY(shownText(open.preview()).contains("A link"));
+    }
+
+    void previewStaysScrolledToItsPlace() {
+        OpenEditor open;
+        open.text().setPlainText(QString("line<BR>\n").repeated(200));
+        QTRY_VERIFY_WITH_TIMEOUT(shownText(open.preview()).contains("line"), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!open.preview().isBusy(), patience);
+        resultOf(open.preview(), "window.scrollTo(0, 700)");
+        const QWebEnginePage& page = *open.preview().engineView().page();
+        QTRY_VERIFY_WITH_TIMEOUT(page.scrollPosition().y() > 600, patience);
+        open.text().appendPlainText("another end");
+        QTRY_VERIFY_WITH_TIMEOUT(shownText(open.preview()).contains("another end"), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(page.scrollPosition().y() > 600, patience);
+    }
+
+    void previewCanBeFoldedAwayAndStaysSo() {
+        OpenEditor open;
+        QVERIFY(open.button("btnPreview").isChecked());
+        QVERIFY(open.preview().isVisible());
+        open.click("btnPreview");
+        QVERIFY(!open.preview().isVisible());
+        open.editor().close();
+        QTRY_VERIFY(open.window.findChild<frmNarEdit*>() == nullptr);
+        open.edit();
+        QVERIFY(!open.button("btnPreview").isChecked());
+        QVERIFY(open.editor().findChild<BrowserView*>("broPreview") == nullptr);
+        open.click("btnPreview");
+        QTRY_VERIFY_WITH_TIMEOUT(shownText(open.preview()).contains("Words of stop 2."), patience);
+    }
+
+private:
+    static QString resultOf(BrowserView& view, const QString& script) {
+        QString result;
+        bool there = false;
+        view.engineView().page()->runJavaScript(script, QWebEngineScript::ApplicationWorld,
+                                                [&](const QVariant& value) {
+                                                    result = value.toString();
+                                                    there = true;
+                                                });
+        return QTest::qWaitFor([&] { return there; }, patience) ? result : QString();
+    }
+
+    std::unique_ptr<Dictionaries> m_dictionaries;
+};
+
+} // namespace wendmark
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    wendmark::NarrationEditorTest tests;
+    return QTest::qExec(&tests, argc, argv);
+}
+
+#include "NarrationEditorTest.moc"
