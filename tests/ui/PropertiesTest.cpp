@@ -27,6 +27,7 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QToolButton>
+#include <QWindow>
 
 namespace wendmark {
 
@@ -190,6 +191,39 @@ private slots:
                 for (int page = 0; page < tabs.count(); ++page)
                     QCOMPARE(tabs.widget(page)->isVisible(), page == i);
             }
+            press(dialog, "CancelButton");
+        });
+    }
+
+    void tabGoesThroughAPageFromTopToBottom_data() {
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<QStringList>("stations");
+        QTest::newRow("General") << 0 << QStringList{"txtTourTitle", "txtAuthor", "chkAddInstructions"};
+        QTest::newRow("Caching") << 1 << QStringList{"txtCachePeriod", "chkBufFlag"};
+        QTest::newRow("Launching") << 2
+                                   << QStringList{"txtLaunchURL", "btnAddLURL", "lstLaunchURLList",
+                                                  "btnRemoveLURL"};
+        QTest::newRow("Layout") << 3
+                                << QStringList{"txtAdvWidth", "txtNarHeight", "txtNavWidth",
+                                               "btnResetLayout"};
+        QTest::newRow("Logo") << 4 << QStringList{"btnAdvBrowse", "btnGraphReset"};
+    }
+
+    void tabGoesThroughAPageFromTopToBottom() {
+        QFETCH(int, tab);
+        QFETCH(QStringList, stations);
+        Properties properties;
+        properties.open([&](QDialog& dialog) {
+            QVERIFY(QTest::qWaitForWindowActive(&dialog));
+            auto& tabs = *dialog.findChild<QTabWidget*>("TabStrip1");
+            tabs.setCurrentIndex(tab);
+            tabs.tabBar()->setFocus();
+            QStringList reached;
+            for (qsizetype i = 0; i < stations.size() + 2; ++i) {
+                QTest::keyClick(dialog.windowHandle(), Qt::Key_Tab);
+                reached.append(QApplication::focusWidget()->objectName());
+            }
+            QCOMPARE(reached, stations + QStringList({"OKButton", "CancelButton"}));
             press(dialog, "CancelButton");
         });
     }

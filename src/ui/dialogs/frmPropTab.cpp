@@ -90,10 +90,10 @@ std::int16_t frmPropTab::currentTab() const {
 
 QWidget* frmPropTab::makeGeneralPage() {
     auto* const page = new QWidget;
-    m_tourTitle = named(new QLineEdit, "txtTourTitle");
-    m_author = named(new QLineEdit, "txtAuthor");
+    m_tourTitle = named(new QLineEdit(page), "txtTourTitle");
+    m_author = named(new QLineEdit(page), "txtAuthor");
     m_addInstructions =
-        named(new QCheckBox(tr("Automatically add user &instructions after each narration text")),
+        named(new QCheckBox(tr("Automatically add user &instructions after each narration text"), page),
               "chkAddInstructions");
     QVBoxLayout* const layout = makePageLayout(*page);
     layout->addWidget(makeLabel("lblTitle", tr("Tour &Title :"), m_tourTitle));
@@ -108,14 +108,16 @@ QWidget* frmPropTab::makeGeneralPage() {
 
 QWidget* frmPropTab::makeCachingPage() {
     auto* const page = new QWidget;
-    m_cachePeriod = named(new QLineEdit, "txtCachePeriod");
+    m_cachePeriod = named(new QLineEdit(page), "txtCachePeriod");
     m_cachePeriod->setAccessibleName(tr("Maximum time for loading each stop, in seconds"));
     m_cachePeriod->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("0000000000")));
-    auto* const spinner = named(
-        new Spinner(*m_cachePeriod, shortestCachePeriod, longestCachePeriod, cachePeriodStep), "UpDown1");
-    m_bufFlag = named(new QCheckBox(tr("Start Automatic &Loading when tour is started")), "chkBufFlag");
+    auto* const spinner =
+        named(new Spinner(*m_cachePeriod, shortestCachePeriod, longestCachePeriod, cachePeriodStep, page),
+              "UpDown1");
+    m_bufFlag = named(new QCheckBox(tr("Start Automatic &Loading when tour is started"), page), "chkBufFlag");
     QLabel* const label =
-        makeTextLabel("Label1", tr("Maximum time (in seconds) alloted for loading each stop :"), page);
+        makeTextLabel("Label1", tr("&Maximum time (in seconds) alloted for loading each stop :"), page);
+    label->setBuddy(m_cachePeriod);
     auto* const period = new QHBoxLayout;
     period->setSpacing(0);
     period->addWidget(label, 1);
@@ -138,11 +140,11 @@ QWidget* frmPropTab::makeCachingPage() {
 
 QWidget* frmPropTab::makeLaunchingPage() {
     auto* const page = new QWidget;
-    m_launchURL = named(new QLineEdit, "txtLaunchURL");
-    m_launchURLList = named(new QListWidget, "lstLaunchURLList");
+    m_launchURL = named(new QLineEdit(page), "txtLaunchURL");
+    QPushButton* const addButton = makeButton("btnAddLURL", tr("A&dd"), page);
+    m_launchURLList = named(new QListWidget(page), "lstLaunchURLList");
     m_launchURLList->setAccessibleName(tr("Launching points"));
     m_launchURLList->setMinimumHeight(10 * dialogGap);
-    QPushButton* const addButton = makeButton("btnAddLURL", tr("A&dd"), page);
     QPushButton* const removeButton = makeButton("btnRemoveLURL", tr("&Remove"), page);
     auto* const grid = new QGridLayout;
     grid->setSpacing(dialogGap);
@@ -172,7 +174,7 @@ QWidget* frmPropTab::makeLaunchingPage() {
 
 QWidget* frmPropTab::makeLayoutPage() {
     auto* const page = new QWidget;
-    m_layout = new LayoutDiagram;
+    m_layout = new LayoutDiagram(page);
     QPushButton* const resetButton = makeButton("btnResetLayout", tr("&Reset to Default Settings"), page);
     QVBoxLayout* const layout = makePageLayout(*page);
     layout->addStretch();
@@ -193,7 +195,7 @@ QWidget* frmPropTab::makeLayoutPage() {
 
 QWidget* frmPropTab::makeLogoPage() {
     auto* const page = new QWidget;
-    m_picture = named(new QLabel, "Picture1");
+    m_picture = named(new QLabel(page), "Picture1");
     m_picture->setAccessibleName(tr("Logo"));
     m_picture->setFrameShape(QFrame::StyledPanel);
     m_picture->setAlignment(Qt::AlignCenter);
