@@ -40,11 +40,10 @@ constexpr std::string_view noLaunchingPoints[] = {
 
 constexpr std::string_view howToAddThem =
     "[Launching points are not yet specified. You must do so before you post the tour for public viewing. To "
-    "do "
-    "so, Click on the 'Tour Properties' button on Wendmark's toolbar and select the 'Launching' tab. Add all "
+    "do so, Click on the 'Tour Properties' button on Wendmark's toolbar and select the 'Launching' tab. Add "
+    "all "
     "the launching points from which you want to launch this tour. You can always add new launching points "
-    "in "
-    "the future, or delete existing ones.]";
+    "in the future, or delete existing ones.]";
 
 std::int16_t listedPoints(const TourModel& model) {
     return std::min(model.launchURLCount, tourCapacity);
@@ -52,9 +51,14 @@ std::int16_t listedPoints(const TourModel& model) {
 
 /// The line of launching point k, counted from 1.
 std::string launchLine(const TourModel& model, std::int16_t k) {
-    return " " + std::to_string(k) + ".  When launching from  '" +
-           model.launchURL.at(static_cast<std::size_t>(k - 1)) + "'  hyperlink to  '" + launchFileName(k) +
-           "'";
+    std::string line = " ";
+    line += std::to_string(k);
+    line += ".  When launching from  '";
+    line += model.launchURL.at(static_cast<std::size_t>(k - 1));
+    line += "'  hyperlink to  '";
+    line += launchFileName(k);
+    line += "'";
+    return line;
 }
 
 } // namespace

@@ -27,9 +27,9 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPalette>
-#include <QTabWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTcpServer>
 #include <QTest>
 #include <filesystem>
