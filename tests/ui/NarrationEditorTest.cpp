@@ -990,12 +990,48 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(page.scrollPosition().y() > 600, patience);
     }
 
+    void nothingOverlapsInTheSmallestWindow_data() {
+        QTest::addColumn<bool>("withPreview");
+        QTest::newRow("with preview") << true;
+        QTest::newRow("without preview") << false;
+    }
+    void nothingOverlapsInTheSmallestWindow() {
+        QFETCH(bool, withPreview);
+        OpenEditor open;
+        if (!withPreview)
+            open.click("btnPreview");
+        open.editor().resize(0, 0);
+        QTest::qWait(50); // Until the layout has followed.
+        QList<QWidget*> controls;
+        for (QPushButton* button : open.editor().findChildren<QPushButton*>())
+            controls.append(button);
+        controls.append({&open.title(), &open.text(), &open.instruction()});
+        if (withPreview)
+            controls.append(&open.preview());
+        for (const char* label : {"lblStopTitle", "lblStopText", "Label1", "lblTarget"})
+            controls.append(open.editor().findChild<QLabel*>(label));
+        const auto placeOf = [&](const QWidget* control) {
+            return QRect(control->mapTo(&open.editor(), QPoint()), control->size());
+        };
+        for (const QWidget* control : controls) {
+            QVERIFY2(open.editor().rect().contains(placeOf(control)), qPrintable(control->objectName()));
+            QVERIFY2(control->height() >= control->minimumSizeHint().height() ||
+                         control->height() >= control->minimumHeight(),
+                     qPrintable(control->objectName()));
+            for (const QWidget* other : controls)
+                QVERIFY2(other == control || !placeOf(other).intersects(placeOf(control)),
+                         qPrintable(control->objectName() + " " + other->objectName()));
+        }
+    }
+
     void previewCanBeFoldedAwayAndStaysSo() {
         OpenEditor open;
         QVERIFY(open.button("btnPreview").isChecked());
         QVERIFY(open.preview().isVisible());
+        QCOMPARE(open.button("btnPreview").text().remove('&'), QString("Hide Preview"));
         open.click("btnPreview");
         QVERIFY(!open.preview().isVisible());
+        QCOMPARE(open.button("btnPreview").text().remove('&'), QString("Show Preview"));
         open.editor().close();
         QTRY_VERIFY(open.window.findChild<frmNarEdit*>() == nullptr);
         open.edit();

@@ -39,7 +39,9 @@ namespace {
 
 constexpr int previewDelay = 300; // Milliseconds without a key before the preview follows.
 constexpr int smallestWidth = 48 * dialogGap;
-constexpr int smallestPreview = 80; // Pixels.
+constexpr int addressWidth = 56 * dialogGap;
+constexpr int smallestPreview = 80;       // Pixels.
+const QList<int> shares = {250, 70, 180}; ///< Of the height: narration, instruction, preview.
 constexpr QSize usualSize(720, 640);
 
 /// A label for a field, its access key leading there.
@@ -70,8 +72,9 @@ frmNarEdit::frmNarEdit(const ProgramParts& parts, QWidget* parent)
     m_panes->setHandleWidth(dialogGap);
     m_panes->addWidget(m_narration);
     m_panes->addWidget(makeInstructionPart());
-    m_panes->setStretchFactor(0, 2);
-    m_panes->setStretchFactor(1, 1);
+    m_panes->setStretchFactor(0, 3);
+    m_panes->setStretchFactor(1, 0);
+    m_panes->setSizes(shares);
     QVBoxLayout* const layout = makeDialogLayout(*this);
     layout->addLayout(makeTitleRow());
     layout->addWidget(makeFieldLabel("lblStopText", tr("Stop Te&xt :"), *m_narration, this));
@@ -189,20 +192,20 @@ QLayout* frmNarEdit::makeTagButtons() {
 }
 
 QLayout* frmNarEdit::makeBottomRow() {
-    QPushButton* const previewButton = makeButton("btnPreview", tr("&Preview"), this);
-    previewButton->setCheckable(true);
-    previewButton->setToolTip(tr("Show or hide how the texts will look"));
+    m_previewButton = makeButton("btnPreview", tr("Show &Preview"), this);
+    m_previewButton->setCheckable(true);
+    m_previewButton->setToolTip(tr("How the texts will look in the narration frame"));
     QPushButton* const applyButton = makeButton("btnOK", tr("&Apply"), this);
     applyButton->setDefault(true);
     QPushButton* const cancelButton = makeButton("btnCancel", tr("&Cancel"), this);
     auto* const row = new QHBoxLayout;
     row->setSpacing(dialogGap);
-    row->addWidget(previewButton);
+    row->addWidget(m_previewButton);
     row->addStretch();
     row->addWidget(applyButton);
     row->addWidget(cancelButton);
-    connect(previewButton, &QPushButton::toggled, this, &frmNarEdit::showPreview);
-    connect(previewButton, &QPushButton::clicked, this, &frmNarEdit::rememberPreview);
+    connect(m_previewButton, &QPushButton::toggled, this, &frmNarEdit::showPreview);
+    connect(m_previewButton, &QPushButton::clicked, this, &frmNarEdit::rememberPreview);
     connect(applyButton, &QPushButton::clicked, this, &frmNarEdit::apply);
     connect(cancelButton, &QPushButton::clicked, this, &frmNarEdit::reject);
     return row;
@@ -232,12 +235,13 @@ void frmNarEdit::load() {
     m_spelling.setLanguage(language.isEmpty() ? SpellChecker::preferredLanguage() : language);
     tellTarget();
     const bool previewShown = m_parts.settings.read(narrationSettings::previewShown);
-    findChild<QPushButton*>(QStringLiteral("btnPreview"))->setChecked(previewShown);
+    m_previewButton->setChecked(previewShown);
 }
 
 void frmNarEdit::limitSize() {
     // The rows of buttons make the window higher the narrower it is, which its layout does not take into
     // account.
+    m_panes->refresh();
     layout()->invalidate();
     setMinimumSize(smallestWidth, layout()->totalMinimumHeightForWidth(smallestWidth));
 }
@@ -256,9 +260,15 @@ void frmNarEdit::addLink() {
         showMessage(this, tr("Please highlight the phrase to be hyperlinked"));
         return;
     }
-    const QString address =
-        QInputDialog::getText(this, programTitle(), tr("Please enter the URL of this hyperlink"));
-    takeOver(linkSelection(narration(), selection(), toUtf8(address)));
+    takeOver(linkSelection(narration(), selection(), toUtf8(askForAddress())));
+}
+
+QString frmNarEdit::askForAddress() {
+    QInputDialog box(this);
+    box.setWindowTitle(programTitle());
+    box.setLabelText(tr("Please enter the URL of this hyperlink"));
+    box.resize(addressWidth, box.sizeHint().height());
+    return box.exec() == QDialog::Accepted ? box.textValue() : QString();
 }
 
 void frmNarEdit::addImage() {
@@ -355,13 +365,14 @@ void frmNarEdit::storeTexts(std::size_t i) {
 }
 
 void frmNarEdit::showPreview(bool shown) {
+    m_previewButton->setText(shown ? tr("Hide &Preview") : tr("Show &Preview"));
     if (shown && m_preview == nullptr) {
         const QString folder = toQString(m_parts.tour.workspace.folders().newTourPath);
         m_preview = new NarrationPreview(m_parts.browserProfile, folder, m_panes);
         m_preview->setMinimumHeight(smallestPreview);
         m_panes->addWidget(m_preview);
         m_panes->setStretchFactor(m_panes->indexOf(m_preview), 2);
-        m_panes->setSizes({2, 1, 2}); // Pixels are made of these shares.
+        m_panes->setSizes(shares);
     }
     if (m_preview != nullptr)
         m_preview->setVisible(shown);

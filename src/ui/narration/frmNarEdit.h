@@ -10,6 +10,7 @@
 class QLabel;
 class QLayout;
 class QLineEdit;
+class QPushButton;
 class QSplitter;
 
 namespace wendmark {
@@ -55,6 +56,7 @@ private:
     void wrap(const Tag& tag);
     void breakLine();
     void addLink();
+    QString askForAddress();
     void addImage();
     std::string freeImageName(const QString& path);
     void copyImage(const QString& path, const std::string& name);
@@ -71,10 +73,11 @@ private:
 
     ProgramParts m_parts;
     SpellChecker m_spelling;
-    QLineEdit* m_title;       ///< txtStopTitle
-    HtmlField* m_narration;   ///< txtText
-    HtmlField* m_instruction; ///< txtMoreText
-    QLabel* m_target;         ///< Which stop Apply stores into.
+    QLineEdit* m_title;                     ///< txtStopTitle
+    HtmlField* m_narration;                 ///< txtText
+    HtmlField* m_instruction;               ///< txtMoreText
+    QLabel* m_target;                       ///< Which stop Apply stores into.
+    QPushButton* m_previewButton = nullptr; ///< btnPreview
     QSplitter* m_panes = nullptr;
     NarrationPreview* m_preview = nullptr; ///< Made when it is first shown.
     QTimer m_previewTimer;
