@@ -28,7 +28,7 @@ QStringList dictionaryFolders() {
 /// Path of a dictionary's two files without their endings; empty when it is not installed.
 QString dictionaryPath(const QString& language) {
     for (const QString& folder : dictionaryFolders()) {
-        const QString path = folder + QLatin1Char('/') + language;
+        QString path = folder + QLatin1Char('/') + language;
         if (QFile::exists(path + QStringLiteral(".dic")) && QFile::exists(path + QStringLiteral(".aff")))
             return path;
     }
@@ -77,7 +77,7 @@ QStringList SpellChecker::installedLanguages() {
 QString SpellChecker::preferredLanguage() {
     const QStringList installed = installedLanguages();
     const QLocale locale;
-    const QString own = locale.language() == QLocale::C ? QStringLiteral("en_US") : locale.name();
+    QString own = locale.language() == QLocale::C ? QStringLiteral("en_US") : locale.name();
     if (installed.contains(own))
         return own;
     const QString language = own.section(QLatin1Char('_'), 0, 0);

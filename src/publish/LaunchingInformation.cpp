@@ -10,40 +10,33 @@ namespace wendmark {
 
 namespace {
 
-constexpr std::string_view explanation[] = {
+constexpr std::string_view explanation =
     "A tour is launched by creating a hyperlink to a particular tour file. This file (TOURLAUNCH) is "
-    "automatically created by Wendmark. Apart from launching the tour. this file also remembers the URL of "
-    "the "
-    "launching point so that the user may be returned to the launching point when the Exit button is "
-    "clicked.",
-    "",
-    "A tour may be launched from multiple locations. For each such location a version of the TOURLAUNCH file "
-    "is "
-    "created. The first TOURLAUNCH file is named as '_tourlaunch1.htm', the second one as '_tourlaunch2.htm' "
-    "etc. To launch the tour from launching point one, you should hyperlink to '_tourlaunch1.htm'. "
-    "Similarly, "
-    "to launch the same tour from launching point two, you should hyperlink to '_tourlaunch2.htm'.",
-    "",
-    "To see which TOURLAUNCH file corresponds to which launching point, take a look at the 'launch.txt' file "
-    "in "
-    "the tour's folder. This file is modified each time the launching point list is modified in Tour "
-    "Properties.",
-    "",
-    "The current launching points and their corresponding TOURLAUNCH files are shown below:",
-    "",
-};
+    "automatically created by Wendmark. Apart from launching the tour. this file also remembers the "
+    "URL of the launching point so that the user may be returned to the launching point when the Exit "
+    "button is clicked.\r\n"
+    "\r\n"
+    "A tour may be launched from multiple locations. For each such location a version of the "
+    "TOURLAUNCH file is created. The first TOURLAUNCH file is named as '_tourlaunch1.htm', the second "
+    "one as '_tourlaunch2.htm' etc. To launch the tour from launching point one, you should hyperlink "
+    "to '_tourlaunch1.htm'. Similarly, to launch the same tour from launching point two, you should "
+    "hyperlink to '_tourlaunch2.htm'.\r\n"
+    "\r\n"
+    "To see which TOURLAUNCH file corresponds to which launching point, take a look at the "
+    "'launch.txt' file in the tour's folder. This file is modified each time the launching point list "
+    "is modified in Tour Properties.\r\n"
+    "\r\n"
+    "The current launching points and their corresponding TOURLAUNCH files are shown below:\r\n"
+    "\r\n";
 
-constexpr std::string_view noLaunchingPoints[] = {
-    "    NO LAUNCHING POINTS SPECIFIED",
-    "",
-};
+constexpr std::string_view noLaunchingPoints = "    NO LAUNCHING POINTS SPECIFIED\r\n"
+                                               "\r\n";
 
 constexpr std::string_view howToAddThem =
-    "[Launching points are not yet specified. You must do so before you post the tour for public viewing. To "
-    "do so, Click on the 'Tour Properties' button on Wendmark's toolbar and select the 'Launching' tab. Add "
-    "all "
-    "the launching points from which you want to launch this tour. You can always add new launching points "
-    "in the future, or delete existing ones.]";
+    "[Launching points are not yet specified. You must do so before you post the tour for public "
+    "viewing. To do so, Click on the 'Tour Properties' button on Wendmark's toolbar and select the "
+    "'Launching' tab. Add all the launching points from which you want to launch this tour. You can "
+    "always add new launching points in the future, or delete existing ones.]";
 
 std::int16_t listedPoints(const TourModel& model) {
     return std::min(model.launchURLCount, tourCapacity);
@@ -64,14 +57,9 @@ std::string launchLine(const TourModel& model, std::int16_t k) {
 } // namespace
 
 std::string launchingInformation(const TourModel& model) {
-    std::string text;
-    for (const std::string_view line : explanation)
-        text.append(line).append(lineBreak);
-    if (model.launchURLCount == 0) {
-        for (const std::string_view line : noLaunchingPoints)
-            text.append(line).append(lineBreak);
-        return text.append(howToAddThem);
-    }
+    std::string text(explanation);
+    if (model.launchURLCount == 0)
+        return text.append(noLaunchingPoints).append(howToAddThem);
     for (std::int16_t k = 1; k <= listedPoints(model); ++k)
         text.append(launchLine(model, k)).append(lineBreak);
     return text;

@@ -23,8 +23,9 @@ Spinner::Spinner(QLineEdit& field, int smallest, int largest, int step, QWidget*
 }
 
 bool Spinner::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &m_field && event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
+    const auto* const press = dynamic_cast<QKeyEvent*>(event);
+    if (watched == &m_field && press != nullptr && event->type() == QEvent::KeyPress) {
+        const int key = press->key();
         if (key == Qt::Key_Up || key == Qt::Key_Down) {
             stepBy(key == Qt::Key_Up ? m_step : -m_step);
             return true;

@@ -203,7 +203,7 @@ void frmMain::editSiteFrame() {
 void frmMain::editNarrationFrame() {
     if (refuseOnOpeningPage(tr("The opening page of the tour is not editable")))
         return;
-    if (!m_narrationEditor)
+    if (m_narrationEditor.isNull())
         m_narrationEditor = new frmNarEdit(m_parts, this);
     m_narrationEditor->editCurrentStop();
 }
@@ -630,7 +630,7 @@ void frmMain::updateEditorActions() {
     // On a stop it waits for its window; on the opening page it says that this page cannot be edited.
     const bool onOpeningPage = m_parts.tour.model.currentStop < 1;
     m_actions.value(QStringLiteral("mnuEditSite"))->setEnabled(onOpeningPage);
-    if (m_narrationEditor)
+    if (!m_narrationEditor.isNull())
         m_narrationEditor->tellTarget();
 }
 

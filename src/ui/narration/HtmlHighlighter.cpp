@@ -82,6 +82,13 @@ QList<WordRange> wordsOf(const QString& text) {
     return words;
 }
 
+/// The state before is that of a text block: -1 when it has none.
+HtmlLine tokensOf(const QString& line, int stateBefore) {
+    const auto state = stateBefore < 0 ? HtmlState::text : static_cast<HtmlState>(stateBefore);
+    const QStringView view(line);
+    return tokenizeHtml({view.utf16(), static_cast<std::size_t>(view.size())}, state);
+}
+
 } // namespace
 
 HtmlHighlighter::HtmlHighlighter(SpellChecker& spelling, const QPalette& palette, QTextDocument* document)
@@ -113,12 +120,6 @@ void HtmlHighlighter::highlightBlock(const QString& line) {
     wrong.setUnderlineColor(wrongWordColour(m_dark));
     for (const WordRange& word : misspelledWords(line, tokens))
         setFormat(word.start, word.length, wrong);
-}
-
-HtmlLine HtmlHighlighter::tokensOf(const QString& line, int stateBefore) const {
-    const auto state = stateBefore < 0 ? HtmlState::text : static_cast<HtmlState>(stateBefore);
-    const QStringView view(line);
-    return tokenizeHtml({view.utf16(), static_cast<std::size_t>(view.size())}, state);
 }
 
 QList<WordRange> HtmlHighlighter::misspelledWords(const QString& line, const HtmlLine& tokens) const {

@@ -35,7 +35,6 @@ protected:
     void highlightBlock(const QString& line) override;
 
 private:
-    HtmlLine tokensOf(const QString& line, int stateBefore) const;
     QList<WordRange> misspelledWords(const QString& line, const HtmlLine& tokens) const;
 
     SpellChecker& m_spelling;

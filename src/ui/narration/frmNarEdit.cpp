@@ -61,13 +61,13 @@ frmNarEdit::frmNarEdit(const ProgramParts& parts, QWidget* parent)
     , m_title(new QLineEdit(this))
     , m_narration(new HtmlField(m_spelling, this))
     , m_instruction(new HtmlField(m_spelling, this))
-    , m_target(makeTextLabel("lblTarget", QString(), this)) {
+    , m_target(makeTextLabel("lblTarget", QString(), this))
+    , m_panes(new QSplitter(Qt::Vertical, this)) {
     setObjectName(QStringLiteral("frmNarEdit"));
     setWindowTitle(QStringLiteral("Wendmark - Narration Editor"));
     setAttribute(Qt::WA_DeleteOnClose);
     setupFields();
 
-    m_panes = new QSplitter(Qt::Vertical, this);
     m_panes->setChildrenCollapsible(false);
     m_panes->setHandleWidth(dialogGap);
     m_panes->addWidget(m_narration);
@@ -285,7 +285,7 @@ void frmNarEdit::addImage() {
         return;
     const QPointer<frmNarEdit> self(this);
     copyImage(path, name);
-    if (self) // The author may have closed the window while it waited.
+    if (!self.isNull()) // The author may have closed the window while it waited.
         takeOver(insertImage(narration(), selection().start, name));
 }
 
@@ -311,7 +311,7 @@ void frmNarEdit::copyImage(const QString& path, const std::string& name) {
     const BusyPointer busy(tour.desktop);
     setEnabled(false); // A second click, or a key, would change the place that the image goes to.
     tour.workspace.pause(1.0F);
-    if (self)
+    if (!self.isNull())
         setEnabled(true);
 }
 

@@ -78,7 +78,7 @@ private:
     HtmlField* m_instruction;               ///< txtMoreText
     QLabel* m_target;                       ///< Which stop Apply stores into.
     QPushButton* m_previewButton = nullptr; ///< btnPreview
-    QSplitter* m_panes = nullptr;
+    QSplitter* m_panes;
     NarrationPreview* m_preview = nullptr; ///< Made when it is first shown.
     QTimer m_previewTimer;
 };
