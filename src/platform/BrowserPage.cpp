@@ -34,6 +34,33 @@ QString statusScript(const QString& mark) {
         .arg(mark);
 }
 
+/// Runs beside the page's own scripts, out of their reach, and on the engine's error pages, too.
+QString frameScript(const QString& mark) {
+    return QStringLiteral(
+               "if (window !== top && window === top.frames[0]) console.debug('%1' + location.href);")
+        .arg(mark);
+}
+
+QWebEngineScript scriptForAllFrames(const QString& name, const QString& source,
+                                    QWebEngineScript::ScriptWorldId world) {
+    QWebEngineScript script;
+    script.setName(name);
+    script.setWorldId(world);
+    script.setInjectionPoint(QWebEngineScript::DocumentCreation);
+    script.setRunsOnSubFrames(true);
+    script.setSourceCode(source);
+    return script;
+}
+
+QString freshMark() {
+    return QUuid::createUuid().toString(QUuid::WithoutBraces);
+}
+
+const QString& frameScriptName() {
+    static const QString name = QStringLiteral("first frame");
+    return name;
+}
+
 void openInSystemBrowser(const QUrl& address, bool clicked) {
     const QString scheme = address.scheme();
     if (clicked && (scheme == QLatin1String("http") || scheme == QLatin1String("https")))
@@ -45,7 +72,8 @@ void openInSystemBrowser(const QUrl& address, bool clicked) {
 BrowserPage::BrowserPage(QWebEngineProfile& profile, QObject* parent)
     : QWebEnginePage(&profile, parent)
     , m_confinement(this)
-    , m_statusMark(QUuid::createUuid().toString(QUuid::WithoutBraces)) {
+    , m_statusMark(freshMark())
+    , m_frameMark(freshMark()) {
     setUrlRequestInterceptor(&m_confinement);
     restrictRights();
     watchStatusTexts();
@@ -57,24 +85,63 @@ void BrowserPage::setLookOnly() {
     settings()->setAttribute(QWebEngineSettings::FocusOnNavigationEnabled, false);
 }
 
-bool BrowserPage::acceptNavigationRequest(const QUrl& address, NavigationType type, bool) {
+bool BrowserPage::acceptNavigationRequest(const QUrl& address, NavigationType type, bool isMainFrame) {
     const bool byPage = type == NavigationTypeLinkClicked || type == NavigationTypeFormSubmitted ||
                         type == NavigationTypeRedirect;
-    if (m_lookOnly && byPage)
-        return false;
+    const bool accepted = !(m_lookOnly && byPage) && mayShow(address);
+    if (!accepted && isMainFrame)
+        emit navigationRefused(address);
+    return accepted;
+}
+
+bool BrowserPage::mayShow(const QUrl& address) const {
     static const QStringList shown = {
         QStringLiteral("file"), QStringLiteral("http"), QStringLiteral("https"),     QStringLiteral("about"),
         QStringLiteral("data"), QStringLiteral("blob"), QStringLiteral("javascript")};
     return shown.contains(address.scheme()) && m_confinement.allows(address);
 }
 
-void BrowserPage::javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const QString& message, int,
+void BrowserPage::watchFramesOf(const QUrl& address) {
+    m_watched = address;
+    for (const QWebEngineScript& script : scripts().find(frameScriptName()))
+        scripts().remove(script);
+    if (!address.isEmpty())
+        scripts().insert(scriptForAllFrames(frameScriptName(), frameScript(m_frameMark),
+                                            QWebEngineScript::ApplicationWorld));
+}
+
+void BrowserPage::javaScriptConsoleMessage(JavaScriptConsoleMessageLevel level, const QString& message, int,
                                            const QString&) {
-    if (!message.startsWith(m_statusMark))
-        return;
-    const qsizetype addressEnd = message.indexOf(QLatin1Char('\n'));
-    const QString address = message.mid(m_statusMark.size(), addressEnd - m_statusMark.size());
-    emit statusTextSet(message.mid(addressEnd + 1), QUrl(address));
+    if (message.startsWith(m_statusMark)) {
+        const qsizetype addressEnd = message.indexOf(QLatin1Char('\n'));
+        const QString address = message.mid(m_statusMark.size(), addressEnd - m_statusMark.size());
+        emit statusTextSet(message.mid(addressEnd + 1), QUrl(address));
+    } else if (watchesFrames() && message.startsWith(m_frameMark)) {
+        emit firstFrameFilled(QUrl(message.mid(m_frameMark.size())));
+    } else if (watchesFrames() && isTakeOver(level, message)) {
+        emit takeOverTried();
+    }
+}
+
+bool BrowserPage::watchesFrames() const {
+    return !m_watched.isEmpty() && url() == m_watched;
+}
+
+/// The engine refuses the top window to a page that nobody has clicked in, and says so in an error message
+/// that names the page in the top window. Pages can print error messages, too; but a page from the web does
+/// not know where on this disk the page around it lies. One that guesses it is taken for the intruder that it
+/// plays.
+bool BrowserPage::isTakeOver(JavaScriptConsoleMessageLevel level, const QString& message) const {
+    static const QString beginning =
+        QStringLiteral("Unsafe attempt to initiate navigation for frame with URL '");
+    static const QString middle = QStringLiteral("' from frame with URL '");
+    static const QString end =
+        QStringLiteral("'. The frame attempting navigation is targeting its top-level window");
+    const qsizetype middleAt = message.indexOf(middle);
+    if (level != ErrorMessageLevel || !message.startsWith(beginning) || middleAt < 0 ||
+        message.indexOf(end, middleAt) < 0)
+        return false;
+    return QUrl(message.mid(beginning.size(), middleAt - beginning.size())) == m_watched;
 }
 
 void BrowserPage::restrictRights() {
@@ -97,13 +164,8 @@ void BrowserPage::restrictRights() {
 }
 
 void BrowserPage::watchStatusTexts() {
-    QWebEngineScript script;
-    script.setName(QStringLiteral("status"));
-    script.setWorldId(QWebEngineScript::MainWorld);
-    script.setInjectionPoint(QWebEngineScript::DocumentCreation);
-    script.setRunsOnSubFrames(true);
-    script.setSourceCode(statusScript(m_statusMark));
-    scripts().insert(script);
+    scripts().insert(scriptForAllFrames(QStringLiteral("status"), statusScript(m_statusMark),
+                                        QWebEngineScript::MainWorld));
 }
 
 } // namespace wendmark

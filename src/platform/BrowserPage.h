@@ -15,11 +15,27 @@ public:
 
     FileConfinement& confinement() { return m_confinement; }
 
+    /// Whether pages of this kind, and of this place, are shown at all.
+    bool mayShow(const QUrl& address) const;
+
     /// Neither runs scripts nor follows links from now on.
     void setLookOnly();
 
+    /// Reports, while the page at this address is shown, what its first frame shows and attempts of framed
+    /// pages to take over the top window. An empty address ends it.
+    void watchFramesOf(const QUrl& address);
+
 signals:
     void statusTextSet(const QString& text, const QUrl& source);
+
+    /// The top window stays where it is: it may not go to this address.
+    void navigationRefused(const QUrl& address);
+
+    /// The first frame of the page shown has got a page, an error page of the engine maybe.
+    void firstFrameFilled(const QUrl& address);
+
+    /// A page in a frame, or in a frame of that, wants the top window for itself and was refused it.
+    void takeOverTried();
 
 protected:
     bool acceptNavigationRequest(const QUrl& address, NavigationType type, bool isMainFrame) override;
@@ -29,10 +45,14 @@ protected:
 private:
     void restrictRights();
     void watchStatusTexts();
+    bool watchesFrames() const;
+    bool isTakeOver(JavaScriptConsoleMessageLevel level, const QString& message) const;
 
     FileConfinement m_confinement;
     bool m_lookOnly = false;
     QString m_statusMark; ///< Begins the console messages that carry a status text; not known to any page.
+    QString m_frameMark;  ///< Same, for the messages that carry the address of the first frame.
+    QUrl m_watched;
 };
 
 } // namespace wendmark

@@ -5,8 +5,10 @@
 #include <QDir>
 #include <QVBoxLayout>
 #include <QWebEngineDownloadRequest>
+#include <QWebEngineLoadingInfo>
 #include <QWebEngineProfile>
 #include <QWebEngineView>
+#include <utility>
 
 namespace wendmark {
 
@@ -31,17 +33,7 @@ BrowserView::BrowserView(QWebEngineProfile& profile, QWidget* parent)
     layout->addWidget(m_view);
     setFocusProxy(m_view);
 
-    connect(m_page, &BrowserPage::statusTextSet, this, &BrowserView::statusTextChanged);
-    connect(m_page, &QWebEnginePage::linkHovered, this, &BrowserView::linkHovered);
-    connect(m_page, &QWebEnginePage::titleChanged, this, &BrowserView::locationNameChanged);
-    connect(m_page, &QWebEnginePage::loadStarted, this, [this] { emit busyChanged(true); });
-    connect(m_page, &QWebEnginePage::loadFinished, this, [this](bool ok) {
-        emit busyChanged(false);
-        emit navigationCompleted(ok);
-    });
-    // Queued: a reload from inside the engine's own message would be lost.
-    connect(m_page, &QWebEnginePage::renderProcessTerminated, this, &BrowserView::reviveRenderer,
-            Qt::QueuedConnection);
+    connectPage();
 }
 
 BrowserView::~BrowserView() = default;
@@ -62,8 +54,14 @@ void BrowserView::showPage(const QByteArray& html, const QString& folder) {
 }
 
 void BrowserView::navigate(const QString& addressOrPath) {
+    navigate(addressFromText(addressOrPath));
+}
+
+void BrowserView::navigate(const QUrl& address) {
     m_rendererDeaths = 0;
-    m_page->setUrl(addressFromText(addressOrPath));
+    if (!m_page->mayShow(address))
+        emit navigationRefused(address);
+    m_page->setUrl(address);
 }
 
 void BrowserView::goBack() {
@@ -79,19 +77,74 @@ void BrowserView::reload() {
 }
 
 void BrowserView::stop() {
+    m_intruder.clear();
     m_page->triggerAction(QWebEnginePage::Stop);
 }
 
 bool BrowserView::isBusy() const {
-    return m_page->isLoading();
+    return !m_intruder.isEmpty() || m_page->isLoading();
+}
+
+QUrl BrowserView::location() const {
+    return m_page->url();
 }
 
 QString BrowserView::locationURL() const {
-    return m_page->url().toString();
+    return m_page->url().toString(QUrl::FullyEncoded);
 }
 
 QString BrowserView::locationName() const {
     return m_page->title();
+}
+
+void BrowserView::grantTakeOverOf(const QUrl& address) {
+    m_page->watchFramesOf(address);
+    m_firstFrame.clear();
+}
+
+bool BrowserView::firstFrameShowsError() const {
+    return m_firstFrame.scheme() == QLatin1String("chrome-error");
+}
+
+void BrowserView::connectPage() {
+    connect(m_page, &BrowserPage::statusTextSet, this, &BrowserView::statusTextChanged);
+    connect(m_page, &BrowserPage::firstFrameFilled, this,
+            [this](const QUrl& address) { m_firstFrame = address; });
+    connect(m_page, &BrowserPage::takeOverTried, this, &BrowserView::noteIntruder);
+    connect(m_page, &BrowserPage::navigationRefused, this, &BrowserView::navigationRefused);
+    connect(m_page, &QWebEnginePage::linkHovered, this, &BrowserView::linkHovered);
+    connect(m_page, &QWebEnginePage::titleChanged, this, &BrowserView::locationNameChanged);
+    connect(m_page, &QWebEnginePage::loadingChanged, this, [this](const QWebEngineLoadingInfo& loading) {
+        if (loading.status() == QWebEngineLoadingInfo::LoadStartedStatus)
+            noteStart(loading.url());
+    });
+    connect(m_page, &QWebEnginePage::loadFinished, this, &BrowserView::noteEnd);
+    // Queued: what is asked of the engine from inside its own message would be lost.
+    connect(m_page, &BrowserPage::takeOverTried, this, &BrowserView::giveWayToIntruder, Qt::QueuedConnection);
+    connect(m_page, &QWebEnginePage::renderProcessTerminated, this, &BrowserView::reviveRenderer,
+            Qt::QueuedConnection);
+}
+
+void BrowserView::noteStart(const QUrl& address) {
+    m_firstFrame.clear();
+    emit busyChanged(true);
+    emit navigationStarted(address);
+}
+
+void BrowserView::noteEnd(bool ok) {
+    emit busyChanged(isBusy());
+    emit navigationCompleted(ok);
+}
+
+/// The address is not taken from what the page said but from the engine, so no page sends the window
+/// elsewhere.
+void BrowserView::noteIntruder() {
+    m_intruder = m_firstFrame;
+}
+
+void BrowserView::giveWayToIntruder() {
+    if (!m_intruder.isEmpty())
+        navigate(std::exchange(m_intruder, {}));
 }
 
 void BrowserView::reviveRenderer() {

@@ -42,22 +42,44 @@ public:
     /// Goes to an address, to "file://" followed by a plain path, or to a plain path.
     void navigate(const QString& addressOrPath);
 
+    /// Goes to an address as location() gives it.
+    void navigate(const QUrl& address);
+
     void goBack();
     void goForward();
     void reload();
     void stop();
 
-    /// Whether a page, or a frame of it, is still being loaded.
+    /// Whether a page, or a frame of it, is being loaded. A little while passes between navigate() and
+    /// navigationStarted().
     bool isBusy() const;
 
+    /// Where navigate() was sent, then what is shown.
+    QUrl location() const;
+
+    /// The same as text, percent-encoded.
     QString locationURL() const;
 
     /// Title of the page shown.
     QString locationName() const;
 
+    /// While the page at this address is shown, a page in a frame of it that tries to take over the top
+    /// window gets it, as it would have in older browsers: the view goes to the page of the first frame. An
+    /// empty address ends it.
+    void grantTakeOverOf(const QUrl& address);
+
+    /// Whether the first frame of the page shown holds an error page of the engine: what was asked for cannot
+    /// be had, or may not be framed. Known of the page for which taking over is granted.
+    bool firstFrameShowsError() const;
+
     QWebEngineView& engineView() { return *m_view; }
 
 signals:
+    void navigationStarted(const QUrl& address);
+
+    /// Pages of this kind, or of this place, are not shown: the view stays where it is.
+    void navigationRefused(const QUrl& address);
+
     /// A page has set its status text. `source` is the address of the page of that frame.
     void statusTextChanged(const QString& text, const QUrl& source);
 
@@ -76,10 +98,17 @@ signals:
     void rendererDied(bool comesBack);
 
 private:
+    void connectPage();
+    void noteStart(const QUrl& address);
+    void noteEnd(bool ok);
+    void noteIntruder();
+    void giveWayToIntruder();
     void reviveRenderer();
 
     QWebEngineView* m_view;
     BrowserPage* m_page;
+    QUrl m_firstFrame;
+    QUrl m_intruder; ///< The page that takes the top window over next.
     int m_rendererDeaths = 0;
 };
 

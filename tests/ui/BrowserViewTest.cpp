@@ -3,6 +3,7 @@
 #include "platform/FileConfinement.h"
 #include "platform/Strings.h"
 #include "support/ScratchFolder.h"
+#include "ui/support/LoopbackServer.h"
 #include "ui/support/UiFixture.h"
 
 #include <QApplication>
@@ -32,6 +33,12 @@ struct Browser {
 
     void write(const std::string& name, std::string_view page) const {
         test::writeFile(inside + "/" + name, page);
+    }
+
+    /// A page with a frame, and its address.
+    QUrl frameset(const QString& framed) const {
+        write("frames.htm", "<frameset rows='*,50'><frame src='" + toUtf8(framed) + "'><frame></frameset>");
+        return QUrl::fromLocalFile(toQString(inside + "/frames.htm"));
     }
 
     bool open(const std::string& name) {
@@ -123,6 +130,128 @@ private slots:
         QTRY_COMPARE(browser.view.locationName(), "marks: 0");
         QVERIFY(test::waitUntil([&] { return status.count() == 1; }));
         QVERIFY(!status.first().first().toString().contains("vosktourstop"));
+    }
+
+    void saysWhatItDoesNotShow_data() {
+        QTest::addColumn<QString>("address");
+        QTest::newRow("unknown kind") << "unknown:address";
+        QTest::newRow("the engine's own pages") << "chrome://version/";
+        QTest::newRow("program") << "mailto:somebody@brenholt.example";
+        QTest::newRow("file outside the folders") << "file:///etc/hostname";
+    }
+
+    void saysWhatItDoesNotShow() {
+        QFETCH(QString, address);
+        Browser browser;
+        browser.write("page.htm", "<p>page</p>");
+        QVERIFY(browser.open("page.htm"));
+        QSignalSpy refused(&browser.view, &BrowserView::navigationRefused);
+        browser.view.navigate(QUrl(address));
+        QVERIFY(!refused.isEmpty());
+        QCOMPARE(refused[0][0].toUrl(), QUrl(address));
+        QCOMPARE(browser.evaluate("document.body.innerText").toString(), QString("page"));
+    }
+
+    void locationIsPercentEncodedAndLeadsBack() {
+        Browser browser;
+        browser.write("My Page 100%23 ä.HTM", "<title>My page</title>");
+        QVERIFY(browser.open("My Page 100%23 ä.HTM"));
+        QVERIFY(browser.view.locationURL().endsWith("/My%20Page%20100%2523%20%C3%A4.HTM"));
+        const QUrl location = browser.view.location();
+        browser.view.navigate(QUrl("about:blank"));
+        QTRY_VERIFY_WITH_TIMEOUT(!browser.view.isBusy(), patience);
+        browser.view.navigate(location);
+        QTRY_COMPARE_WITH_TIMEOUT(browser.view.locationName(), QString("My page"), patience);
+    }
+
+    void framedPageTakesOverTheTopWindowOnlyWhereItIsGranted() {
+        Browser browser;
+        test::LoopbackServer server;
+        const QUrl frames = browser.frameset(server.address("/busting.htm"));
+        QVERIFY(browser.open("frames.htm"));
+        QCOMPARE(browser.view.location(), frames);
+
+        browser.view.grantTakeOverOf(QUrl::fromLocalFile("/elsewhere.htm"));
+        QVERIFY(browser.open("frames.htm"));
+        QVERIFY(!test::waitUntil([&] { return browser.view.location() != frames; }, 300));
+
+        browser.view.grantTakeOverOf(frames);
+        browser.view.navigate(frames);
+        QTRY_COMPARE_WITH_TIMEOUT(browser.view.locationURL(), server.address("/busting.htm"), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(browser.view.locationName(), QString("Busting"), patience);
+
+        browser.view.grantTakeOverOf({});
+        QVERIFY(browser.open("frames.htm"));
+        QCOMPARE(browser.view.location(), frames);
+    }
+
+    void printedTextIsNoAttemptToTakeOver_data() {
+        QTest::addColumn<QString>("call");
+        QTest::addColumn<QString>("target");
+        QTest::newRow("log with the address of the frameset") << "console.log"
+                                                              << "%1";
+        QTest::newRow("warning with the address of the frameset") << "console.warn"
+                                                                  << "%1";
+        QTest::newRow("error with what a page can know") << "console.error"
+                                                         << "file:///";
+        QTest::newRow("error with an empty address") << "console.error"
+                                                     << "";
+        QTest::newRow("uncaught error") << "setTimeout(m => { throw m; }, 0, "
+                                        << "%1";
+    }
+
+    void printedTextIsNoAttemptToTakeOver() {
+        QFETCH(QString, call);
+        QFETCH(QString, target);
+        Browser browser;
+        test::LoopbackServer server;
+        const QUrl frames = browser.frameset(server.address("/printing.htm"));
+        const QString text = "Unsafe attempt to initiate navigation for frame with URL '" +
+                             (target.contains("%1") ? target.arg(frames.toString()) : target) +
+                             "' from frame with URL '" + server.address("/printing.htm") +
+                             "'. The frame attempting navigation is targeting its top-level window, but is "
+                             "neither same-origin with its target nor has it received a user gesture.\\n";
+        const QString open = call.contains('(') ? call : call + "(";
+        server.page("/printing.htm", ("<script>" + open + "\"" + text + "\");</script>").toUtf8());
+        browser.view.grantTakeOverOf(frames);
+        QVERIFY(browser.open("frames.htm"));
+        QVERIFY(!test::waitUntil([&] { return browser.view.location() != frames; }, 300));
+    }
+
+    /// The text sends the window nowhere: at worst a page fails that plays an intruder.
+    void forgedAttemptLeadsToTheFramedPageItself() {
+        Browser browser;
+        test::LoopbackServer server;
+        const QUrl frames = browser.frameset(server.address("/forging.htm"));
+        server.page("/forging.htm",
+                    ("<script>console.error(\"Unsafe attempt to initiate navigation for frame with URL '" +
+                     frames.toString() +
+                     "' from frame with URL 'file:///etc/passwd'. The frame attempting navigation is "
+                     "targeting its top-level window\");</script>")
+                        .toUtf8());
+        browser.view.grantTakeOverOf(frames);
+        browser.view.navigate(frames);
+        QTRY_COMPARE_WITH_TIMEOUT(browser.view.locationURL(), server.address("/forging.htm"), patience);
+    }
+
+    void errorPageInTheFirstFrameIsSeen_data() {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<bool>("error");
+        QTest::newRow("plain page") << "/plain.htm" << false;
+        QTest::newRow("missing page") << "/missing.htm" << false;
+        QTest::newRow("page that refuses") << "/deny.htm" << true;
+        QTest::newRow("connection that breaks") << "/broken.htm" << true;
+        QTest::newRow("page that goes on to another") << "/moving.htm" << false;
+    }
+
+    void errorPageInTheFirstFrameIsSeen() {
+        QFETCH(QString, path);
+        QFETCH(bool, error);
+        Browser browser;
+        test::LoopbackServer server;
+        browser.view.grantTakeOverOf(browser.frameset(server.address(path)));
+        QVERIFY(browser.open("frames.htm"));
+        QTRY_COMPARE_WITH_TIMEOUT(browser.view.firstFrameShowsError(), error, patience);
     }
 
     void pagesReadFilesOfTheirFolderOnly() {
