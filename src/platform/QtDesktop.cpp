@@ -5,15 +5,16 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QMessageBox>
-#include <QThread>
 #include <QTime>
+#include <QTimer>
 
 namespace wendmark {
 
 namespace {
 
-/// Milliseconds between two rounds of events, so that waiting does not take a whole processor.
-constexpr unsigned long restBetweenRounds = 5;
+/// Milliseconds without an event after which a wait looks at its clock again. Sleeping between rounds of
+/// events instead would starve the browser engine, whose work comes in thousands of small events.
+constexpr int longestRest = 5;
 
 } // namespace
 
@@ -34,8 +35,9 @@ void QtDesktop::showLineError(const std::string& text) {
 }
 
 void QtDesktop::processPendingEvents() {
-    QApplication::processEvents();
-    QThread::msleep(restBetweenRounds);
+    QTimer heartbeat;
+    heartbeat.start(longestRest);
+    QApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
 void QtDesktop::navigateMainBrowser(const std::string& address) {

@@ -20,6 +20,8 @@
 #include "publish/TourCommands.h"
 #include "publish/TourSave.h"
 #include "ui/Messages.h"
+#include "ui/controls/CommandBar.h"
+#include "ui/controls/LoadingIndicator.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmHelp.h"
@@ -31,8 +33,6 @@
 #include "ui/dialogs/frmWizard1.h"
 #include "ui/dialogs/frmWizard2.h"
 #include "ui/dialogs/frmWizard3.h"
-#include "ui/main/CommandBar.h"
-#include "ui/main/LoadingIndicator.h"
 #include "ui/main/MainSettings.h"
 #include "ui/narration/frmNarEdit.h"
 

@@ -1,6 +1,6 @@
-#include "ui/main/CommandBar.h"
+#include "ui/controls/CommandBar.h"
 
-#include "ui/main/FlowLayout.h"
+#include "ui/controls/FlowLayout.h"
 
 #include <QAction>
 #include <QHBoxLayout>

@@ -1,4 +1,4 @@
-#include "ui/main/FlowLayout.h"
+#include "ui/controls/FlowLayout.h"
 
 #include <QStyle>
 #include <QWidget>

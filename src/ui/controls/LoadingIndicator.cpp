@@ -1,4 +1,4 @@
-#include "ui/main/LoadingIndicator.h"
+#include "ui/controls/LoadingIndicator.h"
 
 #include <QPainter>
 #include <QPainterPath>
