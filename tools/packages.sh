@@ -35,7 +35,7 @@ need_node() {
 }
 
 build_packages=(g++ cmake ninja-build ccache)
-qt_packages=(qt6-base-dev qt6-webengine-dev qt6-svg-dev libqt6svg6 libhunspell-dev)
+qt_packages=(qt6-base-dev qt6-webengine-dev qt6-svg-dev libqt6svg6 libhunspell-dev libxcb1-dev pkg-config)
 test_packages=(libgtest-dev libgmock-dev groff poppler-utils)
 sanitizer_packages=(clang libclang-rt-14-dev libfuzzer-14-dev llvm)
 benchmark_packages=(libbenchmark-dev)

@@ -15,10 +15,21 @@ enum class WizardResult : std::int16_t {
     accepted = 2
 };
 
+/// Place of a window on the screen, in twips.
+struct Bounds {
+    float left = 0;
+    float top = 0;
+    float width = 0;
+    float height = 0;
+};
+
 /// What one window leaves for another.
 struct HandOver {
     std::string siteEditURL;       ///< Address with which the site editor opens.
+    std::string siteEditResult;    ///< Address that the author accepted last in the site editor.
+    Bounds mainWindowBounds;       ///< Where the main window was when it opened the site editor.
     std::string dialogAnswer;      ///< What a small dialog is asked about, and its answer.
+    std::int64_t editorTaskId = 0; ///< The external HTML editor; 0 before it was started.
     std::string renameReason;      ///< Line of the rename dialog that says why a name is not free.
     std::string logoFile;          ///< Logo that the author chose; empty: none in this run of the program.
     bool workOffline = false;      ///< The author's choice in the main window; nothing else reads it.

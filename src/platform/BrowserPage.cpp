@@ -61,10 +61,8 @@ const QString& frameScriptName() {
     return name;
 }
 
-void openInSystemBrowser(const QUrl& address, bool clicked) {
-    const QString scheme = address.scheme();
-    if (clicked && (scheme == QLatin1String("http") || scheme == QLatin1String("https")))
-        QDesktopServices::openUrl(address);
+bool isOfTheWeb(const QUrl& address) {
+    return address.scheme() == QLatin1String("http") || address.scheme() == QLatin1String("https");
 }
 
 } // namespace
@@ -156,11 +154,24 @@ void BrowserPage::restrictRights() {
             [this](const QUrl& origin, Feature feature) {
                 setFeaturePermission(origin, feature, PermissionDeniedByUser);
             });
-    connect(this, &QWebEnginePage::newWindowRequested, this, [this](QWebEngineNewWindowRequest& request) {
-        openInSystemBrowser(request.requestedUrl(), request.isUserInitiated() && !m_lookOnly);
+    connect(this, &QWebEnginePage::newWindowRequested, this, &BrowserPage::openNewWindow);
+    connect(this, &QWebEnginePage::certificateError, this, [this](QWebEngineCertificateError error) {
+        error.rejectCertificate();
+        emit certificateRefused(error.url());
     });
-    connect(this, &QWebEnginePage::certificateError, this,
-            [](QWebEngineCertificateError error) { error.rejectCertificate(); });
+}
+
+void BrowserPage::openNewWindow(const QWebEngineNewWindowRequest& request) {
+    const QUrl address = request.requestedUrl();
+    if (!request.isUserInitiated() || m_lookOnly)
+        return;
+    if (m_newWindowsHere) {
+        // Pages of the web must not lead to files, not even to those of the tour.
+        if (mayShow(address) && (url().isLocalFile() || isOfTheWeb(address)))
+            setUrl(address);
+    } else if (isOfTheWeb(address)) {
+        QDesktopServices::openUrl(address);
+    }
 }
 
 void BrowserPage::watchStatusTexts() {

@@ -4,6 +4,8 @@
 
 #include <QWebEnginePage>
 
+class QWebEngineNewWindowRequest;
+
 namespace wendmark {
 
 /// The engine's page with what the windows need added and what tours must not do taken away.
@@ -21,6 +23,9 @@ public:
     /// Neither runs scripts nor follows links from now on.
     void setLookOnly();
 
+    /// Follows links that ask for a window of their own in this one from now on.
+    void setNewWindowsHere() { m_newWindowsHere = true; }
+
     /// Reports, while the page at this address is shown, what its first frame shows and attempts of framed
     /// pages to take over the top window. An empty address ends it.
     void watchFramesOf(const QUrl& address);
@@ -30,6 +35,9 @@ signals:
 
     /// The top window stays where it is: it may not go to this address.
     void navigationRefused(const QUrl& address);
+
+    void downloadRefused(const QUrl& address);
+    void certificateRefused(const QUrl& address);
 
     /// The first frame of the page shown has got a page, an error page of the engine maybe.
     void firstFrameFilled(const QUrl& address);
@@ -44,12 +52,14 @@ protected:
 
 private:
     void restrictRights();
+    void openNewWindow(const QWebEngineNewWindowRequest& request);
     void watchStatusTexts();
     bool watchesFrames() const;
     bool isTakeOver(JavaScriptConsoleMessageLevel level, const QString& message) const;
 
     FileConfinement m_confinement;
     bool m_lookOnly = false;
+    bool m_newWindowsHere = false;
     QString m_statusMark; ///< Begins the console messages that carry a status text; not known to any page.
     QString m_frameMark;  ///< Same, for the messages that carry the address of the first frame.
     QUrl m_watched;

@@ -3,6 +3,7 @@
 #include "platform/BrowserPage.h"
 
 #include <QDir>
+#include <QMenu>
 #include <QVBoxLayout>
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineLoadingInfo>
@@ -21,7 +22,11 @@ constexpr int mostRevivals = 3;
 QWebEngineProfile* makeBrowserProfile(QObject* parent) {
     auto* const profile = new QWebEngineProfile(parent); // Without a name it is off the record.
     QObject::connect(profile, &QWebEngineProfile::downloadRequested, profile,
-                     [](QWebEngineDownloadRequest* download) { download->cancel(); });
+                     [](QWebEngineDownloadRequest* download) {
+                         download->cancel();
+                         if (auto* const page = qobject_cast<BrowserPage*>(download->page()); page != nullptr)
+                             emit page->downloadRefused(download->url());
+                     });
     return profile;
 }
 
@@ -46,6 +51,25 @@ void BrowserView::setLookOnly() {
     m_page->setLookOnly();
     m_view->setContextMenuPolicy(Qt::NoContextMenu);
     m_view->setAcceptDrops(false);
+}
+
+void BrowserView::setNewWindowsHere() {
+    m_page->setNewWindowsHere();
+}
+
+void BrowserView::setContextActions(const QList<QAction*>& actions) {
+    m_contextActions = actions;
+    m_view->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_view, &QWidget::customContextMenuRequested, this, &BrowserView::showContextMenu);
+}
+
+void BrowserView::showContextMenu(const QPoint& place) {
+    QMenu menu(this);
+    menu.addActions(m_contextActions);
+    menu.addSeparator();
+    for (const auto action : {QWebEnginePage::Copy, QWebEnginePage::SelectAll})
+        menu.addAction(m_page->action(action));
+    menu.exec(m_view->mapToGlobal(place));
 }
 
 void BrowserView::showPage(const QByteArray& html, const QString& folder) {
@@ -112,11 +136,16 @@ void BrowserView::connectPage() {
             [this](const QUrl& address) { m_firstFrame = address; });
     connect(m_page, &BrowserPage::takeOverTried, this, &BrowserView::noteIntruder);
     connect(m_page, &BrowserPage::navigationRefused, this, &BrowserView::navigationRefused);
+    connect(m_page, &BrowserPage::downloadRefused, this, &BrowserView::downloadRefused);
+    connect(m_page, &BrowserPage::certificateRefused, this, &BrowserView::certificateRefused);
     connect(m_page, &QWebEnginePage::linkHovered, this, &BrowserView::linkHovered);
     connect(m_page, &QWebEnginePage::titleChanged, this, &BrowserView::locationNameChanged);
     connect(m_page, &QWebEnginePage::loadingChanged, this, [this](const QWebEngineLoadingInfo& loading) {
         if (loading.status() == QWebEngineLoadingInfo::LoadStartedStatus)
             noteStart(loading.url());
+        else if (loading.status() == QWebEngineLoadingInfo::LoadFailedStatus &&
+                 loading.errorDomain() == QWebEngineLoadingInfo::HttpStatusCodeDomain)
+            emit serverRefused(loading.errorCode());
     });
     connect(m_page, &QWebEnginePage::loadFinished, this, &BrowserView::noteEnd);
     // Queued: what is asked of the engine from inside its own message would be lost.

@@ -6,6 +6,7 @@
 #include <QUrl>
 #include <QWidget>
 
+class QAction;
 class QWebEngineProfile;
 class QWebEngineView;
 
@@ -21,7 +22,7 @@ QWebEngineProfile* makeBrowserProfile(QObject* parent);
 ///
 /// Pages get no rights beyond showing themselves. They read files from disk only inside the allowed folders,
 /// with links followed to where they lead, and open no windows; a link that asks for one, clicked, goes to
-/// the system's browser if it leads to the web.
+/// the system's browser if it leads to the web, unless setNewWindowsHere() was called.
 class BrowserView final : public QWidget {
     Q_OBJECT
 
@@ -35,6 +36,12 @@ public:
     /// From now on pages are only looked at: no scripts run, no links are followed, and no page takes the
     /// focus.
     void setLookOnly();
+
+    /// From now on a link that asks for a window of its own, clicked, is followed here.
+    void setNewWindowsHere();
+
+    /// From now on the menu of the right mouse button offers these first. They must outlive the view.
+    void setContextActions(const QList<QAction*>& actions);
 
     /// Shows a page that is in no file. Its own addresses count from `folder`.
     void showPage(const QByteArray& html, const QString& folder);
@@ -93,12 +100,23 @@ signals:
 
     void locationNameChanged(const QString& title);
 
+    /// The server has no such page and says so with this status, for example 404; its own words are shown.
+    void serverRefused(int status);
+
+    /// What is at this address is a file to be saved, which pages may not have done. The view stays where it
+    /// is.
+    void downloadRefused(const QUrl& address);
+
+    /// The certificate of the server is not valid; the page is not shown.
+    void certificateRefused(const QUrl& address);
+
     /// The process that draws the pages has died. It comes back with its page three times after a navigate();
     /// then only the next navigate() brings it back.
     void rendererDied(bool comesBack);
 
 private:
     void connectPage();
+    void showContextMenu(const QPoint& place);
     void noteStart(const QUrl& address);
     void noteEnd(bool ok);
     void noteIntruder();
@@ -107,6 +125,7 @@ private:
 
     QWebEngineView* m_view;
     BrowserPage* m_page;
+    QList<QAction*> m_contextActions;
     QUrl m_firstFrame;
     QUrl m_intruder; ///< The page that takes the top window over next.
     int m_rendererDeaths = 0;

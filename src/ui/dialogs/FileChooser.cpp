@@ -29,8 +29,10 @@ QString choose(QFileDialog& dialog) {
 
 } // namespace
 
-QString chooseFile(QWidget* parent, const QString& title, const QString& pattern) {
+QString chooseFile(QWidget* parent, const QString& title, const QString& pattern,
+                   const QString& usualEnding) {
     QFileDialog dialog(parent, title, QString(), pattern);
+    dialog.setDefaultSuffix(usualEnding);
     return choose(dialog);
 }
 

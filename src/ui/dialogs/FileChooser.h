@@ -8,8 +8,10 @@ class QWidget;
 namespace wendmark {
 
 /// Lets the author choose a file that exists; returns its full path, or nothing when the dialog is cancelled.
-/// `pattern`: for instance "Pictures (*.jpg *.gif)".
-QString chooseFile(QWidget* parent, const QString& title, const QString& pattern);
+/// `pattern`: for instance "Pictures (*.jpg *.gif)". `usualEnding` is added to a typed name without one when
+/// there is no such file.
+QString chooseFile(QWidget* parent, const QString& title, const QString& pattern,
+                   const QString& usualEnding = {});
 
 /// Lets the author choose a program. Systems whose programs have no ending of their own show the files that
 /// can be run.

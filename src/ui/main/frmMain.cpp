@@ -35,6 +35,7 @@
 #include "ui/dialogs/frmWizard3.h"
 #include "ui/main/MainSettings.h"
 #include "ui/narration/frmNarEdit.h"
+#include "ui/site/frmBrowser.h"
 
 #include <QAction>
 #include <QApplication>
@@ -111,7 +112,6 @@ frmMain::frmMain(const ProgramParts& parts) : m_parts(parts) {
     setupCentralWidget();
     setupStatusBar();
     setupConnections();
-    updateEditorActions();
 }
 
 frmMain::~frmMain() = default;
@@ -132,6 +132,7 @@ void frmMain::newTour() {
     if (changed && !askYesNo(this, tr("Are you sure you want to overwrite the current tour?"),
                              QStringLiteral("Wendmark : Abandon changes"), QMessageBox::Critical))
         return;
+    closeSiteEditor();
     m_parts.tour.workspace.resetWorkingCopy();
     m_parts.handOver.wizardTourTitle.clear();
     m_parts.handOver.wizardTourName.clear();
@@ -147,10 +148,12 @@ void frmMain::openTour() {
     tour.workspace.initTourDefaults();
     frmSelectFolderOpen dialog(m_parts.handOver, tour.workspace, this);
     runDialog(dialog);
-    if (m_parts.handOver.openFolderChosen)
+    if (m_parts.handOver.openFolderChosen) {
+        closeSiteEditor();
         wendmark::openTour(tour);
+    }
     tour.model.tourChanged = false;
-    updateEditorActions();
+    tellNarrationEditor();
 }
 
 void frmMain::save() {
@@ -197,7 +200,32 @@ void frmMain::moveBack() {
 }
 
 void frmMain::editSiteFrame() {
-    refuseOnOpeningPage(tr("The opening page of the tour is not editable"));
+    if (refuseOnOpeningPage(tr("The opening page of the tour is not editable")))
+        return;
+    prepareSiteEdit();
+    if (m_siteEditor.isNull() || m_siteEditor->isHidden()) {
+        m_siteEditor = new frmBrowser(m_parts, this);
+        m_siteEditor->load();
+        m_siteEditor->show();
+    } else {
+        m_siteEditor->showStop();
+    }
+}
+
+void frmMain::prepareSiteEdit() {
+    const TourContext& tour = m_parts.tour;
+    HandOver& handOver = m_parts.handOver;
+    handOver.siteEditURL = tour.model.stopURL.at(static_cast<std::size_t>(tour.model.currentStop - 1));
+    if (!isRemoteAddress(handOver.siteEditURL))
+        handOver.siteEditURL.insert(0, tour.workspace.folders().newTourPath);
+    handOver.siteEditResult.clear();
+    handOver.mainWindowBounds = {twipsFromPixels(x()), twipsFromPixels(y()), twipsFromPixels(width()),
+                                 twipsFromPixels(height())};
+}
+
+/// The site editor's lists belong to the tour that is in the working copy. False when it cannot close yet.
+bool frmMain::closeSiteEditor() {
+    return m_siteEditor.isNull() || m_siteEditor->isHidden() || m_siteEditor->close();
 }
 
 void frmMain::editNarrationFrame() {
@@ -282,6 +310,11 @@ void frmMain::closeEvent(QCloseEvent* event) {
     event->ignore();
     if (!mayQuit())
         return;
+    m_mayQuit = true;
+    if (!closeSiteEditor()) {
+        connect(m_siteEditor, &frmBrowser::closed, this, &QWidget::close, Qt::QueuedConnection);
+        return;
+    }
     if (m_saveInProgress) {
         // Save As waits further up the stack and could never finish below a wait from here.
         m_closeAfterSave = true;
@@ -526,7 +559,7 @@ void frmMain::openTourIn(const QString& folder) {
     tour.workspace.tourPath = toUtf8(folder);
     wendmark::openTour(tour);
     m_parts.handOver.wizardFirstRun = false;
-    updateEditorActions();
+    tellNarrationEditor();
 }
 
 void frmMain::runWizard() {
@@ -565,7 +598,7 @@ void frmMain::runWizard() {
 void frmMain::finishWizard() {
     finishNewTour(m_parts.tour, m_parts.handOver);
     showOpeningPage();
-    updateEditorActions();
+    tellNarrationEditor();
 }
 
 void frmMain::takeOverStatusText(const QString& text, const QUrl& source) {
@@ -582,7 +615,7 @@ void frmMain::takeOverStopNumber(const QString& text) {
         return;
     m_stopNumber->setText(text);
     m_parts.tour.model.currentStop = stop;
-    updateEditorActions();
+    tellNarrationEditor();
 }
 
 bool frmMain::isLateAnnouncement(std::int16_t stop) {
@@ -615,7 +648,7 @@ void frmMain::runTicks() {
 void frmMain::finish(StopCommandResult result) {
     if (result == StopCommandResult::refused)
         m_parts.desktop.beep();
-    updateEditorActions();
+    tellNarrationEditor();
 }
 
 bool frmMain::refuseOnOpeningPage(const QString& message) {
@@ -626,16 +659,13 @@ bool frmMain::refuseOnOpeningPage(const QString& message) {
     return true;
 }
 
-void frmMain::updateEditorActions() {
-    // On a stop it waits for its window; on the opening page it says that this page cannot be edited.
-    const bool onOpeningPage = m_parts.tour.model.currentStop < 1;
-    m_actions.value(QStringLiteral("mnuEditSite"))->setEnabled(onOpeningPage);
+void frmMain::tellNarrationEditor() {
     if (!m_narrationEditor.isNull())
         m_narrationEditor->tellTarget();
 }
 
 bool frmMain::mayQuit() {
-    return !m_parts.tour.model.tourChanged ||
+    return m_mayQuit || !m_parts.tour.model.tourChanged ||
            askYesNo(this, lines(tr("Do you really want to quit the program without saving?"),
                                 tr("All changes to the Tour will be lost.")));
 }

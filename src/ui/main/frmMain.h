@@ -19,6 +19,7 @@ namespace wendmark {
 class BrowserView;
 class CommandBar;
 class LoadingIndicator;
+class frmBrowser;
 class frmHelp;
 class frmNarEdit;
 enum class StopCommandResult;
@@ -104,7 +105,9 @@ private:
     void runTicks();
     void finish(StopCommandResult result);
     bool refuseOnOpeningPage(const QString& message);
-    void updateEditorActions();
+    void tellNarrationEditor();
+    void prepareSiteEdit();
+    bool closeSiteEditor();
     bool mayQuit();
     void leaveWorkingCopy();
     void layOutBrowser();
@@ -122,11 +125,13 @@ private:
     QTimer* m_timer = nullptr;          ///< timTimer
     QHash<QString, QAction*> m_actions; ///< By the names of the menu items.
     QPointer<frmHelp> m_help;
+    QPointer<frmBrowser> m_siteEditor;      ///< None while it is closed.
     QPointer<frmNarEdit> m_narrationEditor; ///< None until its first use, and after its close box.
     QString m_lastStatus;                   ///< Shown again when the pointer leaves a link.
     bool m_previewComing = false; ///< The browser was sent to a stop that has not announced itself yet.
     bool m_saveInProgress = false;
     bool m_closeAfterSave = false;
+    bool m_mayQuit = false; ///< The author was asked, and the window closes as soon as it can.
 };
 
 } // namespace wendmark

@@ -64,7 +64,7 @@ std::string scriptOf(int stopCount) {
 } // namespace
 
 UiFixture::UiFixture()
-    : desktop([this] { return m_seconds += 0.5F; })
+    : desktop([this] { return m_seconds += clockStep; })
     , settings(path(QStringLiteral("settings.ini")))
     , registry(path(QStringLiteral("registry.ini")))
     , workspace(WorkspaceFolders::inside(scratch.path()), model, handOver, desktop, log)

@@ -42,6 +42,11 @@ public:
     std::unique_ptr<QWebEngineProfile> profile;
     int beeps = 0;
 
+    /// Seconds by which the clock goes on each time it is looked at.
+    float clockStep = 0.5F;
+
+    void letPass(float seconds) { m_seconds += seconds; }
+
     ProgramParts parts();
 
     /// A tour of `stopCount` stops in MyTours, saved; its stops are "Stop 1" at "newpage.htm" and so on.

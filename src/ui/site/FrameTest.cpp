@@ -1,0 +1,102 @@
+#include "ui/site/FrameTest.h"
+
+#include "base/Log.h"
+#include "base/TextLines.h"
+#include "model/Workspace.h"
+#include "platform/BrowserView.h"
+#include "platform/QtDesktop.h"
+#include "platform/Strings.h"
+#include "ui/site/HeaderRequest.h"
+
+namespace wendmark {
+
+namespace {
+
+constexpr std::string_view testPage = "ft.htm";
+
+/// Lets the browser give way to pages that try to take over the test page, for as long as it lives.
+class TakeOverGrant final {
+public:
+    TakeOverGrant(BrowserView& browser, const QUrl& page) : m_browser(browser) {
+        m_browser.grantTakeOverOf(page);
+    }
+    ~TakeOverGrant() { m_browser.grantTakeOverOf({}); }
+    TakeOverGrant(const TakeOverGrant&) = delete;
+    TakeOverGrant& operator=(const TakeOverGrant&) = delete;
+
+private:
+    BrowserView& m_browser;
+};
+
+} // namespace
+
+FrameTest::FrameTest(BrowserView& browser, const Workspace& workspace, QtDesktop& desktop, Log& log,
+                     QString userAgent)
+    : m_browser(browser)
+    , m_workspace(workspace)
+    , m_desktop(desktop)
+    , m_log(log)
+    , m_userAgent(std::move(userAgent)) {}
+
+bool FrameTest::CreateFTFile(const QString& address, int lowerFrame) const {
+    const std::string lines[] = {"<html>",
+                                 "<head>",
+                                 "<title>Frame Test </title>",
+                                 "</head>",
+                                 "<frameset rows=\"*," + std::to_string(lowerFrame) + "\">",
+                                 "<frame src = \"" + toUtf8(address) + "\"name=\"tw\">",
+                                 "<frame src = \"lower.htm\" name=\"bw\">",
+                                 "</frameset>",
+                                 "</html>"};
+    std::string page;
+    for (const std::string& line : lines)
+        page.append(line).append(lineBreak);
+    const Outcome written = m_workspace.writeWorkingFile(testPage, page);
+    m_log.skip(written);
+    return written.ok();
+}
+
+FrameTest::Result FrameTest::run(const QUrl& location, const std::function<bool()>& goOn, int lowerFrame) {
+    if (!CreateFTFile(location.toString(QUrl::FullyEncoded), lowerFrame))
+        return Result::notRun;
+    const QUrl page = QUrl::fromLocalFile(toQString(m_workspace.workingFile(testPage)));
+    const TakeOverGrant grant(m_browser, page);
+    const HeaderRequest request(location, m_userAgent);
+    bool begun = false;
+    bool ended = false;
+    QObject watcher;
+    QObject::connect(&m_browser, &BrowserView::navigationStarted, &watcher,
+                     [&](const QUrl& address) { begun = begun || address == page; });
+    QObject::connect(&m_browser, &BrowserView::navigationCompleted, &watcher, [&] { ended = begun; });
+    m_browser.navigate(page);
+    // The browser is not busy any more a little before it says that it has ended.
+    const bool settled = waitWhile([&] { return !begun; }, goOn) &&
+                         waitWhile([&] { return m_browser.isBusy() || !ended || !request.isDone(); }, goOn);
+    if (!settled)
+        return Result::abandoned;
+    if (showsTestPage() && isRefused(request)) {
+        m_browser.navigate(location);
+        return Result::failed;
+    }
+    return showsTestPage() ? Result::passed : Result::failed;
+}
+
+bool FrameTest::showsTestPage() const {
+    return m_browser.locationURL().contains(toQString(testPage));
+}
+
+bool FrameTest::isRefused(const HeaderRequest& request) const {
+    return request.answers().empty() ? m_browser.firstFrameShowsError()
+                                     : !framingPolicy(request.answers()).allowed;
+}
+
+bool FrameTest::waitWhile(const std::function<bool()>& condition, const std::function<bool()>& goOn) {
+    while (condition()) {
+        m_desktop.processPendingEvents();
+        if (!goOn())
+            return false;
+    }
+    return true;
+}
+
+} // namespace wendmark

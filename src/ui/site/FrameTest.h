@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QUrl>
+#include <functional>
+
+namespace wendmark {
+
+class BrowserView;
+class HeaderRequest;
+class QtDesktop;
+class Workspace;
+class Log;
+
+/// Finds out whether a page can be shown in a tour, that is in a frame. The page is loaded into a frame of
+/// the test page "ft.htm" in the working copy. It passes when the browser still shows the test page after
+/// that.
+///
+/// Browsers keep a page in its frame that tries to leave it, and show nothing of a page whose server refuses
+/// frames. Both count as leaving: the test sends the browser to such a page. A server that cannot be asked
+/// does not refuse; then it counts what the browser shows in the frame.
+class FrameTest final {
+public:
+    enum class Result {
+        passed,
+        failed,
+        abandoned,
+        notRun ///< The test page cannot be written.
+    };
+
+    static constexpr int usualLowerFrame = 50; ///< Pixels.
+
+    /// All references must outlive the test. `userAgent` is the browser's name for itself.
+    FrameTest(BrowserView& browser, const Workspace& workspace, QtDesktop& desktop, Log& log,
+              QString userAgent);
+
+    /// Writes the test page for this address; its lower frame is `lowerFrame` pixels high. False, and a line
+    /// in the log, when that fails.
+    bool CreateFTFile(const QString& address, int lowerFrame = usualLowerFrame) const;
+
+    /// Tests the page at this location and returns when it is settled; window events are handled meanwhile.
+    /// `goOn` is called again and again and abandons the test by returning false. Afterwards the browser is
+    /// somewhere else than before, wherever the test left it.
+    Result run(const QUrl& location, const std::function<bool()>& goOn, int lowerFrame = usualLowerFrame);
+
+private:
+    bool showsTestPage() const;
+    bool isRefused(const HeaderRequest& request) const;
+    bool waitWhile(const std::function<bool()>& condition, const std::function<bool()>& goOn);
+
+    BrowserView& m_browser;
+    const Workspace& m_workspace;
+    QtDesktop& m_desktop;
+    Log& m_log;
+    QString m_userAgent;
+};
+
+} // namespace wendmark

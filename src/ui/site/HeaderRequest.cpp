@@ -1,0 +1,75 @@
+#include "ui/site/HeaderRequest.h"
+
+#include "platform/Strings.h"
+
+#include <QNetworkReply>
+#include <QNetworkRequest>
+
+namespace wendmark {
+
+namespace {
+
+constexpr std::size_t mostRedirects = 20; // As browsers allow.
+constexpr int patience = 10000;           // Milliseconds without a sign of the server.
+
+} // namespace
+
+HeaderRequest::HeaderRequest(const QUrl& address, QString userAgent, QObject* parent)
+    : QObject(parent), m_userAgent(std::move(userAgent)) {
+    ask(address);
+}
+
+HeaderRequest::~HeaderRequest() {
+    giveUp();
+}
+
+void HeaderRequest::ask(const QUrl& address) {
+    const QString scheme = address.scheme();
+    if (scheme != QLatin1String("http") && scheme != QLatin1String("https")) {
+        giveUp();
+        return;
+    }
+    QNetworkRequest request(address);
+    request.setHeader(QNetworkRequest::UserAgentHeader, m_userAgent);
+    request.setRawHeader("Accept", "text/html,application/xhtml+xml,application/xml;q=0.9,*/*;q=0.8");
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
+    request.setTransferTimeout(patience);
+    QNetworkReply* const reply = m_network.get(request);
+    m_reply = reply;
+    connect(reply, &QNetworkReply::metaDataChanged, this, [this, reply] { takeOver(*reply); });
+    // An answer without a page says all it has to say at its end.
+    connect(reply, &QNetworkReply::finished, this, [this, reply] { takeOver(*reply); });
+}
+
+void HeaderRequest::takeOver(QNetworkReply& reply) {
+    if (&reply != m_reply)
+        return;
+    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    if (status == 0) {
+        m_answers.clear();
+        giveUp();
+        return;
+    }
+    HttpAnswer answer{toUtf8(reply.url().toString(QUrl::FullyEncoded)), status, {}};
+    for (const auto& [name, value] : reply.rawHeaderPairs())
+        answer.headers.push_back({name.toStdString(), value.toStdString()});
+    m_answers.push_back(answer);
+    const QUrl next = reply.url().resolved(QUrl::fromEncoded(reply.rawHeader("Location")));
+    giveUp();
+    if (isRedirect(answer) && m_answers.size() <= mostRedirects) {
+        m_done = false;
+        ask(next);
+    }
+}
+
+void HeaderRequest::giveUp() {
+    m_done = true;
+    if (QNetworkReply* const reply = m_reply; reply != nullptr) {
+        m_reply.clear();
+        reply->disconnect(this);
+        reply->abort();
+        reply->deleteLater();
+    }
+}
+
+} // namespace wendmark

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "publish/FramingPolicy.h"
+
+#include <QNetworkAccessManager>
+#include <QObject>
+#include <QPointer>
+#include <QUrl>
+#include <vector>
+
+class QNetworkReply;
+
+namespace wendmark {
+
+/// Asks a web server for a page as a browser would, through all its redirects, and keeps what the answers
+/// say of themselves. The pages are not read. For one address.
+class HeaderRequest final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Sends the request at once, in the name of the browser `userAgent`. Addresses that are not of the web
+    /// are not asked for.
+    HeaderRequest(const QUrl& address, QString userAgent, QObject* parent = nullptr);
+    ~HeaderRequest() override;
+
+    /// True when the last answer has come, and when there is none to wait for any more.
+    bool isDone() const { return m_done; }
+
+    /// In the order in which they came; empty when the server could not be asked.
+    const std::vector<HttpAnswer>& answers() const { return m_answers; }
+
+private:
+    void ask(const QUrl& address);
+    void takeOver(QNetworkReply& reply);
+    void giveUp();
+
+    QNetworkAccessManager m_network;
+    QString m_userAgent;
+    QPointer<QNetworkReply> m_reply;
+    std::vector<HttpAnswer> m_answers;
+    bool m_done = false;
+};
+
+} // namespace wendmark
