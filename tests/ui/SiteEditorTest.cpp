@@ -368,6 +368,18 @@ private slots:
         QCOMPARE(open.address().currentIndex(), 0);
     }
 
+    void typedAddressIsTakenAsItIsTyped() {
+        SiteEditor open;
+        open.server.page("/Case.htm", "<title>Capital</title>");
+        open.server.page("/case.htm", "<title>Small</title>");
+        open.visit(open.served("/case.htm"));
+        open.visit(open.served("/Case.htm"));
+        QCOMPARE(open.browser().locationName(), QString("Capital"));
+        open.visit(open.served("/case.htm"));
+        QCOMPARE(open.browser().locationName(), QString("Small"));
+        QCOMPARE(open.server.requestsFor("/Case.htm"), 1);
+    }
+
     void choosingAnAddressFromTheHistoryGoesThere() {
         SiteEditor open;
         open.visit(open.served("/plain.htm"));

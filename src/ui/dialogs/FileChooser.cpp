@@ -1,7 +1,9 @@
 #include "ui/dialogs/FileChooser.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFileSystemModel>
+#include <QLineEdit>
 #include <QSortFilterProxyModel>
 
 namespace wendmark {
@@ -21,29 +23,53 @@ protected:
     }
 };
 
-QString choose(QFileDialog& dialog) {
-    dialog.setObjectName(QStringLiteral("CDialog"));
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
-}
+/// Takes a name with quotation marks for what it is; Qt's dialog takes it for several names.
+class FileDialog final : public QFileDialog {
+public:
+    using QFileDialog::QFileDialog;
+
+    void accept() override {
+        const auto* const field =
+            findChild<QLineEdit*>(QStringLiteral("fileNameEdit")); // Not in native ones.
+        const QString name = field == nullptr ? QString() : field->text();
+        const QString path = directory().absoluteFilePath(name);
+        if (name.contains(QLatin1Char('"')) && QFileInfo(path).isFile()) {
+            m_quoted = path;
+            done(Accepted);
+            return;
+        }
+        QFileDialog::accept();
+    }
+
+    QString choose() {
+        setObjectName(QStringLiteral("CDialog"));
+        setFileMode(QFileDialog::ExistingFile);
+        if (exec() != QDialog::Accepted)
+            return {};
+        return m_quoted.isEmpty() ? selectedFiles().value(0) : m_quoted;
+    }
+
+private:
+    QString m_quoted;
+};
 
 } // namespace
 
 QString chooseFile(QWidget* parent, const QString& title, const QString& pattern,
                    const QString& usualEnding) {
-    QFileDialog dialog(parent, title, QString(), pattern);
+    FileDialog dialog(parent, title, QString(), pattern);
     dialog.setDefaultSuffix(usualEnding);
-    return choose(dialog);
+    return dialog.choose();
 }
 
 QString chooseProgram(QWidget* parent, const QString& title) {
 #ifdef _WIN32
     return chooseFile(parent, title, QStringLiteral("*.exe"));
 #else
-    QFileDialog dialog(parent, title);
+    FileDialog dialog(parent, title);
     dialog.setOption(QFileDialog::DontUseNativeDialog); // Only Qt's own takes a filter of ours.
     dialog.setProxyModel(new ProgramsOnly(&dialog));
-    return choose(dialog);
+    return dialog.choose();
 #endif
 }
 

@@ -20,6 +20,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QShowEvent>
 #include <QStackedLayout>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -31,6 +32,7 @@ namespace {
 
 constexpr std::string_view fileName = "goodlist.txt";
 constexpr int rowsInView = 4;
+constexpr float columnGap = 90; // Twips.
 
 enum Column { colourColumn = 0, addressColumn = 1, noteColumn = 2, columnCount = 3 };
 
@@ -178,11 +180,6 @@ void BookmarkPanel::LoadGoodList() {
     for (std::size_t n = 0; n < bookmarks.size(); ++n)
         SetRow(static_cast<int>(n), bookmarks[n]);
     SelectCells(-1, 0, -1, 0);
-    const int width = pixelsFromTwips((twipsFromPixels(m_grid->width()) - 90) / 5);
-    for (int column = 0; column < columnCount; ++column)
-        m_grid->setColumnWidth(column, width);
-    if (!bookmarks.empty())
-        layOutColumns();
 }
 
 void BookmarkPanel::SaveGoodList() {
@@ -193,6 +190,19 @@ void BookmarkPanel::SaveGoodList() {
         bookmarks.push_back(GetRow(row));
     bookmarks.insert(bookmarks.end(), m_beyondCapacity.begin(), m_beyondCapacity.end());
     m_tour.log.skip(m_tour.workspace.writeWorkingFile(fileName, bookmarksFile(bookmarks)));
+}
+
+void BookmarkPanel::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (event->spontaneous() || m_shownBefore)
+        return;
+    m_shownBefore = true;
+    const int width = pixelsFromTwips((twipsFromPixels(m_grid->width()) - columnGap) / 5);
+    for (int column = 0; column < columnCount; ++column)
+        m_grid->setColumnWidth(column, width);
+    if (bookmarkCount() > 0)
+        layOutColumns();
+    showLastRows();
 }
 
 void BookmarkPanel::showLastRows() {
@@ -234,7 +244,7 @@ void BookmarkPanel::setColour(int row, Colour colour) {
 
 /// Once, so that what the author makes of the columns stays.
 void BookmarkPanel::layOutColumns() {
-    if (m_columnsLaidOut || !isVisible())
+    if (m_columnsLaidOut || !m_shownBefore)
         return;
     m_columnsLaidOut = true;
     const int colourWidth = m_grid->horizontalHeader()->sectionSizeHint(colourColumn);

@@ -34,9 +34,6 @@ public:
     /// A note that is being written is taken along.
     void SaveGoodList();
 
-    /// Scrolls so that the last rows are in view.
-    void showLastRows();
-
     std::int16_t bookmarkCount() const;
 
     Bookmark GetRow(int row) const;
@@ -57,6 +54,9 @@ signals:
     /// Asks for the address of the page shown, to answer by remember().
     void rememberWanted();
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     /// Selected rows, both included.
     struct Block {
@@ -68,6 +68,7 @@ private:
     QWidget* makeList();
     QWidget* makeNotesPanel();
     void setupConnections();
+    void showLastRows();
     void setColour(int row, Colour colour);
     void layOutColumns();
     std::optional<Block> selectedBlock() const;
@@ -94,6 +95,7 @@ private:
     QLineEdit* m_note = nullptr;
     int m_notedRow = -1;                    ///< Whose note is being edited.
     std::vector<Bookmark> m_beyondCapacity; ///< What a file held beyond the grid: kept and written again.
+    bool m_shownBefore = false;
     bool m_columnsLaidOut = false;
 };
 

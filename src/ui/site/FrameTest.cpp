@@ -60,6 +60,11 @@ FrameTest::Result FrameTest::run(const QUrl& location, const std::function<bool(
     if (!CreateFTFile(location.toString(QUrl::FullyEncoded), lowerFrame))
         return Result::notRun;
     const QUrl page = QUrl::fromLocalFile(toQString(m_workspace.workingFile(testPage)));
+    // A page that goes over into the next while it is being loaded is not told from that by the browser.
+    m_browser.stop();
+    if (!waitWhile([&] { return m_browser.isBusy(); }, goOn))
+        return Result::abandoned;
+    m_desktop.processPendingEvents();
     const TakeOverGrant grant(m_browser, page);
     const HeaderRequest request(location, m_userAgent);
     bool begun = false;

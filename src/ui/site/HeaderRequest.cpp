@@ -56,10 +56,14 @@ void HeaderRequest::takeOver(QNetworkReply& reply) {
     m_answers.push_back(answer);
     const QUrl next = reply.url().resolved(QUrl::fromEncoded(reply.rawHeader("Location")));
     giveUp();
-    if (isRedirect(answer) && m_answers.size() <= mostRedirects) {
-        m_done = false;
-        ask(next);
+    if (!isRedirect(answer))
+        return;
+    if (m_answers.size() > mostRedirects) {
+        m_answers.clear();
+        return;
     }
+    m_done = false;
+    ask(next);
 }
 
 void HeaderRequest::giveUp() {

@@ -26,7 +26,8 @@ public:
     /// True when the last answer has come, and when there is none to wait for any more.
     bool isDone() const { return m_done; }
 
-    /// In the order in which they came; empty when the server could not be asked.
+    /// In the order in which they came; empty when the server could not be asked, or leads
+    /// from one address to the next without end.
     const std::vector<HttpAnswer>& answers() const { return m_answers; }
 
 private:

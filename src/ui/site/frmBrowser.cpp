@@ -135,7 +135,6 @@ void frmBrowser::load() {
     LoadHistory();
     goTo(siteEditAddress());
     m_bookmarks->LoadGoodList();
-    m_bookmarks->showLastRows();
 }
 
 void frmBrowser::showStop() {
@@ -234,6 +233,9 @@ QLayout* frmBrowser::makeAddressRow() {
     m_address->setAccessibleName(tr("Address"));
     m_address->setEditable(true);
     m_address->setInsertPolicy(QComboBox::NoInsert);
+    // The box takes typed text for the item that differs from it in case only. Addresses do differ by that.
+    for (const auto signal : {&QLineEdit::returnPressed, &QLineEdit::editingFinished})
+        disconnect(m_address->lineEdit(), signal, m_address, nullptr);
     m_address->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_address->setMinimumContentsLength(12);
     m_address->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -524,7 +526,7 @@ bool frmBrowser::goOnTesting(const QUrl& page) {
 void frmBrowser::StopTesting(const QUrl& page) {
     m_browser->stop();
     goTo(page);
-    showFrameTestMessage(tr("Test Timed out.... try again later ") + QStringLiteral("\r\n\r\n"));
+    showFrameTestMessage(tr("Test Timed out.... try again later "));
 }
 
 void frmBrowser::enableToolBar(bool enabled) {

@@ -7,7 +7,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QShowEvent>
-#include <QTimer>
 #include <QVBoxLayout>
 
 namespace wendmark {
@@ -59,7 +58,7 @@ void frmTestFrame::done(int result) {
 void frmTestFrame::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     if (!event->spontaneous() && !m_done)
-        QTimer::singleShot(0, this, &frmTestFrame::runTest);
+        QMetaObject::invokeMethod(this, "runTest", Qt::QueuedConnection);
 }
 
 void frmTestFrame::runTest() {

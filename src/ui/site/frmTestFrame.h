@@ -28,7 +28,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    void runTest();
+    Q_SLOT void runTest();
 
     FrameTest m_test;
     BrowserView& m_browser;
