@@ -19,17 +19,32 @@ bool canBeWritten(const QString& folder) {
     return probe.open();
 }
 
+/// All of it can be written afterwards, however the installed files and folders are protected.
+/// Throws fs::filesystem_error.
+void copyWritable(const fs::path& from, const fs::path& to) {
+    fs::create_directory(to);
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(from)) {
+        const fs::path copy = to / entry.path().lexically_relative(from);
+        if (entry.is_directory()) {
+            fs::create_directory(copy);
+            continue;
+        }
+        fs::copy_file(entry.path(), copy);
+        fs::permissions(copy, fs::perms::owner_write, fs::perm_options::add);
+    }
+}
+
 /// Copies a folder beside its final name first, so that a copy cut short is never taken for a complete one.
 Outcome copyFolder(const QString& from, const QString& to) {
     const fs::path target = to.toStdU16String();
     const fs::path partial = (to + QStringLiteral(".partial")).toStdU16String();
     std::error_code error;
     fs::remove_all(partial, error);
-    fs::copy(fs::path(from.toStdU16String()), partial, fs::copy_options::recursive, error);
-    if (error)
-        return Outcome::failure("copy", toUtf8(from) + " to " + toUtf8(to), error);
-    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(partial, error))
-        fs::permissions(entry.path(), fs::perms::owner_write, fs::perm_options::add, error);
+    try {
+        copyWritable(fs::path(from.toStdU16String()), partial);
+    } catch (const fs::filesystem_error& failure) {
+        return Outcome::failure("copy", toUtf8(from) + " to " + toUtf8(to), failure.code());
+    }
     fs::rename(partial, target, error);
     return error ? Outcome::failure("make", toUtf8(to), error) : Outcome::success();
 }
