@@ -1,9 +1,10 @@
 # A build leaves a folder that can be zipped and carried away: the programs with the folders they work on.
 set(WENDMARK_APPLICATION_FOLDER "${CMAKE_BINARY_DIR}/Wendmark")
 
-# Puts the target's program into the application folder.
+# Puts the target's program into the application folder, and among the programs that are installed.
 function(wendmark_place_program target)
     set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${WENDMARK_APPLICATION_FOLDER}")
+    set_property(GLOBAL APPEND PROPERTY WENDMARK_PROGRAMS ${target})
 endfunction()
 
 # Removed first: a file that is gone from the sources must not stay in every tour published from here.
