@@ -8,6 +8,7 @@
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineLoadingInfo>
 #include <QWebEngineProfile>
+#include <QWebEngineSettings>
 #include <QWebEngineView>
 #include <utility>
 
@@ -55,6 +56,10 @@ void BrowserView::setLookOnly() {
 
 void BrowserView::setNewWindowsHere() {
     m_page->setNewWindowsHere();
+}
+
+void BrowserView::setFocusStays() {
+    m_page->settings()->setAttribute(QWebEngineSettings::FocusOnNavigationEnabled, false);
 }
 
 void BrowserView::setContextActions(const QList<QAction*>& actions) {
@@ -128,6 +133,20 @@ void BrowserView::grantTakeOverOf(const QUrl& address) {
 
 bool BrowserView::firstFrameShowsError() const {
     return m_firstFrame.scheme() == QLatin1String("chrome-error");
+}
+
+bool BrowserView::focusNextPrevChild(bool next) {
+    const auto neighbourOf = [&](const QWidget* widget) {
+        return next ? widget->nextInFocusChain() : widget->previousInFocusChain();
+    };
+    for (QWidget* widget = neighbourOf(this); widget != this; widget = neighbourOf(widget)) {
+        const bool takesTab = (widget->focusPolicy() & Qt::TabFocus) != 0 && widget->focusProxy() == nullptr;
+        if (takesTab && widget->isVisibleTo(window()) && widget->isEnabled() && !isAncestorOf(widget)) {
+            widget->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+            return true;
+        }
+    }
+    return false;
 }
 
 void BrowserView::connectPage() {

@@ -40,6 +40,9 @@ public:
     /// From now on a link that asks for a window of its own, clicked, is followed here.
     void setNewWindowsHere();
 
+    /// From now on pages that come do not take the keyboard from the control that has it.
+    void setFocusStays();
+
     /// From now on the menu of the right mouse button offers these first. They must outlive the view.
     void setContextActions(const QList<QAction*>& actions);
 
@@ -113,6 +116,11 @@ signals:
     /// The process that draws the pages has died. It comes back with its page three times after a navigate();
     /// then only the next navigate() brings it back.
     void rendererDied(bool comesBack);
+
+protected:
+    /// Tab leads out of the page to the neighbours of the view, not to those of the engine's own widgets,
+    /// which stand at the end of the window.
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void connectPage();

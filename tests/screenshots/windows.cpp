@@ -1,3 +1,4 @@
+#include "model/SiteLists.h"
 #include "model/Workspace.h"
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
@@ -18,6 +19,8 @@
 #include "ui/dialogs/frmWizard3.h"
 #include "ui/main/frmMain.h"
 #include "ui/narration/frmNarEdit.h"
+#include "ui/site/frmBrowser.h"
+#include "ui/site/frmWarnURL.h"
 #include "ui/support/UiFixture.h"
 
 #include <QApplication>
@@ -30,6 +33,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabWidget>
+#include <QTableWidget>
 #include <QTcpServer>
 #include <QTest>
 #include <filesystem>
@@ -43,6 +47,7 @@ using test::press;
 using test::UiFixture;
 
 constexpr QSize laptop(1366, 768);
+constexpr QSize usual(800, 700);
 constexpr int patience = 30000;     // Milliseconds that a page may take.
 constexpr int paintingTime = 150;   // Milliseconds in which something changes if a window is not complete.
 constexpr int mostPaintings = 8;    // A clock or a moon may go on changing.
@@ -83,6 +88,7 @@ public:
         takeMessages();
         takeHelp();
         takeNarrationEditor();
+        takeSiteEditor();
         return m_allWritten;
     }
 
@@ -207,6 +213,11 @@ private:
                                           "\r\n  Select Options from the View menu."
                                           "\r\n  Specify the path to the editor's EXE file."));
         takeDialog(message);
+        frmWarnURL warning(
+            handOver, m_program.options, QStringLiteral("https://www.brenholt.example/history/bridges.htm"),
+            QStringLiteral("https://www.brenholt.example/search?words=old+bridges+of+the+upper+"
+                           "valley&page=2&order=newest&language=en"));
+        takeDialog(warning);
     }
 
     /// Twice: as it opens, and at its smallest size.
@@ -288,6 +299,39 @@ private:
         takeNextMessage("address-of-link");
         editor.findChild<QPushButton*>(QStringLiteral("btnHLink"))->click();
         editor.reject();
+    }
+
+    void takeSiteEditor() {
+        const std::vector<Bookmark> bookmarks = {
+            {"https://www.brenholt.example/atlas/rivers.htm", "Good maps, slow server", 65280},
+            {"https://www.brenholt.example/atlas/lakes.htm", "For stop 4 or 5", 65280},
+            {"https://www.brenholt.example/history/bridges.htm", "Ask for permission first", 255},
+            {"https://www.brenholt.example/history/floods.htm", "", white},
+            {"https://www.brenholt.example/about.htm", "Says who wrote it all", 16776960}};
+        test::writeFile(m_program.workspace.workingFile("goodlist.txt"), bookmarksFile(bookmarks));
+        m_window.resize(usual);
+        showStop(3);
+        waitUntilLoaded();
+        m_window.editSiteFrame();
+        auto& editor = *m_window.findChild<frmBrowser*>();
+        waitUntilLoaded(*editor.findChild<BrowserView*>());
+        auto& grid = *editor.findChild<QTableWidget*>(QStringLiteral("grdResearch"));
+        grid.selectRow(2);
+        take(editor, QStringLiteral("frmBrowser"));
+        takeInTwoSizes(editor, QStringLiteral("frmBrowser"));
+        editor.resize(usual);
+        editor.findChild<QPushButton*>(QStringLiteral("btnEdit"))->click();
+        take(editor, QStringLiteral("frmBrowser-note"));
+        takeAt(editor, QSize(0, 0), QStringLiteral("frmBrowser-note-smallest"));
+        editor.findChild<QPushButton*>(QStringLiteral("btnOK"))->click();
+        m_window.editSiteFrame();
+        waitUntilLoaded(*editor.findChild<BrowserView*>());
+        onNextDialog([this](QDialog& test) {
+            take(test, QStringLiteral("frmTestFrame"));
+            test.accept();
+        });
+        editor.findChild<QAction*>(QStringLiteral("mnuTestFrame"))->trigger();
+        editor.close();
     }
 
     void showStop(std::int16_t n) {

@@ -18,6 +18,8 @@
 #include "ui/dialogs/frmWizard3.h"
 #include "ui/main/frmMain.h"
 #include "ui/narration/frmNarEdit.h"
+#include "ui/site/frmBrowser.h"
+#include "ui/site/frmWarnURL.h"
 #include "ui/support/UiFixture.h"
 
 #include <QAbstractButton>
@@ -27,6 +29,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QElapsedTimer>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -36,6 +39,7 @@
 #include <QRadioButton>
 #include <QSet>
 #include <QTabWidget>
+#include <QTableWidget>
 #include <QTest>
 #include <QTimer>
 #include <QWebEngineView>
@@ -99,6 +103,11 @@ constexpr DialogCase dialogs[] = {
     {"frmAbout",
      [](UiFixture& program) {
          frmAbout dialog(program.registry);
+         runDialog(dialog);
+     }},
+    {"frmWarnURL",
+     [](UiFixture& program) {
+         frmWarnURL dialog(program.handOver, program.options, "http://old.example/", "http://new.example/");
          runDialog(dialog);
      }},
     {"frmOptions",
@@ -186,10 +195,16 @@ bool isLeftToTheField(const QWidget& widget) {
     return qobject_cast<const Spinner*>(widget.parentWidget()) != nullptr;
 }
 
+/// The field of a combo box, and the headers of a table, which nobody clicks.
+bool isPartOfAControl(const QWidget& widget) {
+    return qobject_cast<const QComboBox*>(widget.parentWidget()) != nullptr ||
+           qobject_cast<const QHeaderView*>(&widget) != nullptr;
+}
+
 QSet<QWidget*> controlsToReach(const QWidget& window) {
     QSet<QWidget*> controls;
     for (QWidget* widget : window.findChildren<QWidget*>()) {
-        if (isOperated(*widget) && widget->isVisible() && widget->isEnabled() &&
+        if (isOperated(*widget) && !isPartOfAControl(*widget) && widget->isVisible() && widget->isEnabled() &&
             widget->window() == &window && !isLeftToArrowKeys(*widget) && !isLeftToTheField(*widget) &&
             !isInsideBrowser(*widget))
             controls.insert(widget);
@@ -243,7 +258,7 @@ QStringList repeatedAccessKeys(const QStringList& captions) {
     return repeated;
 }
 
-QStringList captionsOf(const QDialog& dialog) {
+QStringList captionsOf(const QWidget& dialog) {
     QStringList captions;
     for (const QAbstractButton* button : dialog.findChildren<QAbstractButton*>()) {
         if (button->isVisible())
@@ -461,6 +476,41 @@ private slots:
         QCOMPARE(order, QStringList({"txtStopTitle", "txtText", "txtMoreText", "btnBold", "btnItalic",
                                      "btnUnderline", "btnBig", "btnSmall", "btnBreak", "btnImage", "btnHLink",
                                      "btnPreview", "btnOK", "btnCancel"}));
+    }
+
+    void siteEditorIsUsableFromTheKeyboardAndByName() {
+        OpenTour tour;
+        tour.waitUntilLoaded();
+        tour.window.editSiteFrame();
+        auto& editor = *tour.window.findChild<frmBrowser*>();
+        QVERIFY(QTest::qWaitForWindowActive(&editor));
+        auto& browser = *editor.findChild<BrowserView*>("brwWebBrowser");
+        QTRY_VERIFY_WITH_TIMEOUT(!browser.isBusy() && !browser.locationName().isEmpty(), patience);
+        QCOMPARE(withoutName(editor).join(' '), QString());
+        QCOMPARE(repeatedAccessKeys(captionsOf(editor)), QStringList());
+        for (const QPushButton* button : editor.findChildren<QPushButton*>())
+            QVERIFY2(!QKeySequence::mnemonic(button->text()).isEmpty() || !button->icon().isNull(),
+                     qPrintable(button->objectName()));
+        editor.findChild<QComboBox*>("cboAddress")->setFocus();
+        QCOMPARE(unreachableByTab(editor).join(' '), QString());
+    }
+
+    void notesPanelOfTheSiteEditorIsUsableFromTheKeyboard() {
+        OpenTour tour;
+        tour.waitUntilLoaded();
+        test::writeFile(tour.program.workspace.workingFile("goodlist.txt"), "newpage.htm\r\nx\r\n255\r\n");
+        tour.window.editSiteFrame();
+        auto& editor = *tour.window.findChild<frmBrowser*>();
+        QTRY_VERIFY(editor.isActiveWindow());
+        auto& grid = *editor.findChild<QTableWidget*>("grdResearch");
+        grid.setFocus();
+        QTest::keyClick(&grid, Qt::Key_Down);
+        QCOMPARE(grid.selectedRanges().size(), 1);
+        QTest::keyClick(editor.windowHandle(), Qt::Key_N, Qt::AltModifier);
+        QTRY_VERIFY(editor.findChild<QLineEdit*>("Text1")->hasFocus());
+        QCOMPARE(withoutName(editor).join(' '), QString());
+        QTest::keyClick(editor.windowHandle(), Qt::Key_B, Qt::AltModifier);
+        QTRY_VERIFY(grid.hasFocus());
     }
 
     void escapeClosesTheSplash() {

@@ -576,6 +576,7 @@ private slots:
         open.server.page("/links.htm", ("<title>Links</title><a id=a target=_blank href='" +
                                         open.served("/plain.htm") + "' style='font-size:100px'>go</a>")
                                            .toUtf8());
+        open.editor().resize(800, 700);
         open.visit(open.served("/links.htm"));
         QWidget* const page = open.browser().focusProxy()->focusProxy();
         QVERIFY(page != nullptr);

@@ -18,10 +18,12 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QResizeEvent>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QShowEvent>
 #include <QStackedLayout>
+#include <QStyledItemDelegate>
 #include <QTableWidget>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -32,6 +34,7 @@ namespace {
 
 constexpr std::string_view fileName = "goodlist.txt";
 constexpr int rowsInView = 4;
+constexpr int smallestWidth = 48 * dialogGap;
 constexpr float columnGap = 90; // Twips.
 
 enum Column { colourColumn = 0, addressColumn = 1, noteColumn = 2, columnCount = 3 };
@@ -52,13 +55,25 @@ QString nameOfColour(Colour colour) {
     return toQColor(colour).name();
 }
 
+/// Shows the colours of selected bookmarks, too.
+class ColourDelegate final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->state &= ~QStyle::State_Selected;
+    }
+};
+
 } // namespace
 
 BookmarkPanel::BookmarkPanel(TourContext& tour, QtDesktop& desktop, QWidget* parent)
     : QWidget(parent)
     , m_tour(tour)
     , m_desktop(desktop)
-    , m_grid(new QTableWidget(0, columnCount))
+    , m_grid(new QTableWidget(0, columnCount, this))
     , m_pages(new QStackedLayout) {
     auto* const title = new QLabel(tr("Bookmarks"), this);
     title->setObjectName(QStringLiteral("Label2"));
@@ -82,6 +97,7 @@ BookmarkPanel::BookmarkPanel(TourContext& tour, QtDesktop& desktop, QWidget* par
     setupGrid();
     m_pages->addWidget(makeList());
     m_pages->addWidget(makeNotesPanel());
+    setTabOrder(rememberButton, m_grid);
 }
 
 void BookmarkPanel::addButton(QPushButton& button) {
@@ -94,15 +110,17 @@ void BookmarkPanel::setupGrid() {
     m_grid->setHorizontalHeaderLabels({tr("Colour"), tr("Address"), tr("Note")});
     m_grid->horizontalHeader()->setStretchLastSection(true);
     m_grid->horizontalHeader()->setHighlightSections(false);
+    m_grid->horizontalHeader()->setFocusPolicy(Qt::NoFocus);
     m_grid->verticalHeader()->hide();
     m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_grid->setSelectionMode(QAbstractItemView::ContiguousSelection);
     m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_grid->setTabKeyNavigation(false);
+    m_grid->setItemDelegateForColumn(colourColumn, new ColourDelegate(m_grid));
     m_grid->setWordWrap(false);
     m_grid->setTextElideMode(Qt::ElideMiddle);
     m_grid->setMinimumHeight(m_grid->horizontalHeader()->sizeHint().height() +
-                             rowsInView / 2 * m_grid->verticalHeader()->defaultSectionSize());
+                             m_grid->verticalHeader()->defaultSectionSize());
     connect(m_grid, &QTableWidget::cellDoubleClicked, this, &BookmarkPanel::goTo);
     for (const int key : {Qt::Key_Return, Qt::Key_Enter})
         connect(new QShortcut(key, m_grid, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated, this,
@@ -203,6 +221,18 @@ void BookmarkPanel::showEvent(QShowEvent* event) {
     if (bookmarkCount() > 0)
         layOutColumns();
     showLastRows();
+}
+
+/// The rows of buttons need more height the narrower the panel is.
+QSize BookmarkPanel::minimumSizeHint() const {
+    const int narrowest = std::max(smallestWidth, QWidget::minimumSizeHint().width());
+    return {narrowest, layout()->totalMinimumHeightForWidth(std::max(width(), narrowest))};
+}
+
+void BookmarkPanel::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (event->oldSize().width() != width())
+        updateGeometry();
 }
 
 void BookmarkPanel::showLastRows() {

@@ -47,6 +47,8 @@ public:
     /// Adds a page, or selects its entry if it has one.
     void remember(const QString& address);
 
+    QSize minimumSizeHint() const override;
+
 signals:
     /// The author wants to see the page of an entry.
     void pageWanted(const QString& address);
@@ -56,6 +58,7 @@ signals:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     /// Selected rows, both included.

@@ -57,7 +57,7 @@ constexpr std::string_view reservedName =
 constexpr int tickInterval = 20;        // Milliseconds.
 constexpr float besideMainWindow = 400; // Twips.
 constexpr float testPeriod = 30;        // Seconds.
-constexpr int smallestBrowser = 120;    // Pixels.
+constexpr int smallestBrowser = 56;     // Pixels.
 
 struct ToolBarButton {
     const char* key;
@@ -92,12 +92,14 @@ QString joined(std::initializer_list<QString> lines) {
 frmBrowser::frmBrowser(const ProgramParts& parts, QWidget* parent)
     : QWidget(parent, Qt::Window)
     , m_parts(parts)
-    , m_browser(new BrowserView(parts.browserProfile))
-    , m_address(new QComboBox)
     , m_toolBar(new CommandBar(this))
     , m_busy(new LoadingIndicator)
-    , m_bookmarks(new BookmarkPanel(parts.tour, parts.desktop))
-    , m_notice(makeTextLabel("lblNotice", QString(), nullptr))
+    , m_address(new QComboBox(this))
+    , m_fileButton(makeButton("btnSelectFile", tr("Select &Local File"), this))
+    , m_panes(new QSplitter(Qt::Vertical, this))
+    , m_browser(new BrowserView(parts.browserProfile, m_panes))
+    , m_bookmarks(new BookmarkPanel(parts.tour, parts.desktop, m_panes))
+    , m_notice(makeTextLabel("lblNotice", QString(), this))
     , m_timer(new QTimer(this)) {
     setObjectName(QStringLiteral("frmBrowser"));
     setWindowTitle(QStringLiteral("Wendmark - Site Editor"));
@@ -111,17 +113,14 @@ frmBrowser::frmBrowser(const ProgramParts& parts, QWidget* parent)
 
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(dialogGap, 0, dialogGap, dialogGap);
-    layout->setSpacing(dialogGap);
+    layout->setSpacing(dialogGap / 2);
     layout->addWidget(m_toolBar);
     layout->addLayout(makeAddressRow());
-    auto* const panes = new QSplitter(Qt::Vertical, this);
-    panes->setChildrenCollapsible(false);
-    panes->setHandleWidth(dialogGap);
-    panes->addWidget(m_browser);
-    panes->addWidget(m_bookmarks);
-    panes->setStretchFactor(0, 1);
-    panes->setStretchFactor(1, 0);
-    layout->addWidget(panes, 1);
+    m_panes->setChildrenCollapsible(false);
+    m_panes->setHandleWidth(dialogGap);
+    m_panes->setStretchFactor(0, 1);
+    m_panes->setStretchFactor(1, 0);
+    layout->addWidget(m_panes, 1);
     layout->addWidget(m_notice);
     setupConnections();
 }
@@ -232,6 +231,7 @@ QLayout* frmBrowser::makeAddressRow() {
     m_address->setObjectName(QStringLiteral("cboAddress"));
     m_address->setAccessibleName(tr("Address"));
     m_address->setEditable(true);
+    m_address->lineEdit()->setAccessibleName(tr("Address"));
     m_address->setInsertPolicy(QComboBox::NoInsert);
     // The box takes typed text for the item that differs from it in case only. Addresses do differ by that.
     for (const auto signal : {&QLineEdit::returnPressed, &QLineEdit::editingFinished})
@@ -247,14 +247,13 @@ QLayout* frmBrowser::makeAddressRow() {
     m_address->setView(list);
     auto* const label = new QLabel(tr("&Address"), this);
     label->setBuddy(m_address);
-    QPushButton* const fileButton = makeButton("btnSelectFile", tr("Select &Local File"), this);
-    fileButton->setToolTip(tr("Copy a page of your own into the tour and show it"));
-    connect(fileButton, &QPushButton::clicked, this, &frmBrowser::selectLocalFile);
+    m_fileButton->setToolTip(tr("Copy a page of your own into the tour and show it"));
+    connect(m_fileButton, &QPushButton::clicked, this, &frmBrowser::selectLocalFile);
     auto* const row = new QHBoxLayout;
     row->setSpacing(dialogGap);
     row->addWidget(label);
     row->addWidget(m_address, 1);
-    row->addWidget(fileButton);
+    row->addWidget(m_fileButton);
     return row;
 }
 
@@ -263,6 +262,8 @@ void frmBrowser::setupBrowser() {
     m_browser->setMinimumHeight(smallestBrowser);
     m_browser->setAllowedFolders({workingFolder()});
     m_browser->setNewWindowsHere();
+    m_browser->setFocusStays();
+    m_browser->setAccessibleName(tr("Page"));
     QList<QAction*> actions;
     for (const char* key : {"Back", "Forward", "Refresh", "Yes"})
         actions.append(m_actions.value(QLatin1String(key)));
@@ -274,8 +275,10 @@ void frmBrowser::setupConnections() {
     connect(m_toolBar, &CommandBar::buttonClicked, this, &frmBrowser::runToolBarCommand);
     connect(m_timer, &QTimer::timeout, this, &frmBrowser::runTick);
     connect(m_address, &QComboBox::activated, this, [this] { goToText(m_address->currentText()); });
-    connect(m_address->lineEdit(), &QLineEdit::returnPressed, this,
-            [this] { goToText(m_address->currentText()); });
+    connect(m_address->lineEdit(), &QLineEdit::returnPressed, this, [this] {
+        m_browser->setFocus();
+        goToText(m_address->currentText());
+    });
     connect(m_bookmarks, &BookmarkPanel::pageWanted, this, &frmBrowser::goToText);
     connect(m_bookmarks, &BookmarkPanel::rememberWanted, this, [this] { m_bookmarks->remember(location()); });
     connect(m_browser, &BrowserView::navigationStarted, m_timer, qOverload<>(&QTimer::start));
@@ -336,7 +339,12 @@ void frmBrowser::goToText(const QString& text) {
     if (address.isValid() && (address.isLocalFile() || !complete || !address.host().isEmpty()))
         goTo(address);
     else
-        showNotice(tr("\"%1\" is not an address.").arg(typed));
+        refuseAddress(typed);
+}
+
+void frmBrowser::refuseAddress(const QString& typed) {
+    showNotice(tr("\"%1\" is not an address.").arg(typed));
+    m_address->setFocus();
 }
 
 void frmBrowser::goTo(const QUrl& address) {
@@ -344,6 +352,7 @@ void frmBrowser::goTo(const QUrl& address) {
         return;
     showNotice({});
     m_address->setEditText(address.toString(QUrl::FullyEncoded));
+    m_address->lineEdit()->setCursorPosition(0); // Addresses are told apart by their beginning.
     // A page of the author's own is read with what lies beside it.
     QStringList folders = {workingFolder()};
     if (address.isLocalFile())
@@ -380,6 +389,7 @@ void frmBrowser::recordVisit(const QString& location) {
     if (location.trimmed().right(10) != QLatin1String("ft.htm")) {
         m_address->insertItem(0, location);
         m_address->setCurrentIndex(0);
+        m_address->lineEdit()->setCursorPosition(0);
     }
 }
 

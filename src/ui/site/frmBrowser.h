@@ -11,6 +11,8 @@ class QAction;
 class QComboBox;
 class QLabel;
 class QLayout;
+class QPushButton;
+class QSplitter;
 class QTimer;
 
 namespace wendmark {
@@ -59,6 +61,7 @@ private:
     void saveLists();
 
     void goToText(const QString& text);
+    void refuseAddress(const QString& typed);
     void goTo(const QUrl& address);
     QUrl siteEditAddress() const;
     void takeOverNavigation(bool ok);
@@ -91,10 +94,13 @@ private:
     void startHtmlEditor(const QString& file);
 
     ProgramParts m_parts;
-    BrowserView* m_browser;   ///< brwWebBrowser
-    QComboBox* m_address;     ///< cboAddress
-    CommandBar* m_toolBar;    ///< tbToolBar
-    LoadingIndicator* m_busy; ///< picBusy
+    // In the order of the Tab key.
+    CommandBar* m_toolBar;     ///< tbToolBar
+    LoadingIndicator* m_busy;  ///< picBusy
+    QComboBox* m_address;      ///< cboAddress
+    QPushButton* m_fileButton; ///< btnSelectFile
+    QSplitter* m_panes;
+    BrowserView* m_browser; ///< brwWebBrowser
     BookmarkPanel* m_bookmarks;
     QLabel* m_notice;                   ///< What cannot be shown, and why.
     QTimer* m_timer;                    ///< timTimer
