@@ -5,6 +5,7 @@ import { ways } from '../support/ways.mjs';
 import { checkedByAxe } from './axe.mjs';
 import { contents } from './contents.mjs';
 import { edited } from './edited.mjs';
+import { framing } from './framing.mjs';
 import { leaving } from './leaving.mjs';
 import { loadingAhead } from './loading-ahead.mjs';
 import { preview } from './preview.mjs';
@@ -56,7 +57,7 @@ export function playEverywhere(browserName) {
     });
     for (const way of Object.keys(ways))
       suitesInWay(way, suites);
-    // What axe looks at does not depend on where the pages come from.
-    suitesInWay('from a web server', [checkedByAxe]);
+    // What axe looks at does not depend on where the pages come from; what headers allow is told for web servers only.
+    suitesInWay('from a web server', [checkedByAxe, framing]);
   });
 }

@@ -130,6 +130,19 @@ export class Visitor {
     return element.contentFrame();
   }
 
+  /** Reports from now on when the site frame has been filled, with a page or with the browser's own error page. */
+  reportSiteFrame() {
+    return this.#page.$eval('frame[name="mw"]', (frame, prefix) => {
+      frame.addEventListener('load', () => console.debug(prefix + JSON.stringify({ what: 'filled', frame: 'mw' })));
+    }, reportPrefix);
+  }
+
+  /** Runs an action and waits until it has filled the site frame. */
+  fillSite(action) {
+    return this.#following(action, (since) => this.happened.waitFor(
+      (event) => event.what === 'filled', 'the site frame to be filled', { since }));
+  }
+
   /** Waits for the navigator to show where the visitor is, as in "2 of 9". */
   async navigatorShows(text) {
     const navigator = await this.frame('nav');

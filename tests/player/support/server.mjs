@@ -65,6 +65,32 @@ export async function serveFolder(folder) {
   };
 }
 
+const isRedirect = ({ status }) => status >= 300 && status < 400;
+
+/**
+ * Serves the answers of cases (see answers.mjs) on the loopback address, those of case n at n/0, n/1 and so on. Every
+ * page asks for a picture, so `shown` logs the case of each page that a browser shows.
+ */
+export async function serveAnswers(cases) {
+  const shown = new EventLog('in pages');
+  const server = createServer((request, response) => {
+    const [, number, step] = request.url.split('/');
+    const answer = cases[number]?.answers[step];
+    if (step === 'shown')
+      shown.add(Number(number));
+    if (!answer) {
+      response.writeHead(404).end();
+      return;
+    }
+    const headers = [...answer.headers, ['Content-Type', 'text/html']];
+    if (isRedirect(answer))
+      headers.push(['Location', `/${number}/${Number(step) + 1}`]);
+    response.writeHead(answer.status, headers.flat());
+    response.end(`<title>Case ${number}</title>${answer.body}<img src="/${number}/shown" alt="">`);
+  });
+  return { origin: `http://127.0.0.1:${await listen(server)}/`, shown, close: () => close(server) };
+}
+
 /**
  * The way out for every address that is not on the loopback: nothing gets through, and `requests` logs each host
  * that the browser tried to reach as {host}.
