@@ -25,7 +25,7 @@ protected:
 
 TEST_F(InstallTest, installedProgramPublishes) {
     installAndPublish(ProgramRun(WENDMARK_CMAKE), scratch / "prefix", scratch / "prefix");
-    EXPECT_TRUE(exists(scratch / "prefix/share/man/man1/wendmark-tour.1"));
+    EXPECT_TRUE(exists(scratch / "prefix/share/man/man1/wendmark-tour.1.gz"));
     installAndPublish(ProgramRun(WENDMARK_CMAKE).with("DESTDIR", scratch / "package"), "/usr",
                       scratch / "package/usr");
     EXPECT_EQ(fs::read_symlink(scratch / "package/usr/bin/wendmark-tour"),
