@@ -57,6 +57,7 @@ constexpr std::string_view reservedName =
 constexpr int tickInterval = 20;        // Milliseconds.
 constexpr float besideMainWindow = 400; // Twips.
 constexpr float testPeriod = 30;        // Seconds.
+const QList<int> shares = {65, 35};     ///< Of the height: browser, bookmarks.
 constexpr int smallestBrowser = 56;     // Pixels.
 
 struct ToolBarButton {
@@ -120,6 +121,7 @@ frmBrowser::frmBrowser(const ProgramParts& parts, QWidget* parent)
     m_panes->setHandleWidth(dialogGap);
     m_panes->setStretchFactor(0, 1);
     m_panes->setStretchFactor(1, 0);
+    m_panes->setSizes(shares);
     layout->addWidget(m_panes, 1);
     layout->addWidget(m_notice);
     setupConnections();
