@@ -79,6 +79,7 @@ void BrowserView::showContextMenu(const QPoint& place) {
 
 void BrowserView::showPage(const QByteArray& html, const QString& folder) {
     m_rendererDeaths = 0;
+    m_next.clear();
     m_page->setContent(html, QStringLiteral("text/html"), QUrl::fromLocalFile(folder + QLatin1Char('/')));
 }
 
@@ -90,36 +91,44 @@ void BrowserView::navigate(const QUrl& address) {
     m_rendererDeaths = 0;
     if (!m_page->mayShow(address))
         emit navigationRefused(address);
-    m_page->setUrl(address);
+    m_next = address;
+    if (m_page->isLoading())
+        m_page->triggerAction(QWebEnginePage::Stop);
+    else
+        goToNext();
 }
 
 void BrowserView::goBack() {
+    m_next.clear();
     m_page->triggerAction(QWebEnginePage::Back);
 }
 
 void BrowserView::goForward() {
+    m_next.clear();
     m_page->triggerAction(QWebEnginePage::Forward);
 }
 
 void BrowserView::reload() {
+    m_next.clear();
     m_page->triggerAction(QWebEnginePage::Reload);
 }
 
 void BrowserView::stop() {
     m_intruder.clear();
+    m_next.clear();
     m_page->triggerAction(QWebEnginePage::Stop);
 }
 
 bool BrowserView::isBusy() const {
-    return !m_intruder.isEmpty() || m_page->isLoading();
+    return !m_intruder.isEmpty() || !m_next.isEmpty() || m_page->isLoading();
 }
 
 QUrl BrowserView::location() const {
-    return m_page->url();
+    return m_next.isEmpty() ? m_page->url() : m_next;
 }
 
 QString BrowserView::locationURL() const {
-    return m_page->url().toString(QUrl::FullyEncoded);
+    return location().toString(QUrl::FullyEncoded);
 }
 
 QString BrowserView::locationName() const {
@@ -169,6 +178,7 @@ void BrowserView::connectPage() {
     connect(m_page, &QWebEnginePage::loadFinished, this, &BrowserView::noteEnd);
     // Queued: what is asked of the engine from inside its own message would be lost.
     connect(m_page, &BrowserPage::takeOverTried, this, &BrowserView::giveWayToIntruder, Qt::QueuedConnection);
+    connect(m_page, &QWebEnginePage::loadFinished, this, &BrowserView::goToNext, Qt::QueuedConnection);
     connect(m_page, &QWebEnginePage::renderProcessTerminated, this, &BrowserView::reviveRenderer,
             Qt::QueuedConnection);
 }
@@ -180,8 +190,17 @@ void BrowserView::noteStart(const QUrl& address) {
 }
 
 void BrowserView::noteEnd(bool ok) {
+    if (!m_next.isEmpty())
+        return; // goToNext() follows.
     emit busyChanged(isBusy());
     emit navigationCompleted(ok);
+}
+
+/// One load at a time: the engine loses count when one gives way to another, and the second may come without
+/// a word.
+void BrowserView::goToNext() {
+    if (!m_next.isEmpty() && !m_page->isLoading())
+        m_page->setUrl(std::exchange(m_next, {}));
 }
 
 /// The address is not taken from what the page said but from the engine, so no page sends the window
@@ -198,7 +217,7 @@ void BrowserView::giveWayToIntruder() {
 void BrowserView::reviveRenderer() {
     const bool comesBack = ++m_rendererDeaths <= mostRevivals;
     emit rendererDied(comesBack);
-    if (comesBack)
+    if (comesBack && m_next.isEmpty())
         reload();
 }
 

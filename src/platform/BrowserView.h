@@ -127,6 +127,7 @@ private:
     void showContextMenu(const QPoint& place);
     void noteStart(const QUrl& address);
     void noteEnd(bool ok);
+    void goToNext();
     void noteIntruder();
     void giveWayToIntruder();
     void reviveRenderer();
@@ -136,6 +137,7 @@ private:
     QList<QAction*> m_contextActions;
     QUrl m_firstFrame;
     QUrl m_intruder; ///< The page that takes the top window over next.
+    QUrl m_next;     ///< Where to go as soon as no other load is under way.
     int m_rendererDeaths = 0;
 };
 

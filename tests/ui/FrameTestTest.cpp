@@ -83,7 +83,7 @@ private slots:
         open.address().lineEdit()->setText(open.served(path));
         QTest::keyClick(open.address().lineEdit(), Qt::Key_Return);
         QVERIFY(waitUntil(
-            [&] { return open.history().first().startsWith("http:") && !open.browser().isBusy(); }));
+            [&] { return open.history().value(0).startsWith("http:") && !open.browser().isBusy(); }));
         const QString page = open.browser().locationURL();
         QCOMPARE(verdict(open), message);
         QVERIFY(open.shows(page));

@@ -408,6 +408,29 @@ private slots:
         QCOMPARE(open.server.requestsFor("/Case.htm"), 1);
     }
 
+    void returnInTheAddressAsksForThePageOnce() {
+        SiteEditor open;
+        open.visit(open.served("/plain.htm"));
+        QCOMPARE(open.server.requestsFor("/plain.htm"), 1);
+    }
+
+    void pageAskedForWhileAnotherOneLoadsIsInTheHistory() {
+        SiteEditor open;
+        QLineEdit& field = *open.address().lineEdit();
+        // The engine tells of the two loads in ways that depend on how far the first one is.
+        for (int delay = 0; delay < 40; ++delay) {
+            const QString number = QString::number(delay);
+            open.server.page("/first" + number, "<title>First</title>");
+            open.server.page("/second" + number, "<title>Second</title>");
+            field.setText(open.served("/first" + number));
+            QTest::keyClick(&field, Qt::Key_Return);
+            QTest::qWait(delay);
+            field.setText(open.served("/second" + number));
+            QTest::keyClick(&field, Qt::Key_Return);
+            QVERIFY(open.shows("/second" + number));
+        }
+    }
+
     void choosingAnAddressFromTheHistoryGoesThere() {
         SiteEditor open;
         open.visit(open.served("/plain.htm"));

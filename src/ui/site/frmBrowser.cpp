@@ -38,6 +38,7 @@
 #include <QCompleter>
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -78,6 +79,16 @@ constexpr ToolBarButton toolBarButtons[] = {
     {"Yes", "Use this Site", "siteYes", "Ctrl+Return", false},
     {"Edit", "Launch HTML Editor", "siteEdit", "F4", false},
     {"Test", "Test Frame-friendliness", "siteTest", "F6", true},
+};
+
+/// The box sends keys that the field has left over back to it: without this, Return counts twice.
+class AddressField final : public QLineEdit {
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        QLineEdit::keyPressEvent(event);
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+            event->accept();
+    }
 };
 
 QString caption(const QString& state) {
@@ -232,7 +243,7 @@ void frmBrowser::setupToolBar() {
 QLayout* frmBrowser::makeAddressRow() {
     m_address->setObjectName(QStringLiteral("cboAddress"));
     m_address->setAccessibleName(tr("Address"));
-    m_address->setEditable(true);
+    m_address->setLineEdit(new AddressField);
     m_address->lineEdit()->setAccessibleName(tr("Address"));
     m_address->setInsertPolicy(QComboBox::NoInsert);
     // The box takes typed text for the item that differs from it in case only. Addresses do differ by that.

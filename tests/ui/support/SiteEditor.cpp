@@ -58,10 +58,14 @@ void SiteEditor::visit(const QString& typed) const {
 
 bool SiteEditor::shows(const QString& address) const {
     // The browser has a new location before it has its page; a page that is there is in the history.
-    return waitUntil([&] {
+    const bool shown = waitUntil([&] {
         return isOpen() && !browser().isBusy() && browser().locationURL().endsWith(address) &&
                history().value(0).endsWith(address);
     });
+    if (!shown && isOpen())
+        qWarning() << "wanted" << address << "shown" << browser().locationURL() << "busy"
+                   << browser().isBusy() << "newest visit" << history().value(0);
+    return shown;
 }
 
 QString SiteEditor::local(const QString& name) const {
