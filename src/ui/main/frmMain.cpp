@@ -27,6 +27,7 @@
 #include "ui/dialogs/frmHelp.h"
 #include "ui/dialogs/frmLaunch.h"
 #include "ui/dialogs/frmOptions.h"
+#include "ui/dialogs/frmPrint.h"
 #include "ui/dialogs/frmPropTab.h"
 #include "ui/dialogs/frmSelectFolderOpen.h"
 #include "ui/dialogs/frmSelectFolderSave.h"
@@ -76,7 +77,7 @@ constexpr ToolBarButton toolBarButtons[] = {
     {"New", "New Tour", "mnuFileNew", &frmMain::newTour, false},
     {"Open", "Open Tour", "mnuFileOpen", &frmMain::openTour, false},
     {"Save", "Save Tour", "mnuFileSave", &frmMain::save, false},
-    {"Print", "Print Tour Script", "mnuFilePrint", nullptr, false},
+    {"Print", "Print Tour Script", "mnuFilePrint", &frmMain::printTourScript, false},
     {"Properties", "Edit Tour Properties", "mnuEditProperties", &frmMain::editTourProperties, false},
     {"EdBro", "Edit Site Frame", "mnuEditSite", &frmMain::editSiteFrame, false},
     {"EdNar", "Edit Narration Frame", "mnuEditNarration", &frmMain::editNarrationFrame, false},
@@ -180,6 +181,13 @@ void frmMain::saveAs() {
         m_closeAfterSave = false;
         close();
     }
+}
+
+void frmMain::printTourScript() {
+    frmPrint dialog(m_parts.tour, m_parts.handOver, m_parts.desktop, this);
+    connect(&dialog, &frmPrint::printedToFile, this,
+            [this](const QString& path) { showStatus(tr("Printed to %1").arg(path)); });
+    runDialog(dialog);
 }
 
 void frmMain::insertStop() {
@@ -289,7 +297,7 @@ void frmMain::showAbout() {
 
 void frmMain::runToolBarCommand(const QString& key) {
     for (const ToolBarButton& button : toolBarButtons) {
-        if (key != QLatin1String(button.key) || button.command == nullptr)
+        if (key != QLatin1String(button.key))
             continue;
         if (button.changesTour)
             m_parts.tour.model.tourChanged = true;
@@ -349,7 +357,7 @@ void frmMain::setupFileMenu() {
     addAction(menu, "mnuFileSaveAs", tr("Save &As..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
               &frmMain::saveAs);
     menu.addSeparator();
-    addLaterAction(menu, "mnuFilePrint", tr("&Print..."), QKeySequence::Print);
+    addAction(menu, "mnuFilePrint", tr("&Print..."), QKeySequence::Print, &frmMain::printTourScript);
     menu.addSeparator();
     QAction* const quit =
         menu.addAction(tr("E&xit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, &QWidget::close);
@@ -501,20 +509,12 @@ void frmMain::setupConnections() {
 
 QAction* frmMain::addAction(QMenu& menu, const char* name, const QString& caption, const QKeySequence& key,
                             void (frmMain::*command)()) {
-    QAction* const action = addLaterAction(menu, name, caption, key);
-    action->setEnabled(true);
-    connect(action, &QAction::triggered, this, command);
-    return action;
-}
-
-QAction* frmMain::addLaterAction(QMenu& menu, const char* name, const QString& caption,
-                                 const QKeySequence& key) {
     auto* const action = new QAction(themedIcon(QLatin1String(name)), caption, this);
     action->setObjectName(QLatin1String(name));
     action->setShortcut(key);
-    action->setEnabled(false);
     menu.addAction(action);
     m_actions.insert(action->objectName(), action);
+    connect(action, &QAction::triggered, this, command);
     return action;
 }
 

@@ -41,6 +41,7 @@ public:
     void openTour();
     void save();
     void saveAs();
+    void printTourScript();
     void insertStop();
     void deleteStop();
     void moveForward();
@@ -88,8 +89,6 @@ private:
 
     QAction* addAction(QMenu& menu, const char* name, const QString& caption, const QKeySequence& key,
                        void (frmMain::*command)());
-    QAction* addLaterAction(QMenu& menu, const char* name, const QString& caption,
-                            const QKeySequence& key = {});
 
     void readSettings();
     void storeSettings();

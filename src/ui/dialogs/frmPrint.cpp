@@ -1,0 +1,138 @@
+#include "ui/dialogs/frmPrint.h"
+
+#include "base/Log.h"
+#include "base/Numbers.h"
+#include "model/HandOver.h"
+#include "model/TourContext.h"
+#include "model/TourModel.h"
+#include "model/Workspace.h"
+#include "platform/Printing.h"
+#include "platform/QtDesktop.h"
+#include "platform/Strings.h"
+#include "ui/dialogs/DialogParts.h"
+#include "ui/printing/TourPrinter.h"
+
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPrinter>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace wendmark {
+
+namespace {
+
+const QString firstStop = QStringLiteral("1");
+
+template <typename Control>
+Control* named(Control* control, const char* name) {
+    control->setObjectName(QLatin1String(name));
+    return control;
+}
+
+std::int32_t numberIn(const QLineEdit& field) {
+    return roundTo32Bits(leadingNumber(toUtf8(field.text()))).value_or(0);
+}
+
+} // namespace
+
+frmPrint::frmPrint(TourContext& tour, const HandOver& handOver, QtDesktop& desktop, QWidget* parent)
+    : QDialog(parent)
+    , m_tour(tour)
+    , m_handOver(handOver)
+    , m_desktop(desktop)
+    , m_allStops(named(new QRadioButton(tr("&All Stops"), this), "optAllStops"))
+    , m_selectedStops(named(new QRadioButton(tr("&Selected Stops"), this), "optSelStops"))
+    , m_from(named(new QLineEdit(this), "txtFrom"))
+    , m_to(named(new QLineEdit(this), "txtTo"))
+    , m_image(named(new QCheckBox(tr("Stop &Image"), this), "chkImage"))
+    , m_properties(named(new QCheckBox(tr("Tour &Properties"), this), "chkProp")) {
+    setObjectName(QStringLiteral("frmPrint"));
+    setWindowTitle(QStringLiteral("Wendmark - Print"));
+    QVBoxLayout* const layout = makeDialogLayout(*this);
+    layout->addWidget(makeRange());
+    layout->addWidget(makeIncluded());
+    layout->addStretch();
+    QDialogButtonBox* const buttons = makeOkCancelButtons(this);
+    layout->addWidget(buttons);
+    setMinimumWidth(40 * dialogGap);
+    m_allStops->setFocus();
+    connect(buttons, &QDialogButtonBox::accepted, this, &frmPrint::print);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+QWidget* frmPrint::makeRange() {
+    auto* const group = named(new QGroupBox(tr("Print Range"), this), "Frame2");
+    m_allStops->setChecked(true);
+    m_from->setAccessibleName(tr("First stop"));
+    m_to->setAccessibleName(tr("Last stop"));
+    auto* const toLabel = named(new QLabel(tr("to"), group), "Label1");
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(dialogGap);
+    row->addWidget(m_selectedStops);
+    row->addWidget(m_from);
+    row->addWidget(toLabel);
+    row->addWidget(m_to);
+    auto* const layout = new QVBoxLayout(group);
+    layout->addWidget(m_allStops);
+    layout->addLayout(row);
+    selectStops(false);
+    connect(m_selectedStops, &QRadioButton::toggled, this, &frmPrint::selectStops);
+    connect(m_from, &QLineEdit::textChanged, this, [this] { correct(*m_from, firstStop); });
+    connect(m_to, &QLineEdit::textChanged, this,
+            [this] { correct(*m_to, QString::number(m_tour.model.stopCount)); });
+    return group;
+}
+
+QWidget* frmPrint::makeIncluded() {
+    auto* const group = named(new QGroupBox(tr("Include"), this), "Frame1");
+    auto* const layout = new QVBoxLayout(group);
+    for (QCheckBox* box : {m_image, m_properties}) {
+        box->setChecked(true);
+        layout->addWidget(box);
+    }
+    return group;
+}
+
+void frmPrint::selectStops(bool selected) {
+    m_from->setEnabled(selected);
+    m_to->setEnabled(selected);
+    if (selected) {
+        m_from->setText(firstStop);
+        m_to->setText(QString::number(m_tour.model.stopCount));
+    }
+}
+
+void frmPrint::correct(QLineEdit& field, const QString& otherwise) {
+    if (isNumeric(toUtf8(field.text())))
+        return;
+    m_desktop.beep();
+    field.setText(otherwise);
+}
+
+StopRange frmPrint::wantedRange() const {
+    if (m_allStops->isChecked())
+        return {1, m_tour.model.stopCount};
+    return {numberIn(*m_from), numberIn(*m_to)};
+}
+
+void frmPrint::print() {
+    const TourModel& model = m_tour.model;
+    const StopRange range = printableRange(wantedRange(), model.stopCount);
+    const std::int32_t pageCount = stopPageCount(range) + (m_properties->isChecked() ? 1 : 0);
+    accept();
+    const std::unique_ptr<QPrinter> printer = makeDefaultPrinter(toQString(model.tourTitle));
+    const PrintedTour printed{
+        stopSheets(model, range, pageCount),
+        propertySheet(model, m_tour.workspace.tourPath, m_handOver.logoFile, pageCount)};
+    if (!printTour(*printer, printed, toQString(m_tour.workspace.folders().newTourPath)))
+        m_tour.log.fail("cannot print the tour");
+    else if (!printer->outputFileName().isEmpty())
+        emit printedToFile(printer->outputFileName());
+}
+
+} // namespace wendmark
