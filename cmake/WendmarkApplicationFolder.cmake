@@ -7,6 +7,12 @@ function(wendmark_place_program target)
     set_property(GLOBAL APPEND PROPERTY WENDMARK_PROGRAMS ${target})
 endfunction()
 
+# The same for a program that only the other programs start, so that it is not on the path.
+function(wendmark_place_helper target)
+    set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${WENDMARK_APPLICATION_FOLDER}")
+    set_property(GLOBAL APPEND PROPERTY WENDMARK_HELPERS ${target})
+endfunction()
+
 # Removed first: a file that is gone from the sources must not stay in every tour published from here.
 add_custom_target(wendmark_folders ALL
     COMMAND "${CMAKE_COMMAND}" -E rm -rf

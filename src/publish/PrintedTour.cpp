@@ -80,4 +80,11 @@ PropertySheet propertySheet(const TourModel& model, const std::string& tourPath,
     return sheet;
 }
 
+PrintedTour composePrintedTour(const TourModel& model, StopRange wanted, bool countProperties,
+                               const std::string& tourPath, const std::string& logoFile) {
+    const StopRange range = printableRange(wanted, model.stopCount);
+    const std::int32_t pageCount = stopPageCount(range) + (countProperties ? 1 : 0);
+    return {stopSheets(model, range, pageCount), propertySheet(model, tourPath, logoFile, pageCount)};
+}
+
 } // namespace wendmark

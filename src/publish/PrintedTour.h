@@ -55,4 +55,15 @@ std::vector<StopSheet> stopSheets(const TourModel& model, StopRange range, std::
 PropertySheet propertySheet(const TourModel& model, const std::string& tourPath, const std::string& logoFile,
                             std::int32_t pageCount);
 
+/// What is printed, page by page.
+struct PrintedTour {
+    std::vector<StopSheet> stops;
+    PropertySheet properties; ///< The last page.
+};
+
+/// Everything that is printed when this range is asked for. The property sheet is printed in every case;
+/// `countProperties` says whether the headers count it.
+PrintedTour composePrintedTour(const TourModel& model, StopRange wanted, bool countProperties,
+                               const std::string& tourPath, const std::string& logoFile);
+
 } // namespace wendmark

@@ -3,7 +3,10 @@
 #include "base/Names.h"
 
 #include <algorithm>
+#include <charconv>
+#include <limits>
 #include <map>
+#include <utility>
 
 namespace wendmark::cli {
 
@@ -115,6 +118,39 @@ Request parseNew(const std::vector<std::string>& words) {
     return NewRequest{parsed.operands.front(), trimmed, optionValue(parsed, "template")};
 }
 
+/// A number that is too large for its type is as good as the largest.
+std::optional<std::int32_t> stopNumber(const std::string& text) {
+    const bool negative = text.front() == '-';
+    const std::string digits = text.substr(negative ? 1 : 0);
+    if (digits.empty() || digits.find_first_not_of("0123456789") != std::string::npos)
+        return std::nullopt;
+    std::int32_t number = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    if (error != std::errc())
+        number = std::numeric_limits<std::int32_t>::max();
+    return negative ? -number : number;
+}
+
+Request parsePrint(const std::vector<std::string>& words) {
+    static const std::vector<std::string> optionNames{"to", "from", "to-stop"};
+    const ParsedWords parsed = WordSorter(words, optionNames).sort("print");
+    if (parsed.options.contains("help"))
+        return HelpRequest{};
+    if (const std::string wrong = complaint(parsed, "print", "TOUR"); !wrong.empty())
+        return UsageError{wrong};
+    const std::optional<std::string> to = optionValue(parsed, "to");
+    if (!to)
+        return UsageError{"print needs a --to"};
+    PrintRequest request{parsed.operands.front(), *to, {}, {}};
+    for (const auto& [name, number] :
+         {std::pair("from", &request.from), std::pair("to-stop", &request.toStop)}) {
+        const std::optional<std::string> value = optionValue(parsed, name);
+        if (value && !(*number = stopNumber(*value)))
+            return UsageError{std::string("the value of the option --") + name + " is no number"};
+    }
+    return request;
+}
+
 } // namespace
 
 Request parseCommandLine(const std::vector<std::string>& words) {
@@ -126,6 +162,8 @@ Request parseCommandLine(const std::vector<std::string>& words) {
         return parsePublish(rest);
     if (command == "new")
         return parseNew(rest);
+    if (command == "print")
+        return parsePrint(rest);
     if (command == "--help" || command == "-h")
         return HelpRequest{};
     if (command == "--version")
@@ -136,6 +174,7 @@ Request parseCommandLine(const std::vector<std::string>& words) {
 std::string helpText() {
     return R"(Usage: wendmark-tour publish TOUR [--into FOLDER] [--template FOLDER] [--working-copy FOLDER]
        wendmark-tour new FOLDER --title TITLE [--template FOLDER]
+       wendmark-tour print TOUR --to FILE.pdf [--from N] [--to-stop M]
        wendmark-tour --help | --version
 
 Makes Wendmark tours without a window.
@@ -144,12 +183,16 @@ Commands:
   publish TOUR             read the script of the tour in the folder TOUR, generate all its pages
                            and save them, ready to be played from playtour.htm
   new FOLDER               make a new tour in FOLDER, which must not exist yet
+  print TOUR               print the tour's script into a PDF file, three stops to a page
 
 Options:
   --into FOLDER            save there instead of in TOUR; made if it is missing
   --template FOLDER        take the page templates from there instead of from beside the program
   --working-copy FOLDER    generate the pages there and leave them; every file in it is deleted first
   --title TITLE            title of the new tour
+  --to FILE.pdf            the PDF file; one that is there is replaced
+  --from N                 print from stop N on instead of from the first
+  --to-stop M              print up to stop M instead of up to the last
   --help                   show this text
   --version                show the version
   --                       what follows is no option, even if it begins with a dash

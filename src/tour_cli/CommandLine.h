@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <variant>
@@ -25,12 +26,20 @@ struct NewRequest {
     std::optional<std::string> templateFolder;
 };
 
+struct PrintRequest {
+    std::string tour;
+    std::string to; ///< The PDF file.
+    std::optional<std::int32_t> from;
+    std::optional<std::int32_t> toStop;
+};
+
 /// Why the command line cannot be understood, in one sentence without a full stop.
 struct UsageError {
     std::string message;
 };
 
-using Request = std::variant<HelpRequest, VersionRequest, PublishRequest, NewRequest, UsageError>;
+using Request =
+    std::variant<HelpRequest, VersionRequest, PublishRequest, NewRequest, PrintRequest, UsageError>;
 
 /// Understands the words after the program's name.
 Request parseCommandLine(const std::vector<std::string>& words);

@@ -9,6 +9,7 @@
 #include "ui/dialogs/frmLaunch.h"
 #include "ui/dialogs/frmMessage.h"
 #include "ui/dialogs/frmOptions.h"
+#include "ui/dialogs/frmPrint.h"
 #include "ui/dialogs/frmPropTab.h"
 #include "ui/dialogs/frmRenameFile.h"
 #include "ui/dialogs/frmSelectFolderOpen.h"
@@ -188,6 +189,8 @@ private:
         takeDialog(options);
         frmLaunch launching(m_program.tour, m_program.desktop);
         takeDialog(launching);
+        frmPrint print(m_program.tour, handOver, m_program.desktop);
+        takeDialog(print);
         for (int tab = 0; tab < 5; ++tab) {
             frmPropTab properties(m_program.tour, handOver, m_program.desktop);
             properties.findChild<QTabWidget*>(QStringLiteral("TabStrip1"))->setCurrentIndex(tab);

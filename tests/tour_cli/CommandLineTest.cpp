@@ -78,6 +78,46 @@ TEST(CommandLine, newTakesFolderTitleAndTemplates) {
     EXPECT_EQ(request.templateFolder, "looks");
 }
 
+TEST(CommandLine, printTakesAFileAndARange) {
+    const auto whole = parsed<PrintRequest>({"print", "tour", "--to", "tour.pdf"});
+    EXPECT_EQ(whole.tour, "tour");
+    EXPECT_EQ(whole.to, "tour.pdf");
+    EXPECT_EQ(whole.from, std::nullopt);
+    EXPECT_EQ(whole.toStop, std::nullopt);
+    const auto part =
+        parsed<PrintRequest>({"print", "tour", "--to=tour.pdf", "--from", "2", "--to-stop=100"});
+    EXPECT_EQ(part.from, 2);
+    EXPECT_EQ(part.toStop, 100);
+}
+
+TEST(CommandLine, numbersOfStopsMayLieOutsideTheTour) {
+    const auto fromOf = [](const std::string& number) {
+        return parsed<PrintRequest>({"print", "tour", "--to", "a", "--from", number}).from;
+    };
+    EXPECT_EQ(fromOf("0"), 0);
+    EXPECT_EQ(fromOf("-3"), -3);
+    EXPECT_EQ(fromOf("99999999999"), 2147483647);
+    EXPECT_EQ(fromOf("-99999999999"), -2147483647);
+}
+
+TEST(CommandLine, whatIsNoNumberOfAStopIsRefused) {
+    for (const std::string wrong : {"two", "2.5", "2x", "-", " 2", "+2", "0x2"}) {
+        EXPECT_EQ(parsed<UsageError>({"print", "tour", "--to", "a", "--from", wrong}).message,
+                  "the value of the option --from is no number");
+        EXPECT_EQ(parsed<UsageError>({"print", "tour", "--to", "a", "--to-stop", wrong}).message,
+                  "the value of the option --to-stop is no number");
+    }
+    EXPECT_EQ(parsed<UsageError>({"print", "tour", "--to", "a", "--from", ""}).message,
+              "the value of the option --from is empty");
+}
+
+TEST(CommandLine, printNeedsATourAndAFile) {
+    EXPECT_EQ(parsed<UsageError>({"print", "--to", "a"}).message, "print needs a TOUR");
+    EXPECT_EQ(parsed<UsageError>({"print", "tour"}).message, "print needs a --to");
+    EXPECT_EQ(parsed<UsageError>({"print", "tour", "--to", ""}).message,
+              "the value of the option --to is empty");
+}
+
 TEST(CommandLine, titleLosesTheBlanksAtItsEnds) {
     EXPECT_EQ(parsed<NewRequest>({"new", "folder", "--title", "  Pflanzen der Wüste "}).title,
               "Pflanzen der Wüste");

@@ -34,6 +34,8 @@ TEST_F(ProgramTest, wrongUseEndsWithStatusTwoAndOneSentence) {
                                                          {"publish"},
                                                          {"publish", tour, "--bogus"},
                                                          {"new", scratch / "new"},
+                                                         {"print", tour},
+                                                         {"print", tour, "--to", "a.pdf", "--from", "two"},
                                                          {"publish", tour, tour}};
     for (const auto& words : cases) {
         SCOPED_TRACE(::testing::PrintToString(words));
@@ -52,6 +54,12 @@ TEST_F(ProgramTest, orderOfWordsDoesNotDependOnTheEnvironment) {
         program().with("POSIXLY_CORRECT", "1").run({"publish", tour, "--into", scratch / "www"});
     expectDone(result);
     EXPECT_TRUE(exists(scratch / "www/playtour.htm"));
+}
+
+TEST_F(ProgramTest, printingNeedsTheProgramBesideThisOne) {
+    const ProgramRun alone = programInFolder(scratch / "app");
+    expectFailure(alone, {"print", tour, "--to", scratch / "tour.pdf"},
+                  {"cannot start", "app/print-tour", "No such file"});
 }
 
 TEST_F(ProgramTest, helpThatCannotBePrintedIsAFailure) {

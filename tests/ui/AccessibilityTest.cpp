@@ -8,6 +8,7 @@
 #include "ui/dialogs/frmLaunch.h"
 #include "ui/dialogs/frmMessage.h"
 #include "ui/dialogs/frmOptions.h"
+#include "ui/dialogs/frmPrint.h"
 #include "ui/dialogs/frmPropTab.h"
 #include "ui/dialogs/frmRenameFile.h"
 #include "ui/dialogs/frmSelectFolderOpen.h"
@@ -123,6 +124,14 @@ constexpr DialogCase dialogs[] = {
     {"frmLaunch",
      [](UiFixture& program) {
          frmLaunch dialog(program.tour, program.desktop);
+         runDialog(dialog);
+     }},
+    {"frmPrint",
+     [](UiFixture& program) {
+         frmPrint dialog(program.tour, program.handOver, program.desktop);
+         auto* const selected = dialog.findChild<QRadioButton*>(QStringLiteral("optSelStops"));
+         selected->setChecked(true);
+         selected->setFocus();
          runDialog(dialog);
      }},
     {"frmRenameFile",

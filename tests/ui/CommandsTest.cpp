@@ -125,6 +125,7 @@ const QList<Command>& commands() {
          [](Program& program, const Give& give) { writes(program, "MyTours/walk/script.txt", give); }},
         {"mnuFileSaveAs", nullptr, "Ctrl+Shift+S",
          [](Program&, const Give& give) { opens("frmSelectFolderSave", give); }},
+        {"mnuFilePrint", "Print", "Ctrl+P", [](Program&, const Give& give) { opens("frmPrint", give); }},
         {"mnuFileExit", nullptr, "Ctrl+Q",
          [](Program& program, const Give& give) {
              const QSignalSpy closed(&program.window, &frmMain::closed);

@@ -307,13 +307,6 @@ private slots:
         QCOMPARE(program.filesOf("NewTour"), QStringList{"script1.txt"});
     }
 
-    void commandsOfLaterWindowsAreDisabled() {
-        UiFixture program;
-        const frmMain window(program.parts());
-        QVERIFY(!window.findChild<QAction*>("mnuFilePrint")->isEnabled());
-        QVERIFY(!window.findChild<QToolButton*>("Print")->isEnabled());
-    }
-
     void pageThatKeepsCrashingLeavesEveryCommandWorking() {
         UiFixture program;
         frmMain window(program.parts());
@@ -341,7 +334,7 @@ private slots:
         UiFixture program;
         frmMain window(program.parts());
         loadAndCloseWizard(window);
-        for (const char* key : {"picStopNum", "picBusy", "chkOffline", "Print", "nothing"})
+        for (const char* key : {"picStopNum", "picBusy", "chkOffline", "nothing"})
             window.runToolBarCommand(QLatin1String(key));
         QVERIFY(!program.model.tourChanged);
         QCOMPARE(program.beeps, 0);

@@ -90,11 +90,11 @@ QWidget* frmPrint::makeRange() {
 
 QWidget* frmPrint::makeIncluded() {
     auto* const group = named(new QGroupBox(tr("Include"), this), "Frame1");
+    m_image->setChecked(true);
+    m_properties->setChecked(true);
     auto* const layout = new QVBoxLayout(group);
-    for (QCheckBox* box : {m_image, m_properties}) {
-        box->setChecked(true);
-        layout->addWidget(box);
-    }
+    layout->addWidget(m_image);
+    layout->addWidget(m_properties);
     return group;
 }
 
@@ -122,13 +122,10 @@ StopRange frmPrint::wantedRange() const {
 
 void frmPrint::print() {
     const TourModel& model = m_tour.model;
-    const StopRange range = printableRange(wantedRange(), model.stopCount);
-    const std::int32_t pageCount = stopPageCount(range) + (m_properties->isChecked() ? 1 : 0);
+    const PrintedTour printed = composePrintedTour(model, wantedRange(), m_properties->isChecked(),
+                                                   m_tour.workspace.tourPath, m_handOver.logoFile);
     accept();
     const std::unique_ptr<QPrinter> printer = makeDefaultPrinter(toQString(model.tourTitle));
-    const PrintedTour printed{
-        stopSheets(model, range, pageCount),
-        propertySheet(model, m_tour.workspace.tourPath, m_handOver.logoFile, pageCount)};
     if (!printTour(*printer, printed, toQString(m_tour.workspace.folders().newTourPath)))
         m_tour.log.fail("cannot print the tour");
     else if (!printer->outputFileName().isEmpty())

@@ -75,14 +75,14 @@ void frmPrintTemplate::paintBlock(QPainter& painter, const QRectF& place, const 
                      QPointF(place.right(), place.bottom() + gap));
 }
 
-void frmPrintProp::paint(QPainter& painter, const QRectF& page, const PropertySheet& sheet) const {
+void frmPrintProp::paint(QPainter& painter, const QRectF& page, const PropertySheet& sheet) {
     const QRectF room = paintHeader(painter, page, sheet.header);
     const double valueWidth = room.width() - propertyCaptionWidth - gap;
     double y = room.top();
-    for (const auto& [caption, value] : sheet.rows)
+    for (const PropertySheet::Row& row : sheet.rows)
         y = paintCaptioned(
-            painter, {room.left(), y}, propertyCaptionWidth, toQString(caption), [&](const QPointF& at) {
-                return drawPlainText(painter, at, {valueWidth, rowHeight * 3}, toQString(value));
+            painter, {room.left(), y}, propertyCaptionWidth, toQString(row.caption), [&](const QPointF& at) {
+                return drawPlainText(painter, at, {valueWidth, rowHeight * 3}, toQString(row.value));
             });
     y += gap;
     const double half = (room.width() - gap) / 2;

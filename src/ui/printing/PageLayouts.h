@@ -27,7 +27,7 @@ private:
 /// The properties of the tour. Launching points that find no room are counted in the last line.
 class frmPrintProp final {
 public:
-    void paint(QPainter& painter, const QRectF& page, const PropertySheet& sheet) const;
+    static void paint(QPainter& painter, const QRectF& page, const PropertySheet& sheet);
 };
 
 } // namespace wendmark

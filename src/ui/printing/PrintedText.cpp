@@ -10,6 +10,7 @@
 #include <QTextDocument>
 #include <QUrl>
 #include <memory>
+#include <utility>
 
 namespace wendmark {
 
@@ -21,8 +22,8 @@ constexpr QChar ellipsis(0x2026);
 /// A text of a given width that finds the pictures of the tour and nothing else.
 class PrintedText final : public QTextDocument {
 public:
-    PrintedText(const QSizeF& box, const QString& pictureFolder, bool bold)
-        : m_box(box), m_pictureFolder(pictureFolder) {
+    PrintedText(const QSizeF& box, QString pictureFolder, bool bold)
+        : m_box(box), m_pictureFolder(std::move(pictureFolder)) {
         QFont font(QStringLiteral("Sans Serif"));
         font.setPixelSize(textSize);
         font.setBold(bold);

@@ -29,7 +29,7 @@ bool printTour(QPagedPaintDevice& device, const PrintedTour& tour, const QString
         stopLayout.paint(painter, page, sheet);
         ok = device.newPage() && ok;
     }
-    frmPrintProp().paint(painter, page, tour.properties);
+    frmPrintProp::paint(painter, page, tour.properties);
     return painter.end() && ok;
 }
 

@@ -8,12 +8,6 @@ class QPagedPaintDevice;
 
 namespace wendmark {
 
-/// What is printed, page by page.
-struct PrintedTour {
-    std::vector<StopSheet> stops;
-    PropertySheet properties; ///< The last page.
-};
-
 /// Prints the tour on a printer or into a PDF file. Pictures of narrations come from `pictureFolder`. False
 /// when the device fails.
 bool printTour(QPagedPaintDevice& device, const PrintedTour& tour, const QString& pictureFolder);
