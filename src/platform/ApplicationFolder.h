@@ -13,8 +13,11 @@ struct ApplicationFolder {
 };
 
 /// The folder that holds the program, if it can be written. Else, for a program that the system installed,
-/// the folder "Wendmark" in the user's data folder, filled on first use with what is installed beside the
-/// program.
+/// the folder "Wendmark" in the user's data folder, see fillUserFolder().
 ApplicationFolder findApplicationFolder(const QString& programFolder, const QString& userDataFolder);
+
+/// The second of these, filled. Everything in it can be written, however the installed files are protected.
+/// Templates and tours are copied once; the help again whenever the installed one is another.
+ApplicationFolder fillUserFolder(const QString& programFolder, const QString& userDataFolder);
 
 } // namespace wendmark

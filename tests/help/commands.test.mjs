@@ -4,7 +4,6 @@ import { elements, pages, textOf } from './support/pages.mjs';
 import { drawing, menus, toolBarButtons, toolBarControls } from './support/program.mjs';
 
 const page = pages.get('mainwin.htm');
-const notYet = 'Not available yet.';
 
 /** The part of the page from the heading with this id up to the next heading. */
 function section(id) {
@@ -40,12 +39,6 @@ for (const [menu, commands] of menus()) {
     );
   });
 
-  test(`the help says of the menu ${menu} which commands are not there yet`, () => {
-    assert.deepEqual(
-      told.filter(({ meaning }) => meaning === notYet).map(({ name }) => name),
-      commands.filter(({ available }) => !available).map(({ caption }) => caption),
-    );
-  });
 }
 
 test('every menu heading is the caption of its menu', () => {

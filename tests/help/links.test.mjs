@@ -1,7 +1,8 @@
 import assert from 'node:assert/strict';
-import { existsSync } from 'node:fs';
+import { existsSync, readFileSync, readdirSync } from 'node:fs';
 import { join } from 'node:path';
 import { test } from 'node:test';
+import { fileURLToPath } from 'node:url';
 import { attributes, elements, helpFolder, linksOf, pages, startPage, textOf } from './support/pages.mjs';
 
 function reachableFrom(start) {
@@ -49,6 +50,55 @@ for (const [name, html] of pages) {
     assert.deepEqual(levels.filter((level, index) => index > 0 && level > levels[index - 1] + 1), []);
   });
 }
+
+/** A page's navigation, with the mark of the page itself taken off: {links, current}. */
+function navigation(html) {
+  const [list] = elements(html, 'nav');
+  return {
+    links: list.replaceAll(' aria-current="page"', ''),
+    current: list.match(/href="([^"]*)" aria-current="page"/)?.[1],
+  };
+}
+
+test('every page has the same navigation, which leads to every page and marks its own', () => {
+  const { links } = navigation(pages.get(startPage));
+  assert.deepEqual(attributes(links, 'href').sort(), [...pages.keys()].sort());
+  for (const [name, html] of pages)
+    assert.deepEqual(navigation(html), { links, current: name });
+});
+
+test('every picture says what it shows and has the size that the page expects', () => {
+  const pictures = [...pages.values()].flatMap((html) => html.match(/<img\b[^>]*>/g) ?? []);
+  assert.ok(pictures.length > 10);
+  for (const picture of pictures) {
+    const [[source], [width], [height], [alt]] = ['src', 'width', 'height', 'alt'].map((name) => attributes(picture, name));
+    const png = readFileSync(join(helpFolder, source));
+    assert.deepEqual([png.readUInt32BE(16), png.readUInt32BE(20)], [Number(width), Number(height)], source);
+    assert.ok(alt.length > 20, source);
+  }
+});
+
+test('every picture in the folder is used', () => {
+  const used = new Set([...pages.values()].flatMap((html) => attributes(html, 'src')));
+  assert.deepEqual(readdirSync(join(helpFolder, 'pictures')).filter((name) => !used.has(`pictures/${name}`)), []);
+});
+
+/** The page that tells of each window; those that only report or ask are told of where they come up. */
+const windowPages = {
+  frmMain: 'mainwin.htm', frmWizard1: 'wizard.htm', frmWizard2: 'wizard.htm', frmWizard3: 'wizard.htm',
+  frmSelectFolderOpen: 'wizard.htm', frmSelectFolderSave: 'wizard.htm', frmBrowser: 'site.htm', frmTestFrame: 'site.htm',
+  frmWarnURL: 'options.htm', frmRenameFile: 'site.htm', frmNarEdit: 'narration.htm', frmPropTab: 'props.htm',
+  frmOptions: 'options.htm', frmLaunch: 'launching.htm', frmPrint: 'printing.htm', frmHelp: 'mainwin.htm',
+  frmAbout: 'mainwin.htm', frmSplash: 'making.htm', frmMessage: 'site.htm',
+};
+
+test('every window of the program has its page', () => {
+  const source = fileURLToPath(new URL('../../src/ui/', import.meta.url));
+  const windows = readdirSync(source, { recursive: true })
+    .map((file) => String(file).match(/(frm\w+)\.h$/)?.[1]).filter(Boolean);
+  assert.deepEqual(windows.sort(), Object.keys(windowPages).sort());
+  assert.deepEqual(Object.values(windowPages).filter((page) => !pages.has(page)), []);
+});
 
 test('every page has a title of its own', () => {
   const titles = [...pages.values()].map((html) => elements(html, 'title').map(textOf).join());

@@ -129,6 +129,7 @@ private:
         takeInTwoSizes(m_window, QStringLiteral("frmMain-opening"));
         showStop(3);
         waitUntilLoaded();
+        takeAt(m_window, usual, QStringLiteral("frmMain-stop"));
         takeInTwoSizes(m_window, QStringLiteral("frmMain-stop"));
         takeBusyMainWindow();
     }

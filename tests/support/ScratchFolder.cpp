@@ -1,5 +1,6 @@
 #include "support/ScratchFolder.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -10,9 +11,19 @@ namespace wendmark::test {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+/// Pictures for readers show a folder of a plain name, which is given from outside.
+fs::path newFolder() {
+    if (const char* const named = std::getenv("WENDMARK_SCRATCH_FOLDER"); named != nullptr)
+        return named;
+    return fs::temp_directory_path() / ("wendmark-test-" + std::to_string(std::random_device{}()));
+}
+
+} // namespace
+
 ScratchFolder::ScratchFolder() : m_formerCurrentFolder(fs::current_path().string()) {
-    const fs::path folder =
-        fs::temp_directory_path() / ("wendmark-test-" + std::to_string(std::random_device{}()));
+    const fs::path folder = newFolder();
     if (!fs::create_directory(folder))
         throw std::runtime_error("no scratch folder " + folder.string());
     m_path = fs::canonical(folder).string();

@@ -18,6 +18,8 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <filesystem>
+#include <vector>
 
 namespace wendmark {
 
@@ -106,6 +108,45 @@ private slots:
         QCOMPARE(nowhere.path, toQString(scratch / "data/Wendmark"));
         QVERIFY(!nowhere.outcome.ok());
         QVERIFY(QDir(nowhere.path).exists());
+    }
+
+    void userFolderCanBeWrittenHoweverTheInstalledOneIsProtected() {
+        namespace fs = std::filesystem;
+        const test::ScratchFolder scratch;
+        const std::string installed = scratch / "installed";
+        for (const std::string file : {"Template/page.htm", "Help/index.htm", "MyTours/Sample/script.txt"}) {
+            test::writeFile(installed + "/" + file, "installed");
+            fs::permissions(installed + "/" + file, fs::perms(0444));
+        }
+        for (const std::string folder : {"Template", "MyTours/Sample", "MyTours"})
+            fs::permissions(installed + "/" + folder, fs::perms(0555));
+        const ApplicationFolder own = fillUserFolder(toQString(installed), toQString(scratch / "data"));
+        QVERIFY2(own.outcome.ok(), own.outcome.message().c_str());
+        for (const fs::directory_entry& copy : fs::recursive_directory_iterator(toUtf8(own.path)))
+            QVERIFY2((copy.status().permissions() & fs::perms::owner_write) != fs::perms::none,
+                     copy.path().c_str());
+        QCOMPARE(test::readFile(toUtf8(own.path) + "/MyTours/Sample/script.txt"), std::string("installed"));
+    }
+
+    void updateBringsItsHelpAndLeavesTheAuthorsOwnFiles() {
+        const test::ScratchFolder scratch;
+        const std::string installed = scratch / "installed";
+        const std::vector<std::string> names = {"Template/page.htm", "Help/index.htm",
+                                                "MyTours/a/script.txt"};
+        const auto install = [&](const std::string& version) {
+            for (const std::string& name : names)
+                test::writeFile(installed + "/" + name, version);
+            return toUtf8(fillUserFolder(toQString(installed), toQString(scratch / "data")).path);
+        };
+        const std::string own = install("first");
+        test::writeFile(own + "/Help/gone.htm", "of the first version");
+        install("first");
+        QVERIFY(test::exists(own + "/Help/gone.htm"));
+        install("second");
+        QCOMPARE(test::readFile(own + "/Help/index.htm"), std::string("second"));
+        QVERIFY(!test::exists(own + "/Help/gone.htm"));
+        QCOMPARE(test::readFile(own + "/Template/page.htm"), std::string("first"));
+        QCOMPARE(test::readFile(own + "/MyTours/a/script.txt"), std::string("first"));
     }
 
     void secondProgramWakesTheFirst() {

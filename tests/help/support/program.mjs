@@ -24,13 +24,12 @@ function shortcut(expression = '') {
 
 const withoutAccessKey = (caption) => caption.replace('&', '');
 
-/** A menu's commands: {caption, shortcut, available}. */
+/** A menu's commands: {caption, shortcut}. */
 function commandsIn(body) {
-  const calls = /\b(addAction|addLaterAction)\((?:\s*menu,\s*"\w+",)?\s*tr\("([^"]+)"\)(?:,\s*(QKeySequence(?:::\w+|\([^)]*\))|\{\}))?/g;
-  return [...body.matchAll(calls)].map(([, call, caption, key]) => ({
+  const calls = /\baddAction\((?:\s*menu,\s*"\w+",)?\s*tr\("([^"]+)"\)(?:,\s*(QKeySequence(?:::\w+|\([^)]*\))|\{\}))?/g;
+  return [...body.matchAll(calls)].map(([, caption, key]) => ({
     caption: withoutAccessKey(caption),
     shortcut: shortcut(key),
-    available: call === 'addAction',
   }));
 }
 
