@@ -5,11 +5,14 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <random>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace wendmark::files {
 
@@ -249,6 +252,16 @@ Outcome write(const std::string& path, std::string_view bytes, Replacing replaci
     return outcomeOf("write", path, replace(path, replacing, make));
 }
 
+Outcome writeSecured(const std::string& path, std::string_view bytes) {
+    const auto make = [&](const fs::path& target) {
+        return makeNew(target, [&](std::FILE* file) {
+            const std::error_code error = writeAll(file, bytes);
+            return error || fsync(fileno(file)) == 0 ? error : lastError();
+        });
+    };
+    return outcomeOf("write", path, replaceCompleteOrNot(toPath(path), make));
+}
+
 Outcome copy(const std::string& from, const std::string& to, Replacing replacing) {
     const Found source = find(from);
     std::error_code error;
@@ -260,6 +273,18 @@ Outcome copy(const std::string& from, const std::string& to, Replacing replacing
 
 Outcome copyNew(const std::string& from, const std::string& to) {
     return outcomeOf("copy", from + " to " + to, copyNewFile(find(from), toPath(to)));
+}
+
+Outcome addName(const std::string& from, const std::string& to) {
+    const Found source = find(from);
+    if (const std::error_code unfit = whyNotRegular(source))
+        return Outcome::failure("copy", from + " to " + to, unfit);
+    std::error_code error;
+    if (!fs::is_symlink(source.path, error))
+        fs::create_hard_link(source.path, toPath(to), error);
+    else
+        error = std::make_error_code(std::errc::not_supported);
+    return error ? copyNew(from, to) : Outcome::success();
 }
 
 Outcome move(const std::string& from, const std::string& to) {
@@ -282,6 +307,12 @@ Outcome makeFolder(const std::string& path) {
     std::error_code error;
     if (!fs::create_directory(toPath(path), error) && !error)
         error = std::make_error_code(std::errc::file_exists);
+    return outcomeOf("create the folder", path, error);
+}
+
+Outcome makeFolders(const std::string& path) {
+    std::error_code error;
+    fs::create_directories(toPath(path), error);
     return outcomeOf("create the folder", path, error);
 }
 
@@ -316,6 +347,28 @@ Listing list(const std::string& folder, Links links, std::string_view pattern) {
     std::sort(listing.names.begin(), listing.names.end());
     std::sort(listing.leadOut.begin(), listing.leadOut.end());
     return listing;
+}
+
+Listing listFolders(const std::string& folder) {
+    Listing listing{Outcome::success(), {}, {}};
+    listing.outcome = forEachEntry(folder, [&](const fs::directory_entry& entry, std::string name) {
+        std::error_code error;
+        if (fs::is_directory(entry.symlink_status(error)))
+            listing.names.push_back(std::move(name));
+    });
+    std::sort(listing.names.begin(), listing.names.end());
+    return listing;
+}
+
+std::string stampOf(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+        return {};
+    std::string stamp = std::to_string(status.st_dev);
+    for (const auto number : {std::int64_t(status.st_ino), std::int64_t(status.st_size),
+                              std::int64_t(status.st_mtim.tv_sec), std::int64_t(status.st_mtim.tv_nsec)})
+        stamp.append(" ").append(std::to_string(number));
+    return stamp;
 }
 
 std::vector<std::string> otherSpellings(const std::string& folder, const std::set<std::string>& names) {

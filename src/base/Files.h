@@ -43,8 +43,16 @@ Outcome write(const std::string& path, std::string_view bytes,
 /// Replaces the file `to` by a copy of `from`. A file is never copied onto itself.
 Outcome copy(const std::string& from, const std::string& to, Replacing replacing = Replacing::completeOrNot);
 
+/// Same as write(), and the bytes are on the disk before the file has its name: a power cut leaves the old
+/// file or the new one.
+Outcome writeSecured(const std::string& path, std::string_view bytes);
+
 /// Copies `from` to a name that is free. After a failure there is no file `to`.
 Outcome copyNew(const std::string& from, const std::string& to);
+
+/// Gives the file `from` a second name, which must be free. On another disk, and where files have one name
+/// only, that is a copy.
+Outcome addName(const std::string& from, const std::string& to);
 
 /// Renames a file over `to`, or a folder to a free name; both must lie on one disk.
 Outcome move(const std::string& from, const std::string& to);
@@ -54,6 +62,9 @@ Outcome remove(const std::string& path);
 
 /// Makes one folder; its parent must exist. Fails when the name is taken.
 Outcome makeFolder(const std::string& path);
+
+/// Makes a folder and every parent that is missing. One that is there is a success.
+Outcome makeFolders(const std::string& path);
 
 /// Removes a folder with all that it holds, without following links. A missing folder is a success.
 Outcome removeFolder(const std::string& path);
@@ -78,6 +89,12 @@ struct Listing {
 /// Names of the regular files of `folder` that match `pattern` (see matchesWildcard()). Names that begin with
 /// a dot are left out.
 Listing list(const std::string& folder, Links links, std::string_view pattern = "*.*");
+
+/// Names of the folders in `folder`, without links to folders.
+Listing listFolders(const std::string& folder);
+
+/// What changes when a file is replaced or written to. Empty for what is no file.
+std::string stampOf(const std::string& path);
 
 /// Names of the regular files of `folder` that differ from one of `names`, which are lower case, but only in
 /// case. On a disk that ignores case there are none. Nothing when the folder cannot be read.

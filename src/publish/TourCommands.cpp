@@ -54,6 +54,23 @@ void openTour(TourContext& context) {
     model.tourChanged = false;
 }
 
+void generateRecoveredTour(TourContext& context) {
+    const BusyPointer busy(context.desktop);
+    TourModel& model = context.model;
+    model.editingMode = true;
+    makeStopPages(context, 1, model.stopCount);
+    makeWorkingFrameset(context);
+    makeOpeningPageSimple(context);
+    makeIndexPage(context);
+    makeContentsPage(context);
+    makeTourGuide(context);
+    makeOpeningPage(context);
+    writeLaunchList(context);
+    useEditingNavigator(context);
+    model.tourChanged = true;
+    makePreviewFrameset(context);
+}
+
 void generateNewTour(TourContext& context, HandOver& handOver) {
     TourModel& model = context.model;
     context.workspace.initTourDefaults();

@@ -18,6 +18,10 @@ void loadTemplateTour(TourContext& context);
 /// Opens the tour in the workspace's tourPath, after initTourDefaults().
 void openTour(TourContext& context);
 
+/// Generates the pages of a tour that is in the model and whose other files are in the working copy, as an
+/// unsaved one, and shows its current stop.
+void generateRecoveredTour(TourContext& context);
+
 /// Makes a new tour of the working copy, which was just reset.
 void generateNewTour(TourContext& context, HandOver& handOver);
 

@@ -1,0 +1,147 @@
+#include "recovery/RecoveryRecord.h"
+
+#include <algorithm>
+#include <charconv>
+#include <concepts>
+
+namespace wendmark {
+
+namespace {
+
+constexpr std::string_view beginning = "wendmark-recovery 1\n";
+
+/// Calls `visit` with the name and the variable of every field, always in the same order.
+template <typename Record, typename Visit>
+void visitFields(Record& record, Visit visit) {
+    auto& model = record.model;
+    visit("time", record.time);
+    visit("tourPath", record.tourPath);
+    visit("tourTitle", model.tourTitle);
+    visit("tourAuthor", model.tourAuthor);
+    visit("autoBuffer", model.autoBuffer);
+    visit("bufferDelay", model.bufferDelay);
+    visit("autoInstruction", model.autoInstruction);
+    visit("singleWindow", model.singleWindow);
+    visit("narHeight", model.narHeight);
+    visit("advWidth", model.advWidth);
+    visit("navWidth", model.navWidth);
+    visit("stopLabel", model.stopLabel);
+    visit("helpFile", model.helpFile);
+    visit("homeSiteURL", model.homeSiteURL);
+    visit("currentStop", model.currentStop);
+    visit("tourChanged", model.tourChanged);
+    visit("launchURLCount", model.launchURLCount);
+    visit("stopCount", model.stopCount);
+    const auto held = [](std::int16_t count) {
+        return static_cast<std::size_t>(std::clamp<std::int16_t>(count, 0, tourCapacity));
+    };
+    for (std::size_t i = 0; i < held(model.launchURLCount); ++i)
+        visit("launchURL", model.launchURL.at(i));
+    for (std::size_t i = 0; i < held(model.stopCount); ++i) {
+        visit("stopTitle", model.stopTitle.at(i));
+        visit("stopURL", model.stopURL.at(i));
+        visit("stopNarration", model.stopNarration.at(i));
+        visit("stopInstruction", model.stopInstruction.at(i));
+    }
+}
+
+template <typename Texts, typename Visit>
+void visitTexts(Texts& texts, Visit visit) {
+    visit("unappliedTitle", texts.title);
+    visit("unappliedNarration", texts.narration);
+    visit("unappliedInstruction", texts.instruction);
+}
+
+/// A field is a line with its name and the number of its bytes, those bytes, and the end of a line.
+class Writer final {
+public:
+    void operator()(std::string_view name, const std::string& text) {
+        bytes.append(name).append(" ").append(std::to_string(text.size()));
+        bytes.append("\n").append(text).append("\n");
+    }
+    void operator()(std::string_view name, std::integral auto number) {
+        (*this)(name, std::to_string(static_cast<std::int64_t>(number)));
+    }
+
+    std::string bytes{beginning};
+};
+
+class Reader final {
+public:
+    explicit Reader(std::string_view bytes) : m_rest(bytes) {
+        ok = m_rest.starts_with(beginning);
+        m_rest.remove_prefix(ok ? beginning.size() : 0);
+    }
+
+    void operator()(std::string_view name, std::string& text) { text = take(name); }
+    void operator()(std::string_view name, bool& flag) {
+        std::int64_t number = 0;
+        (*this)(name, number);
+        flag = number != 0;
+    }
+    template <std::integral Number>
+    void operator()(std::string_view name, Number& number) {
+        const std::string_view digits = take(name);
+        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+        ok = ok && error == std::errc() && end == digits.data() + digits.size();
+    }
+
+    bool isAtEnd() const { return m_rest.empty(); }
+
+    bool ok = true;
+
+private:
+    std::string_view take(std::string_view name) {
+        const std::size_t lineEnd = m_rest.find('\n');
+        ok = ok && lineEnd != std::string_view::npos && m_rest.starts_with(name) &&
+             m_rest.substr(name.size()).starts_with(' ');
+        if (!ok)
+            return {};
+        const std::string_view digits = m_rest.substr(name.size() + 1, lineEnd - name.size() - 1);
+        std::size_t size = 0;
+        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), size);
+        m_rest.remove_prefix(lineEnd + 1);
+        ok = error == std::errc() && end == digits.data() + digits.size() && size < m_rest.size() &&
+             m_rest[size] == '\n';
+        if (!ok)
+            return {};
+        const std::string_view text = m_rest.substr(0, size);
+        m_rest.remove_prefix(size + 1);
+        return text;
+    }
+
+    std::string_view m_rest;
+};
+
+} // namespace
+
+std::string encodeRecord(const RecoveryRecord& record) {
+    Writer writer;
+    visitFields(record, std::ref(writer));
+    if (record.unapplied)
+        visitTexts(*record.unapplied, std::ref(writer));
+    writer("end", std::string());
+    return std::move(writer.bytes);
+}
+
+std::optional<RecoveryRecord> decodeRecord(std::string_view bytes) {
+    RecoveryRecord record;
+    Reader reader(bytes);
+    visitFields(record, std::ref(reader));
+    if (reader.ok && bytes.find("\nunappliedTitle ") != std::string_view::npos) {
+        Reader withTexts = reader;
+        UnappliedTexts texts;
+        visitTexts(texts, std::ref(withTexts));
+        if (withTexts.ok) {
+            record.unapplied = std::move(texts);
+            reader = withTexts;
+        }
+    }
+    std::string end;
+    reader("end", end);
+    const TourModel& model = record.model;
+    const bool countsMakeSense = model.stopCount >= 0 && model.launchURLCount >= 0;
+    return reader.ok && reader.isAtEnd() && countsMakeSense ? std::optional(std::move(record)) : std::nullopt;
+}
+
+} // namespace wendmark

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "recovery/RecoveryRecord.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace wendmark {
+
+class Log;
+
+/// What a run of the program that did not end by itself has left.
+struct RecoverySession {
+    std::string folder;
+    RecoveryRecord record;
+};
+
+/// Keeps tours that are being edited in folders outside the working copy, one for each run of the program: a
+/// record and the author's files. Every failure is a line in the log.
+class RecoveryStore final {
+public:
+    /// The runs of one program share `folder`, no two of them at a time; it is made when it is needed. The
+    /// log must outlive the store.
+    RecoveryStore(std::string folder, Log& log);
+
+    /// Keeps the tour with the author's files of the working copy, in place of what this run has kept before.
+    /// Whenever the program ends, this state or the one before can be had. False when it could not be kept.
+    bool keep(const RecoveryRecord& record, const std::string& workingCopy);
+
+    /// Nothing of this run is left to recover.
+    void forget();
+
+    /// What former runs have left, the latest first.
+    std::vector<RecoverySession> leftovers() const;
+
+    /// Copies the author's files of a session into the working copy.
+    void restoreFiles(const RecoverySession& session, const std::string& workingCopy) const;
+
+    void discard(const RecoverySession& session) const;
+
+private:
+    bool beginSession();
+    void keepFiles(const std::string& workingCopy);
+
+    std::string m_folder;
+    Log& m_log;
+    std::string m_session;                     ///< This run's folder; empty until something is kept.
+    std::map<std::string, std::string> m_kept; ///< Stamps of the kept files, by name.
+};
+
+/// The author's own files of a working copy, by name, with their stamps: all but those that are generated
+/// from the model and the templates.
+std::map<std::string, std::string> authorsFiles(const std::string& workingCopy);
+
+} // namespace wendmark

@@ -1,0 +1,182 @@
+#include "recovery/RecoveryKeeper.h"
+
+#include "publish/TourCommands.h"
+#include "publish/TourSave.h"
+#include "support/TestTour.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace wendmark {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+/// A program that is editing a tour of three stops.
+class Program final {
+public:
+    explicit Program(std::string stateFolder)
+        : store(std::move(stateFolder), tour.log), keeper(tour.context, store) {
+        tour.useShippedTemplates();
+        startProgram(tour.context, tour.handOver, tour.options);
+        loadTemplateTour(tour.context);
+    }
+
+    void openTour(const std::string& folder) {
+        tour.workspace.initTourDefaults();
+        tour.workspace.tourPath = folder;
+        wendmark::openTour(tour.context);
+        keeper.noteSaved();
+    }
+
+    test::TestTour tour;
+    RecoveryStore store;
+    RecoveryKeeper keeper;
+};
+
+class RecoveryKeeperTest : public testing::Test {
+protected:
+    RecoveryKeeperTest() {
+        std::string script = "\r\nRivers\r\n\r\n";
+        for (const std::string number : {"1", "2", "3"})
+            script += "<<<VoskInfo>>> Stop" + number + "\r\nStop " + number +
+                      "\r\nown.htm\r\n\r\nWords.\r\n\r\nDo.\r\n\r\n";
+        test::writeFile(folder + "/script.txt", script);
+        test::writeFile(folder + "/own.htm", "<p>own</p>");
+    }
+
+    std::vector<RecoverySession> found() { return RecoveryStore(state, log).leftovers(); }
+
+    test::ScratchFolder scratch;
+    test::RecordingLog log;
+    std::string state = scratch / "state";
+    std::string folder = scratch / "rivers";
+};
+
+TEST_F(RecoveryKeeperTest, tourThatIsAsItWasSavedIsNotKept) {
+    Program program(state);
+    program.openTour(folder);
+    program.tour.model.currentStop = 2;
+    program.keeper.check(1);
+    EXPECT_THAT(found(), IsEmpty());
+}
+
+TEST_F(RecoveryKeeperTest, everyKindOfChangeIsKept) {
+    const std::vector<std::function<void(test::TestTour&)>> changes = {
+        [](auto& tour) { tour.model.tourTitle += "!"; },
+        [](auto& tour) { tour.model.stopCount = 2; },
+        [](auto& tour) {
+            std::swap(tour.model.stopURL[0], tour.model.stopURL[1]), tour.model.stopURL[0] += "x";
+        },
+        [](auto& tour) { tour.model.stopNarration[2] += "more"; },
+        [](auto& tour) { tour.model.navWidth = 1; },
+        [](auto& tour) { tour.writeWorking("own.htm", "<p>changed</p>"); },
+        [](auto& tour) { tour.writeWorking("picture.png", "png"); },
+        [](auto& tour) { fs::remove(tour.workspace.workingFile("own.htm")); }};
+    for (const auto& change : changes) {
+        Program program(state);
+        program.openTour(folder);
+        change(program.tour);
+        program.keeper.check(1);
+        EXPECT_THAT(found(), SizeIs(1));
+        program.keeper.forget();
+        EXPECT_THAT(found(), IsEmpty());
+    }
+}
+
+TEST_F(RecoveryKeeperTest, textThatIsNotAppliedIsKeptUntilItIsGone) {
+    Program program(state);
+    program.openTour(folder);
+    std::optional<UnappliedTexts> texts = UnappliedTexts{"T", "half a sen", ""};
+    program.keeper.unappliedTexts = [&] { return texts; };
+    program.keeper.check(1);
+    ASSERT_THAT(found(), SizeIs(1));
+    ASSERT_TRUE(found()[0].record.unapplied);
+    EXPECT_EQ(found()[0].record.unapplied->narration, "half a sen");
+    texts.reset();
+    program.keeper.check(2);
+    EXPECT_THAT(found(), IsEmpty());
+}
+
+TEST_F(RecoveryKeeperTest, savingLeavesNothingToRecover) {
+    Program program(state);
+    program.openTour(folder);
+    program.tour.model.tourTitle = "Lakes";
+    program.keeper.check(1);
+    ASSERT_THAT(found(), SizeIs(1));
+    saveTour(program.tour.context);
+    program.keeper.noteSaved();
+    program.keeper.check(2);
+    EXPECT_THAT(found(), IsEmpty());
+}
+
+TEST_F(RecoveryKeeperTest, unchangedTourIsNotWrittenAgain) {
+    Program program(state);
+    program.openTour(folder);
+    program.tour.model.tourTitle = "Lakes";
+    program.keeper.check(1);
+    program.keeper.check(50);
+    EXPECT_EQ(found()[0].record.time, 1);
+}
+
+TEST_F(RecoveryKeeperTest, recoveryBringsEverythingBack) {
+    {
+        Program program(state);
+        program.openTour(folder);
+        TourModel& model = program.tour.model;
+        model.stopTitle[1] = "The second";
+        model.stopNarration[1] = "New words.\r\n";
+        model.tourAuthor = "Ann";
+        model.currentStop = 2;
+        program.tour.writeWorking("picture.png", "png");
+        program.tour.writeWorking("goodlist.txt", "bookmarks");
+        program.keeper.check(1);
+    }
+    Program next(state);
+    ASSERT_THAT(next.keeper.leftovers(), SizeIs(1));
+    next.keeper.recover(next.keeper.leftovers()[0], 2);
+    const TourModel& model = next.tour.model;
+    EXPECT_EQ(next.tour.workspace.tourPath, folder);
+    EXPECT_TRUE(model.tourChanged);
+    EXPECT_TRUE(model.editingMode);
+    EXPECT_EQ(model.tourTitle, "Rivers");
+    EXPECT_EQ(model.tourAuthor, "Ann");
+    EXPECT_EQ(model.stopCount, 3);
+    EXPECT_EQ(model.currentStop, 2);
+    EXPECT_EQ(next.tour.working("own.htm"), "<p>own</p>");
+    EXPECT_EQ(next.tour.working("picture.png"), "png");
+    EXPECT_EQ(next.tour.working("goodlist.txt"), "bookmarks");
+    EXPECT_THAT(next.tour.working("page2.htm"), HasSubstr("New words."));
+    EXPECT_THAT(next.tour.working("toc.htm"), HasSubstr("The second"));
+    EXPECT_THAT(next.tour.working("openhelp.htm"), HasSubstr("Ann"));
+    EXPECT_THAT(next.tour.working("framever.htm"), HasSubstr("numStops = 3"));
+    EXPECT_THAT(next.tour.working("tmpframe.htm"), HasSubstr("page2.htm"));
+    EXPECT_EQ(next.tour.working("nav3.htm"), test::readFile(next.tour.workspace.templateFile("navtemp.htm")));
+}
+
+TEST_F(RecoveryKeeperTest, recoveredTourIsKeptFromTheFirstMoment) {
+    {
+        Program program(state);
+        program.openTour(folder);
+        program.tour.model.tourTitle = "Lakes";
+        program.keeper.check(1);
+    }
+    Program next(state);
+    next.keeper.recover(next.keeper.leftovers().at(0), 2);
+    ASSERT_THAT(found(), SizeIs(1)); // The former session is gone, this run's is there.
+    EXPECT_EQ(found()[0].record.model.tourTitle, "Lakes");
+    next.keeper.check(3);
+    EXPECT_THAT(found(), SizeIs(1));
+    saveTour(next.tour.context);
+    next.keeper.noteSaved();
+    next.keeper.check(4);
+    EXPECT_THAT(found(), IsEmpty());
+}
+
+} // namespace
+} // namespace wendmark
