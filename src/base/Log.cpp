@@ -38,6 +38,8 @@ void Log::skipAsNote(const Outcome& outcome) {
 }
 
 void Log::writeLine(Level level, std::string_view text) {
+    if (level == Level::failure)
+        ++m_failureCount;
     std::string line;
     line.reserve(text.size());
     for (std::size_t position = 0; position < text.size();) {

@@ -20,6 +20,9 @@ public:
 
     virtual ~Log() = default;
 
+    /// How many failures were written so far.
+    int failureCount() const { return m_failureCount; }
+
     void note(std::string_view text) { writeLine(Level::note, text); }
     void warn(std::string_view text) { writeLine(Level::warning, text); }
     void fail(std::string_view text) { writeLine(Level::failure, text); }
@@ -34,6 +37,8 @@ private:
     virtual void write(Level level, const std::string& line) = 0;
 
     void writeLine(Level level, std::string_view text);
+
+    int m_failureCount = 0;
 };
 
 } // namespace wendmark

@@ -2,6 +2,8 @@
 
 #include "base/Utf8.h"
 
+#include <algorithm>
+
 namespace wendmark {
 
 namespace {
@@ -90,6 +92,19 @@ std::string_view trimBlanks(std::string_view text) {
 std::string lastPathPart(std::string_view text, char separator) {
     // Without a separator this is 0: npos is one less than nothing.
     return lowerCase(text.substr(text.find_last_of(separator) + 1));
+}
+
+void sortByPatterns(std::vector<std::string>& names, const std::vector<std::string>& patterns) {
+    const auto rank = [&](const std::string& name) {
+        for (std::size_t i = 0; i < patterns.size(); ++i) {
+            if (matchesWildcard(name, patterns[i]))
+                return i + 1;
+        }
+        return std::size_t(0);
+    };
+    std::stable_sort(names.begin(), names.end(), [&](const std::string& left, const std::string& right) {
+        return rank(left) < rank(right);
+    });
 }
 
 } // namespace wendmark

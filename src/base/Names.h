@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// File names of tours, which come from systems that ignore the case of names. All texts are UTF-8.
 namespace wendmark {
@@ -23,6 +24,10 @@ bool beginsIgnoringCase(std::string_view path, std::string_view prefix);
 /// Directory-search match, ignoring case: "*" stands for any run of characters, "?" for any one, "*.*" for
 /// every name, with a dot or without.
 bool matchesWildcard(std::string_view name, std::string_view pattern);
+
+/// Moves names that match a pattern behind those that match none, in the order of the patterns; otherwise the
+/// order stays.
+void sortByPatterns(std::vector<std::string>& names, const std::vector<std::string>& patterns);
 
 /// The text without the blanks at both ends. Only the space character counts as a blank.
 std::string_view trimBlanks(std::string_view text);

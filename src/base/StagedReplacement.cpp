@@ -1,6 +1,7 @@
 #include "base/StagedReplacement.h"
 
 #include "base/Files.h"
+#include "base/Names.h"
 
 namespace wendmark {
 
@@ -29,13 +30,12 @@ Outcome StagedReplacement::stage(const std::string& source, const std::string& n
     return copied;
 }
 
-std::vector<Outcome> StagedReplacement::commit(const std::string& lastName) {
+std::vector<Outcome> StagedReplacement::commit(const std::vector<std::string>& lastPatterns) {
     std::vector<Outcome> failures;
-    const bool lastStaged = m_staged.erase(lastName) > 0;
-    for (const std::string& name : m_staged)
+    std::vector<std::string> names(m_staged.begin(), m_staged.end());
+    sortByPatterns(names, lastPatterns);
+    for (const std::string& name : names)
         putInPlace(name, failures);
-    if (lastStaged)
-        putInPlace(lastName, failures);
     removeOtherSpellings(failures);
     return failures;
 }

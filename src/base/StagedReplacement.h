@@ -24,9 +24,10 @@ public:
     /// Copies `source` to be put in place as `name`. May be called again for a name; the later copy counts.
     Outcome stage(const std::string& source, const std::string& name);
 
-    /// Puts everything in place, `lastName` last, and removes files whose names differ from a new one only in
-    /// case. A file that cannot be replaced keeps its old contents, the others go on. Returns the failures.
-    std::vector<Outcome> commit(const std::string& lastName);
+    /// Puts everything in place, files that match one of `lastPatterns` (see matchesWildcard()) at the end
+    /// and in the order of the patterns, and removes files whose names differ from a new one only in case. A
+    /// file that cannot be replaced keeps its old contents, the others go on. Returns the failures.
+    std::vector<Outcome> commit(const std::vector<std::string>& lastPatterns);
 
 private:
     std::string stagedPath(const std::string& name) const;

@@ -181,9 +181,14 @@ void Workspace::replaceTourFiles() {
         if (!staged.ok() && fileExists(source))
             return; // The tour's own disk does not take it: the tour stays what it was.
     }
-    // The script goes last: until then the folder opens as the tour that it was.
-    for (const Outcome& failure : replacement.commit("script.txt"))
+    for (const Outcome& failure : replacement.commit(savedLast()))
         m_log.skip(failure);
+}
+
+const std::vector<std::string>& savedLast() {
+    static const std::vector<std::string> patterns = {"toc.htm",          "framever.htm", "fv1.htm",
+                                                      "_tourlaunch*.htm", "playtour.htm", "script.txt"};
+    return patterns;
 }
 
 bool fileExists(const std::string& path) {

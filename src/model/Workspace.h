@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace wendmark {
 
@@ -99,6 +100,11 @@ private:
     Desktop& m_desktop;
     Log& m_log;
 };
+
+/// Patterns of the files that a save puts in place last, in this order: what leads to stops comes after the
+/// stops, and the script, as which the folder opens, after everything else. However far a save gets, each
+/// file finds what it leads to.
+const std::vector<std::string>& savedLast();
 
 /// Whether a file can be opened for reading.
 bool fileExists(const std::string& path);

@@ -89,10 +89,10 @@ void generateNewTour(TourContext& context, HandOver& handOver) {
     handOver.saveFolderChosen = true;
 }
 
-void finishNewTour(TourContext& context, HandOver& handOver) {
+bool finishNewTour(TourContext& context, HandOver& handOver) {
     const BusyPointer busy(context.desktop);
     generateNewTour(context, handOver);
-    saveTour(context);
+    return saveTour(context);
 }
 
 } // namespace wendmark

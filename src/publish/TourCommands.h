@@ -25,7 +25,8 @@ void generateRecoveredTour(TourContext& context);
 /// Makes a new tour of the working copy, which was just reset.
 void generateNewTour(TourContext& context, HandOver& handOver);
 
-/// Same, and saves it into the workspace's tourPath, an existing folder.
-void finishNewTour(TourContext& context, HandOver& handOver);
+/// Same, and saves it into the workspace's tourPath, an existing folder. False when something of it could not
+/// be saved.
+bool finishNewTour(TourContext& context, HandOver& handOver);
 
 } // namespace wendmark

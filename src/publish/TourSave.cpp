@@ -73,18 +73,22 @@ void makeFinalForm(TourContext& context) {
     useFinalNavigator(context);
 }
 
-void saveTourAs(TourContext& context) {
+bool saveTourAs(TourContext& context) {
+    const int failuresBefore = context.log.failureCount();
     makeFinalForm(context);
     context.workspace.pause(1.0F);
     context.workspace.copyWorkingCopyToTour();
+    const bool complete = context.log.failureCount() == failuresBefore;
     useEditingNavigator(context);
     context.model.editingMode = true;
     makeAllFramesets(context);
+    return complete;
 }
 
-void saveTour(TourContext& context) {
-    saveTourAs(context);
+bool saveTour(TourContext& context) {
+    const bool complete = saveTourAs(context);
     writeLaunchList(context);
+    return complete;
 }
 
 } // namespace wendmark

@@ -19,10 +19,10 @@ void makeFinalForm(TourContext& context);
 
 /// Saves the working copy, in its final form, into the tour's folder, which must be set, and switches it back
 /// to its editing form. The launch list is written after that, so the tour's folder gets it with the next
-/// save.
-void saveTour(TourContext& context);
+/// save. False when something of the tour could not be saved; what, is in the log.
+bool saveTour(TourContext& context);
 
 /// Same, for a tour that gets another folder; leaves the launch list as it is.
-void saveTourAs(TourContext& context);
+bool saveTourAs(TourContext& context);
 
 } // namespace wendmark

@@ -2,6 +2,7 @@
 
 #include "base/Files.h"
 #include "base/Names.h"
+#include "model/Workspace.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -168,9 +169,7 @@ Outcome TourTarget::replaceFiles() const {
     files::Listing finished = files::list(m_finished, files::Links::anywhere);
     if (!finished.outcome.ok())
         return finished.outcome;
-    // Until the script is replaced, the folder opens as the tour that it was.
-    std::stable_partition(finished.names.begin(), finished.names.end(),
-                          [](const std::string& name) { return name != "script.txt"; });
+    sortByPatterns(finished.names, savedLast());
     const std::string replaced = files::join(m_finished, "replaced");
     Outcome made = files::makeFolder(replaced);
     return made.ok() ? Replacement(m_finished, m_folder, replaced).moveAll(finished.names) : made;

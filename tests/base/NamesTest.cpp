@@ -103,6 +103,15 @@ TEST(Names, wildcardsDoNotMatchMoreThanTheySay) {
     }
 }
 
+TEST(Names, namesThatMatchPatternsGoLastInTheOrderOfThePatterns) {
+    std::vector<std::string> names = {"script.txt", "b.htm", "_tourlaunch2.htm", "a.htm", "_tourlaunch1.htm"};
+    sortByPatterns(names, {"_tour*.htm", "script.txt"});
+    EXPECT_EQ(names, (std::vector<std::string>{"b.htm", "a.htm", "_tourlaunch2.htm", "_tourlaunch1.htm",
+                                               "script.txt"}));
+    sortByPatterns(names, {});
+    EXPECT_EQ(names.front(), "b.htm");
+}
+
 TEST(Names, onlyTheSpaceCharacterIsABlank) {
     EXPECT_EQ(trimBlanks("  a b  "), "a b");
     EXPECT_EQ(trimBlanks("a"), "a");

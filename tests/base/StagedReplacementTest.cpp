@@ -88,7 +88,7 @@ TEST_F(StagedReplacementTest, filesAreReplacedOnlyWhenCommitted) {
         ASSERT_TRUE(replacement.stage(source("b.htm", "new"), "b.htm").ok());
         EXPECT_EQ(readFile(m_target + "/a.htm"), "old");
         EXPECT_FALSE(exists(m_target + "/b.htm"));
-        EXPECT_TRUE(replacement.commit("b.htm").empty());
+        EXPECT_TRUE(replacement.commit({"b.htm"}).empty());
     }
     EXPECT_EQ(target(), (FileMap{{"a.htm", "new"}, {"b.htm", "new"}, {"other.htm", "kept"}}));
     EXPECT_FALSE(stagingIsThere());
@@ -112,7 +112,7 @@ TEST_F(StagedReplacementTest, stagingLeftBehindByACrashIsReplaced) {
         StagedReplacement replacement(m_target);
         ASSERT_TRUE(replacement.begin().ok());
         ASSERT_TRUE(replacement.stage(source("b.htm", "new"), "b.htm").ok());
-        EXPECT_TRUE(replacement.commit("b.htm").empty());
+        EXPECT_TRUE(replacement.commit({"b.htm"}).empty());
     }
     EXPECT_EQ(target(), (FileMap{{"b.htm", "new"}}));
 }
@@ -131,7 +131,7 @@ TEST_F(StagedReplacementTest, linkUnderTheNameOfTheStagingFolderIsNotFollowed) {
         StagedReplacement replacement(m_target);
         ASSERT_TRUE(replacement.begin().ok());
         ASSERT_TRUE(replacement.stage(source("a.htm", "new"), "a.htm").ok());
-        EXPECT_TRUE(replacement.commit("a.htm").empty());
+        EXPECT_TRUE(replacement.commit({"a.htm"}).empty());
     }
     EXPECT_EQ(folderContents(m_scratch / "elsewhere"), (FileMap{{"a.htm", "kept"}}));
     EXPECT_EQ(target(), (FileMap{{"a.htm", "new"}}));
@@ -143,7 +143,7 @@ TEST_F(StagedReplacementTest, laterCopyOfANameCounts) {
         ASSERT_TRUE(replacement.begin().ok());
         ASSERT_TRUE(replacement.stage(source("first", "first"), "a.htm").ok());
         ASSERT_TRUE(replacement.stage(source("second", "second"), "a.htm").ok());
-        EXPECT_TRUE(replacement.commit("a.htm").empty());
+        EXPECT_TRUE(replacement.commit({"a.htm"}).empty());
     }
     EXPECT_EQ(target(), (FileMap{{"a.htm", "second"}}));
 }
@@ -154,7 +154,7 @@ TEST_F(StagedReplacementTest, lastNameIsPutInPlaceLast) {
     for (const std::string_view name : {"script.txt", "a.htm", "z.htm"})
         ASSERT_TRUE(replacement.stage(source(name, "new"), std::string(name)).ok());
     FolderWatch watch(m_target);
-    EXPECT_TRUE(replacement.commit("script.txt").empty());
+    EXPECT_TRUE(replacement.commit({"script.txt"}).empty());
     EXPECT_EQ(watch.namesMovedIn(), (std::vector<std::string>{"a.htm", "z.htm", "script.txt"}));
 }
 
@@ -169,7 +169,7 @@ TEST_F(StagedReplacementTest, spellingsThatDifferOnlyInCaseAreRemoved) {
         ASSERT_TRUE(replacement.begin().ok());
         ASSERT_TRUE(replacement.stage(source("a", "new"), "page.htm").ok());
         ASSERT_TRUE(replacement.stage(source("b", "new"), "äpfel.gif").ok());
-        EXPECT_TRUE(replacement.commit("page.htm").empty());
+        EXPECT_TRUE(replacement.commit({"page.htm"}).empty());
     }
     EXPECT_EQ(
         target(),
@@ -185,7 +185,7 @@ TEST_F(StagedReplacementTest, fileThatCannotBeReplacedKeepsItsOldContentsAndTheO
         ASSERT_TRUE(replacement.begin().ok());
         for (const std::string_view name : {"a.htm", "b.htm", "c.htm"})
             ASSERT_TRUE(replacement.stage(source(name, "new"), std::string(name)).ok());
-        const auto failures = replacement.commit("a.htm");
+        const auto failures = replacement.commit({"a.htm"});
         ASSERT_EQ(failures.size(), 1U);
         EXPECT_EQ(failures[0].message(), "cannot replace " + m_target + "/b.htm: Is a directory");
     }
@@ -204,7 +204,7 @@ TEST_F(StagedReplacementTest, fileThatCannotBeStagedIsLeftOutOfTheCommit) {
         EXPECT_FALSE(replacement.stage(m_scratch / "missing", "a.htm").ok());
         EXPECT_FALSE(replacement.stage(source("long", "new"), std::string(256, 'x')).ok());
         EXPECT_TRUE(replacement.stage(source("b.htm", "new"), "b.htm").ok());
-        EXPECT_TRUE(replacement.commit("a.htm").empty());
+        EXPECT_TRUE(replacement.commit({"a.htm"}).empty());
     }
     EXPECT_EQ(target(), (FileMap{{"a.htm", "old"}, {"b.htm", "new"}}));
 }

@@ -1,5 +1,6 @@
 #include "publish/TourSave.h"
 
+#include "base/Names.h"
 #include "support/SystemLimits.h"
 #include "support/TestTour.h"
 
@@ -322,6 +323,26 @@ TEST_F(TourSave, readOnlyTourFolderStaysAsItIsAndCountsAsSaved) {
     EXPECT_FALSE(tour.model.tourChanged);
     EXPECT_EQ(tour.working("nav3.htm"), editingNavigator);
     EXPECT_TRUE(test::exists(tour.workspace.workingFile("link.txt")));
+}
+
+TEST_F(TourSave, saveTellsWhetherItWasComplete) {
+    EXPECT_TRUE(saveTour(tour.context)) << ::testing::PrintToString(tour.log.failures);
+    tour.writeWorking("blocked.htm", "new");
+    fs::create_directory(tour.workspace.tourFile("blocked.htm"));
+    EXPECT_FALSE(saveTour(tour.context));
+    fs::remove(tour.workspace.tourFile("blocked.htm"));
+    EXPECT_TRUE(saveTour(tour.context));
+    fs::remove(tour.workspace.workingFile("playtour.htm"));
+    blockWorkingFile("playtour.htm");
+    EXPECT_FALSE(saveTourAs(tour.context));
+}
+
+TEST_F(TourSave, filesTakeTheirPlacesBeforeThoseThatLeadToThem) {
+    std::vector<std::string> names = {"_tourlaunch1.htm", "framever.htm", "page2.htm",
+                                      "playtour.htm",     "script.txt",   "toc.htm"};
+    sortByPatterns(names, savedLast());
+    EXPECT_THAT(names, ElementsAre("page2.htm", "toc.htm", "framever.htm", "_tourlaunch1.htm", "playtour.htm",
+                                   "script.txt"));
 }
 
 TEST_F(TourSave, fullDiskLeavesTheSavedTourAsItWas) {
