@@ -1,3 +1,4 @@
+#include "base/Files.h"
 #include "base/Log.h"
 #include "maker.h"
 #include "model/HandOver.h"
@@ -13,8 +14,11 @@
 #include "platform/Registry.h"
 #include "platform/SettingsStore.h"
 #include "platform/SingleProgram.h"
+#include "platform/StateFolder.h"
 #include "platform/Strings.h"
 #include "publish/TourCommands.h"
+#include "recovery/RecoveryKeeper.h"
+#include "recovery/SavedScripts.h"
 #include "ui/dialogs/frmSplash.h"
 #include "ui/main/frmMain.h"
 
@@ -91,7 +95,13 @@ int main(int argc, char* argv[]) {
     splash.exec();
 
     const std::unique_ptr<QWebEngineProfile> profile(makeBrowserProfile(nullptr));
-    frmMain window({tour, handOver, options, desktop, settings, registry, *profile});
+    const std::string state = toUtf8(stateFolder());
+    const std::string ownSessions =
+        files::join(files::join(state, "recovery"), folderNameFor(toUtf8(folder.path)));
+    RecoveryStore recoveryStore(ownSessions, log);
+    RecoveryKeeper recovery(tour, recoveryStore);
+    frmMain window({tour, handOver, options, desktop, settings, registry, *profile, recovery,
+                    files::join(state, "scripts")});
     QObject::connect(&window, &frmMain::closed, &application, &QCoreApplication::quit, Qt::QueuedConnection);
     QObject::connect(&program, &SingleProgram::activationRequested, &window, &frmMain::bringToFront);
     window.load(tourFolder);

@@ -1,5 +1,7 @@
 #include "platform/FileLog.h"
 
+#include "platform/StateFolder.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QStandardPaths>
@@ -40,12 +42,7 @@ FileLog::FileLog(const QString& path) : m_file(path) {
 }
 
 QString FileLog::defaultPath() {
-    QString folder = qEnvironmentVariable("XDG_STATE_HOME");
-    if (folder.isEmpty())
-        folder = QDir::homePath() + QStringLiteral("/.local/state");
-    folder += QStringLiteral("/wendmark");
-    QDir().mkpath(folder);
-    return folder + QStringLiteral("/wendmark.log");
+    return stateFolder() + QStringLiteral("/wendmark.log");
 }
 
 void FileLog::write(Level level, const std::string& line) {

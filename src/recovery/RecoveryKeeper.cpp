@@ -53,8 +53,6 @@ void RecoveryKeeper::recover(const RecoverySession& session, std::int64_t now) {
 }
 
 void RecoveryKeeper::forget() {
-    if (m_kept.empty())
-        return;
     m_store.forget();
     m_kept.clear();
 }

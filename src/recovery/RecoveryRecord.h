@@ -14,6 +14,8 @@ struct UnappliedTexts {
     std::string title;
     std::string narration;
     std::string instruction;
+
+    friend bool operator==(const UnappliedTexts&, const UnappliedTexts&) = default;
 };
 
 /// A tour at one moment of its editing, without its files.

@@ -2,25 +2,41 @@
 
 #include "base/Files.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <charconv>
+#include <vector>
 
 namespace wendmark {
 
 namespace {
 
-/// Sorted by name, the files are sorted by time.
-std::string scriptName(std::int64_t time, int number) {
-    char name[48];
-    std::snprintf(name, sizeof name, "%012lld-%02d.txt", static_cast<long long>(time), number);
-    return name;
+constexpr std::size_t timeDigits = 12;
+constexpr std::size_t counterDigits = 6;
+
+std::string padded(std::int64_t number, std::size_t digits) {
+    const std::string text = std::to_string(number);
+    return std::string(digits - std::min(digits, text.size()), '0') + text;
 }
 
-Outcome writeUnderFreeName(const std::string& folder, std::string_view script, std::int64_t now) {
-    constexpr int mostInASecond = 100;
-    int number = 0;
-    while (number < mostInASecond - 1 && files::canBeRead(files::join(folder, scriptName(now, number))))
-        ++number;
-    return files::write(files::join(folder, scriptName(now, number)), script);
+/// Sorted by name, the files are sorted by time.
+std::string scriptName(std::int64_t time, std::int64_t counter) {
+    return padded(time, timeDigits) + "-" + padded(counter, counterDigits) + ".txt";
+}
+
+std::int64_t numberIn(std::string_view digits) {
+    std::int64_t number = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    return number;
+}
+
+/// A name that comes after the latest one, also when the clock was set back or both are of one second.
+std::string nameAfter(const std::vector<std::string>& names, std::int64_t now) {
+    std::string name = scriptName(now, 0);
+    if (names.empty() || name > names.back())
+        return name;
+    const std::string_view latest = names.back();
+    return scriptName(numberIn(latest.substr(0, timeDigits)),
+                      numberIn(latest.substr(std::min(timeDigits + 1, latest.size()), counterDigits)) + 1);
 }
 
 } // namespace
@@ -30,8 +46,10 @@ std::string folderNameFor(std::string_view path) {
     std::uint64_t hash = 14695981039346656037U;
     for (const char byte : path)
         hash = (hash ^ static_cast<unsigned char>(byte)) * 1099511628211U;
-    char name[17];
-    std::snprintf(name, sizeof name, "%016llx", static_cast<unsigned long long>(hash));
+    static constexpr char hexDigits[] = "0123456789abcdef";
+    std::string name;
+    for (int shift = 60; shift >= 0; shift -= 4)
+        name.push_back(hexDigits[(hash >> shift) & 0xf]);
     return name;
 }
 
@@ -46,7 +64,7 @@ Outcome keepSavedScript(const std::string& folder, const std::string& tourPath, 
     std::vector<std::string> names = files::list(own, files::Links::insideFolder, "0*.txt").names;
     if (!names.empty() && files::read(files::join(own, names.back())).bytes == script)
         return outcome;
-    outcome = writeUnderFreeName(own, script, now);
+    outcome = files::write(files::join(own, nameAfter(names, now)), script);
     for (std::size_t i = 0; outcome.ok() && i + savedScriptsKept <= names.size(); ++i)
         outcome = files::remove(files::join(own, names[i]));
     return outcome;

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <string>
+
 class QWebEngineProfile;
 
 namespace wendmark {
 
 class QtDesktop;
+class RecoveryKeeper;
 class Registry;
 class SettingsStore;
 struct HandOver;
@@ -20,6 +23,8 @@ struct ProgramParts {
     SettingsStore& settings;
     const Registry& registry;
     QWebEngineProfile& browserProfile;
+    RecoveryKeeper& recovery;
+    std::string savedScripts; ///< Folder for the scripts of saved tours; made when it is needed.
 };
 
 } // namespace wendmark

@@ -89,7 +89,7 @@ const windowPages = {
   frmSelectFolderOpen: 'wizard.htm', frmSelectFolderSave: 'wizard.htm', frmBrowser: 'site.htm', frmTestFrame: 'site.htm',
   frmWarnURL: 'options.htm', frmRenameFile: 'site.htm', frmNarEdit: 'narration.htm', frmPropTab: 'props.htm',
   frmOptions: 'options.htm', frmLaunch: 'launching.htm', frmPrint: 'printing.htm', frmHelp: 'mainwin.htm',
-  frmAbout: 'mainwin.htm', frmSplash: 'making.htm', frmMessage: 'site.htm',
+  frmAbout: 'mainwin.htm', frmSplash: 'making.htm', frmMessage: 'site.htm', frmRecover: 'trouble.htm',
 };
 
 test('every window of the program has its page', () => {

@@ -36,9 +36,16 @@ TEST_F(SavedScripts, lastFiveAreKept) {
 }
 
 TEST_F(SavedScripts, savesOfOneSecondAreKeptInTheirOrder) {
-    for (const std::string script : {"1", "2", "3"})
+    for (const std::string script : {"1", "2", "3", "4", "5", "6", "7", "8"})
         EXPECT_TRUE(keepSavedScript(folder, "/tours/a", script, 1700000000).ok());
-    EXPECT_THAT(kept("/tours/a"), ElementsAre("1", "2", "3"));
+    EXPECT_THAT(kept("/tours/a"), ElementsAre("4", "5", "6", "7", "8"));
+}
+
+TEST_F(SavedScripts, clockThatWasSetBackDoesNotMixThemUp) {
+    std::int64_t now = 1700000000;
+    for (const std::string script : {"1", "2", "3", "4", "5", "6", "7"})
+        EXPECT_TRUE(keepSavedScript(folder, "/tours/a", script, now -= 10).ok());
+    EXPECT_THAT(kept("/tours/a"), ElementsAre("3", "4", "5", "6", "7"));
 }
 
 TEST_F(SavedScripts, sameScriptIsNotKeptTwice) {

@@ -11,6 +11,7 @@
 #include "ui/dialogs/frmOptions.h"
 #include "ui/dialogs/frmPrint.h"
 #include "ui/dialogs/frmPropTab.h"
+#include "ui/dialogs/frmRecover.h"
 #include "ui/dialogs/frmRenameFile.h"
 #include "ui/dialogs/frmSelectFolderOpen.h"
 #include "ui/dialogs/frmSelectFolderSave.h"
@@ -181,6 +182,8 @@ private:
         takeDialog(save);
         frmAbout about(m_program.registry);
         takeDialog(about);
+        frmRecover recover({1700000000, workspace.tourPath, m_program.model, {}});
+        takeDialog(recover);
         takeSettingsDialogs(handOver);
         takeSmallDialogs(handOver);
     }

@@ -10,6 +10,7 @@
 #include "ui/dialogs/frmOptions.h"
 #include "ui/dialogs/frmPrint.h"
 #include "ui/dialogs/frmPropTab.h"
+#include "ui/dialogs/frmRecover.h"
 #include "ui/dialogs/frmRenameFile.h"
 #include "ui/dialogs/frmSelectFolderOpen.h"
 #include "ui/dialogs/frmSelectFolderSave.h"
@@ -132,6 +133,11 @@ constexpr DialogCase dialogs[] = {
          auto* const selected = dialog.findChild<QRadioButton*>(QStringLiteral("optSelStops"));
          selected->setChecked(true);
          selected->setFocus();
+         runDialog(dialog);
+     }},
+    {"frmRecover",
+     [](UiFixture&) {
+         frmRecover dialog(RecoveryRecord{});
          runDialog(dialog);
      }},
     {"frmRenameFile",

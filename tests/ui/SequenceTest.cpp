@@ -55,11 +55,15 @@ struct Watched {
     /// The events of a working copy that is filled from the templates.
     QStringList filling() const { return eventsOf(QStringLiteral("+NewTour/"), program.filesOf("Template")); }
 
-    /// The events of a saved tour that gets what the working copy holds now, the script last.
+    /// The events of a saved tour that gets what the working copy holds now: what leads to stops after the
+    /// stops, and the script last.
     QStringList copying() const {
         QStringList names = program.filesOf("NewTour");
-        names.removeAll(QStringLiteral("script.txt"));
-        names.append(QStringLiteral("script.txt"));
+        for (const char* last :
+             {"toc.htm", "framever.htm", "fv1.htm", "_tourlaunch1.htm", "playtour.htm", "script.txt"}) {
+            if (names.removeAll(QLatin1String(last)) > 0)
+                names.append(QLatin1String(last));
+        }
         return eventsOf(QStringLiteral("+walk/"), names);
     }
 

@@ -19,6 +19,8 @@
 #include "publish/StopCommands.h"
 #include "publish/TourCommands.h"
 #include "publish/TourSave.h"
+#include "recovery/RecoveryKeeper.h"
+#include "recovery/SavedScripts.h"
 #include "ui/Messages.h"
 #include "ui/controls/CommandBar.h"
 #include "ui/controls/LoadingIndicator.h"
@@ -29,6 +31,7 @@
 #include "ui/dialogs/frmOptions.h"
 #include "ui/dialogs/frmPrint.h"
 #include "ui/dialogs/frmPropTab.h"
+#include "ui/dialogs/frmRecover.h"
 #include "ui/dialogs/frmSelectFolderOpen.h"
 #include "ui/dialogs/frmSelectFolderSave.h"
 #include "ui/dialogs/frmWizard1.h"
@@ -50,6 +53,7 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <utility>
 
 namespace wendmark {
 
@@ -72,6 +76,8 @@ struct ToolBarButton {
     void (frmMain::*command)();
     bool changesTour; ///< Started from the toolbar, the command marks the tour as changed.
 };
+
+constexpr int recoveryInterval = 500; // Milliseconds.
 
 constexpr ToolBarButton toolBarButtons[] = {
     {"New", "New Tour", "mnuFileNew", &frmMain::newTour, false},
@@ -104,7 +110,7 @@ QString lines(const QString& first, const QString& second) {
 
 } // namespace
 
-frmMain::frmMain(const ProgramParts& parts) : m_parts(parts) {
+frmMain::frmMain(ProgramParts parts) : m_parts(std::move(parts)) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(programTitle());
     setMinimumSize(pixelsFromTwips(smallestWidth), pixelsFromTwips(smallestHeight));
@@ -115,14 +121,20 @@ frmMain::frmMain(const ProgramParts& parts) : m_parts(parts) {
     setupConnections();
 }
 
-frmMain::~frmMain() = default;
+frmMain::~frmMain() {
+    m_parts.recovery.unappliedTexts = nullptr;
+}
 
 void frmMain::load(const QString& tourFolder) {
     readSettings();
     loadTemplateTour(m_parts.tour);
     showOpeningPage();
+    m_parts.recovery.noteSaved();
+    m_recoveryTimer->start();
     m_parts.handOver.wizardFirstRun = true;
-    if (tourFolder.isEmpty())
+    if (offerRecovery())
+        m_parts.handOver.wizardFirstRun = false;
+    else if (tourFolder.isEmpty())
         newTour();
     else
         openTourIn(tourFolder);
@@ -152,6 +164,7 @@ void frmMain::openTour() {
     if (m_parts.handOver.openFolderChosen) {
         closeSiteEditor();
         wendmark::openTour(tour);
+        m_parts.recovery.noteSaved();
     }
     tour.model.tourChanged = false;
     tellNarrationEditor();
@@ -164,7 +177,7 @@ void frmMain::save() {
         return;
     }
     const BusyPointer busy(tour.desktop);
-    saveTour(tour);
+    takeOverSave(saveTour(tour));
 }
 
 void frmMain::saveAs() {
@@ -174,7 +187,7 @@ void frmMain::saveAs() {
     {
         const BusyPointer busy(m_parts.tour.desktop);
         if (m_parts.handOver.saveFolderChosen)
-            saveTourAs(m_parts.tour);
+            takeOverSave(saveTourAs(m_parts.tour));
     }
     m_saveInProgress = false;
     if (m_closeAfterSave) {
@@ -328,7 +341,9 @@ void frmMain::closeEvent(QCloseEvent* event) {
         m_closeAfterSave = true;
         return;
     }
+    m_recoveryTimer->stop();
     leaveWorkingCopy();
+    m_parts.recovery.forget();
     event->accept();
     emit closed();
 }
@@ -491,6 +506,10 @@ void frmMain::setupConnections() {
     m_timer->setObjectName(QStringLiteral("timTimer"));
     connect(m_timer, &QTimer::timeout, this, &frmMain::runTicks);
     m_timer->start(tickInterval);
+    m_recoveryTimer = new QTimer(this);
+    m_recoveryTimer->setInterval(recoveryInterval);
+    connect(m_recoveryTimer, &QTimer::timeout, this, &frmMain::keepUnsaved);
+    m_parts.recovery.unappliedTexts = [this] { return unappliedTexts(); };
     connect(m_toolBar, &CommandBar::buttonClicked, this, &frmMain::runToolBarCommand);
     connect(m_offline, &QCheckBox::toggled, this,
             [this](bool checked) { m_parts.handOver.workOffline = checked; });
@@ -558,8 +577,67 @@ void frmMain::openTourIn(const QString& folder) {
     tour.workspace.initTourDefaults();
     tour.workspace.tourPath = toUtf8(folder);
     wendmark::openTour(tour);
+    m_parts.recovery.noteSaved();
     m_parts.handOver.wizardFirstRun = false;
     tellNarrationEditor();
+}
+
+/// True when the author goes on with a tour of a former run.
+bool frmMain::offerRecovery() {
+    for (const RecoverySession& session : m_parts.recovery.leftovers()) {
+        frmRecover dialog(session.record, this);
+        runDialog(dialog);
+        if (dialog.choice() == frmRecover::Choice::recover) {
+            recover(session);
+            return true;
+        }
+        if (dialog.choice() == frmRecover::Choice::notNow)
+            return false;
+        m_parts.recovery.discard(session);
+    }
+    return false;
+}
+
+void frmMain::recover(const RecoverySession& session) {
+    m_recoveredTexts = session.record.unapplied;
+    m_parts.recovery.recover(session, QDateTime::currentSecsSinceEpoch());
+}
+
+void frmMain::reopenNarrationEditor() {
+    TourModel& model = m_parts.tour.model;
+    if (model.currentStop < 1) {
+        model.currentStop = 1;
+        makePreviewFrameset(m_parts.tour);
+    }
+    editNarrationFrame();
+    m_narrationEditor->takeUnappliedTexts(*m_recoveredTexts);
+    m_recoveredTexts.reset();
+}
+
+std::optional<UnappliedTexts> frmMain::unappliedTexts() const {
+    if (m_recoveredTexts || m_narrationEditor.isNull())
+        return m_recoveredTexts;
+    return m_narrationEditor->unappliedTexts();
+}
+
+void frmMain::keepUnsaved() {
+    if (m_recoveredTexts && isVisible())
+        reopenNarrationEditor();
+    m_parts.recovery.check(QDateTime::currentSecsSinceEpoch());
+}
+
+void frmMain::takeOverSave(bool complete) {
+    const TourContext& tour = m_parts.tour;
+    if (complete) {
+        m_parts.recovery.noteSaved();
+    } else {
+        m_lastStatus = tr("The tour was not saved completely. The log says what failed.");
+        showStatus(m_lastStatus);
+    }
+    const files::Contents script = files::read(tour.workspace.tourFile("script.txt"));
+    if (script.outcome.ok())
+        tour.log.skip(keepSavedScript(m_parts.savedScripts, tour.workspace.tourPath, script.bytes,
+                                      QDateTime::currentSecsSinceEpoch()));
 }
 
 void frmMain::runWizard() {
@@ -596,7 +674,7 @@ void frmMain::runWizard() {
 }
 
 void frmMain::finishWizard() {
-    finishNewTour(m_parts.tour, m_parts.handOver);
+    takeOverSave(finishNewTour(m_parts.tour, m_parts.handOver));
     showOpeningPage();
     tellNarrationEditor();
 }

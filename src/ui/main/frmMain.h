@@ -1,11 +1,13 @@
 #pragma once
 
+#include "recovery/RecoveryRecord.h"
 #include "ui/ProgramParts.h"
 
 #include <QHash>
 #include <QMainWindow>
 #include <QPointer>
 #include <cstdint>
+#include <optional>
 
 class QAction;
 class QCheckBox;
@@ -21,6 +23,7 @@ class CommandBar;
 class LoadingIndicator;
 class frmBrowser;
 class frmHelp;
+struct RecoverySession;
 class frmNarEdit;
 enum class StopCommandResult;
 
@@ -29,11 +32,12 @@ class frmMain final : public QMainWindow {
     Q_OBJECT
 
 public:
-    explicit frmMain(const ProgramParts& parts);
+    explicit frmMain(ProgramParts parts);
     ~frmMain() override;
 
-    /// Reads the settings, fills the working copy and shows its opening page; then runs the wizard, or opens
-    /// the tour in `tourFolder` if that is not empty. Call once, before the window is shown.
+    /// Reads the settings, fills the working copy and shows its opening page; then offers what a former run
+    /// has left unsaved, and if the author does not want it, runs the wizard, or opens the tour in
+    /// `tourFolder` if that is not empty. Call once, before the window is shown.
     void load(const QString& tourFolder = QString());
 
     // The commands, by the names of their menu items.
@@ -94,6 +98,12 @@ private:
     void storeSettings();
     void showOpeningPage();
     void openTourIn(const QString& folder);
+    bool offerRecovery();
+    void recover(const RecoverySession& session);
+    void reopenNarrationEditor();
+    std::optional<UnappliedTexts> unappliedTexts() const;
+    void keepUnsaved();
+    void takeOverSave(bool complete);
     void runWizard();
     void finishWizard();
     void takeOverStatusText(const QString& text, const QUrl& source);
@@ -121,13 +131,15 @@ private:
     QLabel* m_statusText = nullptr;
     QLabel* m_statusDate = nullptr;
     QLabel* m_statusTime = nullptr;
-    QTimer* m_timer = nullptr;          ///< timTimer
+    QTimer* m_timer = nullptr; ///< timTimer
+    QTimer* m_recoveryTimer = nullptr;
     QHash<QString, QAction*> m_actions; ///< By the names of the menu items.
     QPointer<frmHelp> m_help;
     QPointer<frmBrowser> m_siteEditor;      ///< None while it is closed.
     QPointer<frmNarEdit> m_narrationEditor; ///< None until its first use, and after its close box.
     QString m_lastStatus;                   ///< Shown again when the pointer leaves a link.
     bool m_previewComing = false; ///< The browser was sent to a stop that has not announced itself yet.
+    std::optional<UnappliedTexts> m_recoveredTexts; ///< For the narration editor, once the window is there.
     bool m_saveInProgress = false;
     bool m_closeAfterSave = false;
     bool m_mayQuit = false; ///< The author was asked, and the window closes as soon as it can.

@@ -98,6 +98,7 @@ void frmNarEdit::editCurrentStop() {
     m_narration->setTypedText(toQString(model.stopNarration[i]));
     if (!model.autoInstruction)
         m_instruction->setTypedText(toQString(model.stopInstruction[i]));
+    m_loaded = texts();
     tellTarget();
     if (!isVisible())
         m_narration->setFocus();
@@ -106,6 +107,22 @@ void frmNarEdit::editCurrentStop() {
     raise();
     activateWindow();
     refreshPreview();
+}
+
+std::optional<UnappliedTexts> frmNarEdit::unappliedTexts() const {
+    UnappliedTexts present = texts();
+    return isVisible() && present != m_loaded ? std::optional(std::move(present)) : std::nullopt;
+}
+
+void frmNarEdit::takeUnappliedTexts(const UnappliedTexts& texts) {
+    setTitle(toQString(texts.title));
+    m_narration->setTypedText(toQString(texts.narration));
+    if (m_instruction->isEnabled())
+        m_instruction->setTypedText(toQString(texts.instruction));
+}
+
+UnappliedTexts frmNarEdit::texts() const {
+    return {toUtf8(m_title->text()), narration(), toUtf8(m_instruction->typedText())};
 }
 
 void frmNarEdit::tellTarget() {

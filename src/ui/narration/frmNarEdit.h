@@ -2,10 +2,12 @@
 
 #include "model/StopTexts.h"
 #include "platform/SpellChecker.h"
+#include "recovery/RecoveryRecord.h"
 #include "ui/ProgramParts.h"
 
 #include <QDialog>
 #include <QTimer>
+#include <optional>
 
 class QLabel;
 class QLayout;
@@ -31,6 +33,12 @@ public:
     /// Fills the fields from the current stop, which must not be the opening page, and comes to the front.
     /// The instruction is left alone in a tour whose instructions the program writes.
     void editCurrentStop();
+
+    /// What the fields hold when it is not what the stop gave them; none while the window is closed.
+    std::optional<UnappliedTexts> unappliedTexts() const;
+
+    /// Puts texts into the fields that were not applied in a former run.
+    void takeUnappliedTexts(const UnappliedTexts& texts);
 
     /// Says which stop Apply stores into now.
     void tellTarget();
@@ -62,6 +70,7 @@ private:
     void copyImage(const QString& path, const std::string& name);
     Selection selection() const;
     std::string narration() const;
+    UnappliedTexts texts() const;
     void takeOver(const EditedText& edited);
 
     void apply();
@@ -73,6 +82,7 @@ private:
 
     ProgramParts m_parts;
     SpellChecker m_spelling;
+    UnappliedTexts m_loaded;                ///< The fields as the stop filled them.
     QLineEdit* m_title;                     ///< txtStopTitle
     HtmlField* m_narration;                 ///< txtText
     HtmlField* m_instruction;               ///< txtMoreText

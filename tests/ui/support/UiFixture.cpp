@@ -69,7 +69,9 @@ UiFixture::UiFixture()
     , registry(path(QStringLiteral("registry.ini")))
     , workspace(WorkspaceFolders::inside(scratch.path()), model, handOver, desktop, log)
     , tour{model, workspace, desktop, log}
-    , profile(makeBrowserProfile(nullptr)) {
+    , profile(makeBrowserProfile(nullptr))
+    , recoveryStore(scratch / "state/recovery", log)
+    , recovery(tour, recoveryStore) {
     fs::copy(WENDMARK_ASSETS "/Template", scratch / "Template");
     fs::copy(WENDMARK_ASSETS "/MyTours", scratch / "MyTours", fs::copy_options::recursive);
     startProgram(tour, handOver, options);
@@ -81,7 +83,8 @@ UiFixture::~UiFixture() {
 }
 
 ProgramParts UiFixture::parts() {
-    return {tour, handOver, options, desktop, settings, registry, *profile};
+    return {
+        tour, handOver, options, desktop, settings, registry, *profile, recovery, scratch / "state/scripts"};
 }
 
 QString UiFixture::makeTour(const QString& name, int stopCount) {

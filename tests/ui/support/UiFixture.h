@@ -9,6 +9,7 @@
 #include "platform/QtDesktop.h"
 #include "platform/Registry.h"
 #include "platform/SettingsStore.h"
+#include "recovery/RecoveryKeeper.h"
 #include "support/TestTour.h"
 #include "ui/ProgramParts.h"
 
@@ -40,6 +41,8 @@ public:
     Workspace workspace;
     TourContext tour;
     std::unique_ptr<QWebEngineProfile> profile;
+    RecoveryStore recoveryStore; ///< In "state/recovery" of the scratch folder.
+    RecoveryKeeper recovery;
     int beeps = 0;
 
     /// Seconds by which the clock goes on each time it is looked at.

@@ -1,0 +1,269 @@
+#include "platform/Strings.h"
+#include "ui/dialogs/DialogParts.h"
+#include "ui/main/frmMain.h"
+#include "ui/narration/HtmlField.h"
+#include "ui/narration/frmNarEdit.h"
+#include "ui/support/UiFixture.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QStatusBar>
+#include <QTest>
+#include <filesystem>
+#include <memory>
+
+namespace wendmark {
+
+using test::onNextDialog;
+using test::press;
+using test::UiFixture;
+using test::waitUntil;
+
+namespace {
+
+constexpr int mostLost = 2000; // Milliseconds of work.
+
+/// What a program that is started now would find of this one.
+std::vector<RecoverySession> leftBy(UiFixture& program) {
+    return RecoveryStore(program.scratch / "state/recovery", program.log).leftovers();
+}
+
+/// A run of the program with its window, on the folders of a fixture. It ends as a crash ends it: without a
+/// word.
+class Run final {
+public:
+    explicit Run(UiFixture& program, const QString& tour = QString())
+        : m_store(program.scratch / "state/recovery", program.log), m_recovery(program.tour, m_store) {
+        ProgramParts parts = program.parts();
+        m_window = std::make_unique<frmMain>(
+            ProgramParts{parts.tour, parts.handOver, parts.options, parts.desktop, parts.settings,
+                         parts.registry, parts.browserProfile, m_recovery, parts.savedScripts});
+        m_window->load(tour);
+        m_window->show();
+    }
+
+    frmMain& window() { return *m_window; }
+
+private:
+    RecoveryStore m_store;
+    RecoveryKeeper m_recovery;
+    std::unique_ptr<frmMain> m_window;
+};
+
+QString statusOf(const frmMain& window) {
+    return window.findChild<QLabel*>(QStringLiteral("Status"))->text();
+}
+
+} // namespace
+
+class RecoveryTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void changeIsKeptWithinTwoSeconds() {
+        UiFixture program;
+        Run run(program, program.makeTour("walk", 3));
+        QVERIFY(leftBy(program).empty());
+        QElapsedTimer time;
+        time.start();
+        run.window().insertStop();
+        QVERIFY(waitUntil([&] { return !leftBy(program).empty(); }));
+        QVERIFY2(time.elapsed() < mostLost, qPrintable(QString::number(time.elapsed())));
+        QCOMPARE(leftBy(program).front().record.model.stopCount, std::int16_t(4));
+    }
+
+    void typedTextIsKeptWithinTwoSecondsAndComesBackInTheEditor() {
+        UiFixture program;
+        const QString tour = program.makeTour("walk", 3);
+        {
+            Run run(program, tour);
+            run.window().next();
+            run.window().next();
+            QVERIFY(waitUntil([&] { return program.model.currentStop == 2; }));
+            run.window().editNarrationFrame();
+            auto& editor = *run.window().findChild<frmNarEdit*>();
+            QTest::keyClicks(editor.findChild<QLineEdit*>("txtStopTitle"), "!");
+            auto& field = *editor.findChild<HtmlField*>("txtText");
+            QElapsedTimer time;
+            time.start();
+            QTest::keyClicks(&field, "half a sen");
+            QVERIFY(waitUntil([&] {
+                const auto left = leftBy(program);
+                return !left.empty() && left[0].record.unapplied &&
+                       left[0].record.unapplied->narration.find("half a sen") != std::string::npos;
+            }));
+            QVERIFY2(time.elapsed() < mostLost, qPrintable(QString::number(time.elapsed())));
+        }
+        onNextDialog([](QDialog& dialog) { press(dialog, "btnRecover"); });
+        Run next(program);
+        QVERIFY(waitUntil([&] { return next.window().findChild<frmNarEdit*>() != nullptr; }));
+        auto& editor = *next.window().findChild<frmNarEdit*>();
+        QVERIFY(waitUntil([&] { return editor.isVisible(); }));
+        QVERIFY(editor.findChild<HtmlField*>("txtText")->typedText().contains("half a sen"));
+        QVERIFY(editor.findChild<QLineEdit*>("txtStopTitle")->text().contains('!'));
+        QCOMPARE(program.model.stopNarration[1], std::string("Words of stop 2.\r\n"));
+        QVERIFY(waitUntil([&] { return program.model.currentStop == 2; }));
+        QVERIFY(leftBy(program).size() == 1); // It is kept until it is applied and saved.
+        QVERIFY(leftBy(program)[0].record.unapplied.has_value());
+    }
+
+    void offerTellsTheTourAndRecoverGoesOnWithIt() {
+        UiFixture program;
+        const QString tour = program.makeTour("walk", 3);
+        {
+            Run run(program, tour);
+            program.model.tourTitle = "W\xc3\xbcste & <b>Oase</b>";
+            test::writeFile(toUtf8(program.working("own page.htm")), "own");
+            run.window().next();
+            run.window().insertStop();
+            QVERIFY(waitUntil([&] { return !leftBy(program).empty(); }));
+        }
+        onNextDialog([](QDialog& dialog) {
+            QCOMPARE(dialog.objectName(), QStringLiteral("frmRecover"));
+            QCOMPARE(dialog.findChild<QLabel*>("lblTitle")->text(), QStringLiteral("Wüste & <b>Oase</b>"));
+            QCOMPARE(dialog.findChild<QLabel*>("lblStops")->text(), QStringLiteral("4"));
+            QVERIFY(dialog.findChild<QLabel*>("lblTime")->text().contains(
+                QString::number(QDate::currentDate().year())));
+            QVERIFY(dialog.findChild<QLabel*>("lblFolder")->text().endsWith("MyTours/walk"));
+            press(dialog, "btnRecover");
+        });
+        Run next(program); // No wizard comes: the test would wait for it for ever.
+        QCOMPARE(program.model.stopCount, std::int16_t(4));
+        QVERIFY(program.model.tourChanged);
+        QCOMPARE(toQString(program.workspace.tourPath), tour);
+        QCOMPARE(test::readFile(toUtf8(program.working("own page.htm"))), std::string("own"));
+        const std::int16_t stop = program.model.currentStop;
+        next.window().next();
+        QVERIFY(waitUntil([&] { return program.model.currentStop == stop + 1; }));
+        next.window().save();
+        QVERIFY(!program.model.tourChanged);
+        QVERIFY(waitUntil([&] { return leftBy(program).empty(); }));
+        QVERIFY(test::readFile(toUtf8(tour) + "/script.txt").find("Stop4") != std::string::npos);
+        QVERIFY(test::exists(toUtf8(tour) + "/own page.htm"));
+    }
+
+    void discardForgetsAndTheWizardComes() {
+        UiFixture program;
+        {
+            Run run(program, program.makeTour("walk", 3));
+            run.window().insertStop();
+            QVERIFY(waitUntil([&] { return !leftBy(program).empty(); }));
+        }
+        onNextDialog([](QDialog& dialog) { press(dialog, "btnDiscard"); });
+        bool wizardCame = false;
+        onNextDialog([&](QDialog& dialog) {
+            wizardCame = dialog.objectName() == "frmWizard1";
+            dialog.reject();
+        });
+        Run next(program);
+        QVERIFY(wizardCame);
+        QVERIFY(leftBy(program).empty());
+    }
+
+    void notNowAsksAgainAtTheNextStart() {
+        UiFixture program;
+        const QString tour = program.makeTour("walk", 3);
+        {
+            Run run(program, tour);
+            run.window().insertStop();
+            QVERIFY(waitUntil([&] { return !leftBy(program).empty(); }));
+        }
+        for (const bool byEscape : {true, false}) {
+            onNextDialog([&](QDialog& dialog) {
+                if (byEscape)
+                    QTest::keyClick(&dialog, Qt::Key_Escape);
+                else
+                    press(dialog, "btnNotNow");
+            });
+            Run next(program, tour); // A tour named on the command line comes after that.
+            QCOMPARE(program.model.stopCount, std::int16_t(3));
+            QCOMPARE(leftBy(program).size(), std::size_t(1));
+        }
+    }
+
+    void severalAreOfferedOneByOneTheLatestFirst() {
+        UiFixture program;
+        for (const int stops : {2, 5}) {
+            RecoveryStore store(program.scratch / "state/recovery", program.log);
+            RecoveryRecord record;
+            record.time = stops;
+            record.model.stopCount = static_cast<std::int16_t>(stops);
+            QVERIFY(store.keep(record, program.scratch / "NewTour"));
+        }
+        QStringList offered;
+        for (const char* answer : {"btnDiscard", "btnRecover"}) {
+            onNextDialog([&, answer](QDialog& dialog) {
+                offered.append(dialog.findChild<QLabel*>("lblStops")->text());
+                press(dialog, answer);
+            });
+        }
+        Run next(program);
+        QCOMPARE(offered, (QStringList{"5", "2"}));
+        QCOMPARE(program.model.stopCount, std::int16_t(2));
+    }
+
+    void quitLeavesNothingToRecover() {
+        UiFixture program;
+        Run run(program, program.makeTour("walk", 3));
+        run.window().insertStop();
+        QVERIFY(waitUntil([&] { return !leftBy(program).empty(); }));
+        program.model.tourChanged = false; // Nothing is asked.
+        QVERIFY(run.window().close());
+        QVERIFY(leftBy(program).empty());
+    }
+
+    void savedAndOpenedToursAreNotOffered() {
+        UiFixture program;
+        const QString tour = program.makeTour("walk", 3);
+        Run run(program, tour);
+        run.window().insertStop();
+        QVERIFY(waitUntil([&] { return !leftBy(program).empty(); }));
+        run.window().save();
+        QVERIFY(waitUntil([&] { return leftBy(program).empty(); }));
+        run.window().next();
+        QVERIFY(waitUntil([&] { return program.model.currentStop > 0; }));
+        QTest::qWait(1200); // Two looks at the tour.
+        QVERIFY(leftBy(program).empty());
+    }
+
+    void incompleteSaveIsToldUntilTheNextStatusText() {
+        UiFixture program;
+        const QString tour = program.makeTour("walk", 3);
+        Run run(program, tour);
+        run.window().insertStop();
+        QVERIFY(waitUntil([&] { return !leftBy(program).empty(); }));
+        std::filesystem::remove_all(toUtf8(tour)); // The disk with the tour is gone.
+        onNextDialog([](QDialog& message) { message.accept(); });
+        run.window().save();
+        QVERIFY(!program.model.tourChanged);
+        const QString told = QStringLiteral("The tour was not saved completely. The log says what failed.");
+        QCOMPARE(statusOf(run.window()), told);
+        QVERIFY(!program.log.failures.empty());
+        QTest::qWait(1200);
+        QCOMPARE(leftBy(program).size(), std::size_t(1)); // It is still unsaved.
+        run.window().next();
+        QVERIFY(waitUntil([&] { return statusOf(run.window()) != told; }));
+    }
+
+    void lastScriptsOfATourAreKept() {
+        UiFixture program;
+        const QString tour = program.makeTour("walk", 1);
+        Run run(program, tour);
+        for (int i = 0; i < 7; ++i) {
+            run.window().insertStop();
+            run.window().save();
+        }
+        const auto kept = test::folderContents(program.scratch / "state/scripts");
+        QCOMPARE(kept.size(), std::size_t(6)); // Five and the tour's name.
+        QCOMPARE(std::prev(kept.end(), 2)->second, test::readFile(toUtf8(tour) + "/script.txt"));
+    }
+};
+
+} // namespace wendmark
+
+QTEST_MAIN(wendmark::RecoveryTest)
+
+#include "RecoveryTest.moc"
