@@ -2,9 +2,11 @@
 #include "platform/Strings.h"
 #include "publish/StopPages.h"
 #include "ui/main/frmMain.h"
+#include "ui/support/Resources.h"
 #include "ui/support/UiFixture.h"
 
 #include <QAction>
+#include <QDialog>
 #include <QLabel>
 #include <QTest>
 #include <random>
@@ -15,8 +17,12 @@ using test::UiFixture;
 
 namespace {
 
-constexpr int steps = 2000;
-constexpr int mostStops = 24; // Keeps the check of every page at every step affordable.
+constexpr int usualSteps = 2000;
+constexpr int samples = 4;          // Of the resources; the first is taken when the program is warm.
+constexpr double mostGrowth = 1.15; // Of the memory, from then on: the engine caches what it has shown.
+constexpr qint64 mostSlack = 24 * 1024 * 1024; // Bytes: what the memory goes up and down by itself.
+constexpr int mostHandles = 16; // More than when the program was warm: the engine opens and closes.
+constexpr int mostStops = 24;   // Keeps the check of every page at every step affordable.
 
 /// What a plain list says the tour must be.
 struct PlainList {
@@ -30,12 +36,15 @@ class RandomWalkTest final : public QObject {
     Q_OBJECT
 
 private slots:
-    /// 2,000 commands, as the author gives them by menu; after each, the stop list, the pages on disk and the
-    /// stop on screen must be what a plain list says.
+    /// 2,000 commands, or as many as WENDMARK_STEPS says, as the author gives them by menu; after each, the
+    /// stop list, the pages on disk and the stop on screen must be what a plain list says. Memory, handles
+    /// and temporary files do not grow.
     void stopListPagesAndLabelAgreeAtEveryStep() {
         const unsigned seed = qEnvironmentVariableIntValue("WENDMARK_SEED") != 0
                                   ? static_cast<unsigned>(qEnvironmentVariableIntValue("WENDMARK_SEED"))
                                   : 20261120U;
+        const int wanted = qEnvironmentVariableIntValue("WENDMARK_STEPS");
+        const int steps = wanted > 0 ? wanted : usualSteps;
         qInfo("seed %u, %d commands", seed, steps);
         std::mt19937 random(seed);
         UiFixture program;
@@ -43,7 +52,12 @@ private slots:
         window.load(program.makeTour("walk", 3));
         window.show();
         PlainList list{{"Stop 1", "Stop 2", "Stop 3"}, 0};
+        QList<test::Resources> used;
         for (int step = 0; step < steps; ++step) {
+            if (step > 0 && step % (steps / (samples + 1)) == 0) {
+                used.append(test::Resources::now());
+                qInfo("after %d commands: %s", step, qPrintable(used.last().text()));
+            }
             const QString command = take(random, list, program, window, step);
             const QString where = QString("step %1, %2").arg(step).arg(command);
             checkStopOnScreen(list, program, window, where);
@@ -53,6 +67,14 @@ private slots:
                 return;
         }
         QCOMPARE(program.log.failures, std::vector<std::string>());
+        used.append(test::Resources::now());
+        qInfo("in the end: %s", qPrintable(used.last().text()));
+        const test::Resources& warm = used.first();
+        const test::Resources& end = used.last();
+        QVERIFY(warm.memory > 0);
+        QVERIFY(static_cast<double>(end.memory - mostSlack) < static_cast<double>(warm.memory) * mostGrowth);
+        QVERIFY(end.handles <= warm.handles + mostHandles);
+        QVERIFY(end.temporaryFiles <= warm.temporaryFiles);
     }
 
 private:
@@ -101,10 +123,23 @@ private:
                 trigger(window, "mnuFileSave");
                 return "save";
             }
+            if (step % 21 == 0)
+                return reopen(list, program, window);
             [[fallthrough]];
         default:
             return next(list, window);
         }
+    }
+
+    static QString reopen(PlainList& list, UiFixture& program, frmMain& window) {
+        trigger(window, "mnuFileSave");
+        test::onNextDialog([&](QDialog& dialog) {
+            test::selectFolder(dialog, toQString(program.workspace.tourPath));
+            test::press(dialog, "btnOK");
+        });
+        trigger(window, "mnuFileOpen");
+        list.current = 0;
+        return "save and open";
     }
 
     static QString insert(PlainList& list, UiFixture& program, frmMain& window, int step) {

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+namespace wendmark::test {
+
+/// What this process, and the engine's processes that it has started, hold at one moment.
+struct Resources {
+    qint64 memory = 0;      ///< Bytes, each shared page counted in part (proportional set size).
+    int handles = 0;        ///< Open files, sockets and pipes.
+    int temporaryFiles = 0; ///< In the folder for temporary files, and the shared memory of the engine.
+
+    static Resources now();
+
+    QString text() const;
+};
+
+} // namespace wendmark::test
