@@ -7,6 +7,18 @@ namespace wendmark {
 
 namespace {
 
+/// The path of a file address, whether or not it names this machine. Empty where the name that the engine
+/// would look for is not the one that is looked up here: another machine's, or bytes that are no text.
+QString pathOf(const QUrl& address) {
+    const QByteArray name = QByteArray::fromPercentEncoding(address.path(QUrl::FullyEncoded).toUtf8());
+    const bool here = address.host().isEmpty() || address.host() == QLatin1String("localhost");
+    if (!here || name.contains('\0') || QString::fromUtf8(name).toUtf8() != name)
+        return {};
+    QUrl hostless = address;
+    hostless.setHost({});
+    return hostless.toLocalFile();
+}
+
 /// Where a path really leads. A file that does not exist counts as lying in its folder, so that the engine
 /// can say that it is missing.
 QString realPath(const QString& path) {
@@ -22,7 +34,8 @@ QString realPath(const QString& path) {
 bool FileConfinement::allows(const QUrl& address) const {
     if (address.scheme() != QLatin1String("file"))
         return true;
-    const QString path = realPath(address.toLocalFile());
+    const QString name = pathOf(address);
+    const QString path = name.isEmpty() ? QString() : realPath(name);
     return !path.isEmpty() && std::any_of(m_folders.begin(), m_folders.end(), [&](const QString& folder) {
         const QString home = QFileInfo(folder).canonicalFilePath();
         return !home.isEmpty() && path.startsWith(home + QLatin1Char('/'));

@@ -298,6 +298,38 @@ private slots:
         QVERIFY(confinement.allows(QUrl("https://www.brenholt.example/")));
     }
 
+    void confinementSeesTheNameThatTheEngineWillLookFor_data() {
+        QTest::addColumn<QByteArray>("address");
+        QTest::addColumn<bool>("allowed");
+        QTest::newRow("plain") << QByteArray("file://{folder}/page.htm") << true;
+        QTest::newRow("encoded letters") << QByteArray("file://{folder}/%70age.htm") << true;
+        QTest::newRow("letters beyond ASCII") << QByteArray("file://{folder}/%C3%A4.htm") << true;
+        QTest::newRow("this machine by name") << QByteArray("file://localhost{folder}/page.htm") << true;
+        QTest::newRow("another machine") << QByteArray("file://elsewhere{folder}/page.htm") << false;
+        QTest::newRow("bytes that are no text") << QByteArray("file://{folder}/%ff.htm") << false;
+        QTest::newRow("name with an end in it") << QByteArray("file://{folder}/page.htm%00.txt") << false;
+    }
+
+    void confinementSeesTheNameThatTheEngineWillLookFor() {
+        QFETCH(QByteArray, address);
+        QFETCH(bool, allowed);
+        const test::ScratchFolder scratch;
+        for (const char* name : {"tour/page.htm", "tour/ä.htm"})
+            test::writeFile(scratch / name, "page");
+        FileConfinement confinement;
+        confinement.setAllowedFolders({toQString(scratch / "tour")});
+        address.replace("{folder}", QByteArray::fromStdString(scratch / "tour"));
+        QCOMPARE(confinement.allows(QUrl::fromEncoded(address)), allowed);
+    }
+
+    void pagesShareNoWorkers() {
+        Browser browser;
+        browser.write("page.htm", "<p>page</p>");
+        QVERIFY(browser.open("page.htm"));
+        QCOMPARE(browser.evaluate("typeof Worker + ', ' + typeof SharedWorker").toString(),
+                 QString("function, undefined"));
+    }
+
     void pagesOpenNoWindowsAndGetNoRights() {
         Browser browser;
         browser.write("page.htm", "<script>var opened = window.open('page.htm');</script>");
