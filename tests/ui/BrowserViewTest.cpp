@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
 #include <QWebEngineView>
@@ -320,6 +321,47 @@ private slots:
         confinement.setAllowedFolders({toQString(scratch / "tour")});
         address.replace("{folder}", QByteArray::fromStdString(scratch / "tour"));
         QCOMPARE(confinement.allows(QUrl::fromEncoded(address)), allowed);
+    }
+
+    void pagesShowOneDialogAfterEachNavigation() {
+        Browser browser;
+        browser.write("page.htm",
+                      "<script>alert('one'); confirm('two'); prompt('three'); alert('four');"
+                      "if (!sessionStorage.again) { sessionStorage.again = 1; location.reload(); }"
+                      "document.title = 'end';</script>");
+        int dialogs = 0;
+        QTimer answers;
+        answers.callOnTimeout([&] {
+            if (QWidget* const dialog = QApplication::activeModalWidget(); dialog != nullptr) {
+                ++dialogs;
+                dialog->close();
+            }
+        });
+        answers.start(10);
+        for (int navigation = 1; navigation <= 2; ++navigation) {
+            QVERIFY(browser.open("page.htm"));
+            QTRY_COMPARE_WITH_TIMEOUT(browser.view.locationName(), QString("end"), patience);
+            QVERIFY(!test::waitUntil([&] { return dialogs > navigation; }, 300));
+            QCOMPARE(dialogs, navigation);
+        }
+    }
+
+    void pageCannotKeepTheViewByAQuestionOnLeaving() {
+        Browser browser;
+        browser.write("page.htm", "<script>alert('one');"
+                                  "onbeforeunload = e => { e.preventDefault(); return 'stay'; };</script>"
+                                  "<body style='height: 100%'>page");
+        browser.write("next.htm", "<title>Next</title>");
+        QTimer answers;
+        answers.callOnTimeout([] {
+            if (QWidget* const dialog = QApplication::activeModalWidget(); dialog != nullptr)
+                dialog->close();
+        });
+        answers.start(10);
+        QVERIFY(browser.open("page.htm"));
+        QTest::mouseClick(browser.view.focusProxy()->focusProxy(), Qt::LeftButton);
+        QVERIFY(browser.open("next.htm"));
+        QTRY_COMPARE_WITH_TIMEOUT(browser.view.locationName(), QString("Next"), patience);
     }
 
     void pagesShareNoWorkers() {
