@@ -55,8 +55,8 @@ BrowserView::BrowserView(QWebEngineProfile& profile, QWidget* parent)
 
 BrowserView::~BrowserView() = default;
 
-void BrowserView::setAllowedFolders(const QStringList& folders) {
-    m_page->confinement().setAllowedFolders(folders);
+void BrowserView::setAllowedFolders(const QStringList& folders, const QString& closedFolder) {
+    m_page->confinement().setAllowedFolders(folders, closedFolder);
 }
 
 void BrowserView::setLookOnly() {

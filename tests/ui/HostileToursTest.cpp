@@ -949,7 +949,7 @@ private slots:
         tour.open(Place::siteFrame,
                   QStringLiteral("<script>setTimeout(function () { %1; }, 100);</script>").arg(words));
         watch.hold(tour.program.model);
-        watch.letAttack(false);
+        watch.letAttack(true);
         QVERIFY(waitUntil([&] { return tour.program.model.currentStop == stop; }, loadPatience));
         judge(watch, true);
     }
@@ -983,6 +983,90 @@ private slots:
         QFETCH(bool, control);
         const QByteArray text = html.toUtf8();
         judgeVisit({"", text.constData(), leaves}, control);
+    }
+
+    void addressThatATourMakesUpIsNotShown_data() {
+        QTest::addColumn<QString>("script");
+        for (const char* change : {"history.pushState(null, '', '{out}Private/page.htm');",
+                                   "history.replaceState(null, '', '{out}Private/page.htm');"})
+            QTest::newRow(change) << QString::fromLatin1(change);
+    }
+
+    void addressThatATourMakesUpIsNotShown() {
+        QFETCH(QString, script);
+        SiteEditor open;
+        const Values values = valuesOf(open.program, open.server);
+        open.write("weapons.js", fill(QString::fromLatin1(weapons), values).toUtf8());
+        open.write("attack.htm",
+                   fill("<script src=weapons.js></script><script>attempt(function () { " + script +
+                            " }); if (!/attack/.test(location.href)) won('address');</script>",
+                        values)
+                       .toUtf8());
+        Watch watch(open.server);
+        QLineEdit& field = *open.address().lineEdit();
+        field.setText(open.local("attack.htm"));
+        QTest::keyClick(&field, Qt::Key_Return);
+        watch.letAttack(false);
+        QVERIFY(watch.heard("/done"));
+        if (!open.browser().locationURL().endsWith("/NewTour/attack.htm"))
+            watch.note("shows " + open.browser().locationURL());
+        judge(watch, false);
+    }
+
+    /// The author's own pages are read with what lies beside them, but by themselves only.
+    void tourReadsNothingBesideTheAuthorsOwnPages_data() {
+        QTest::addColumn<QStringList>("visits");
+        QTest::addColumn<bool>("control");
+        const QString attack = QStringLiteral("{in}attack.htm");
+        const QString own = QStringLiteral("{out}Private/own.htm");
+        QTest::newRow("own page by itself") << QStringList{own} << true;
+        QTest::newRow("own page with a script in its head")
+            << QStringList{attack, "{out}Private/scripted.htm"} << true;
+        QTest::newRow("file to be saved") << QStringList{attack, "{out}Private/archive.zip"} << false;
+        QTest::newRow("missing page") << QStringList{attack, "{out}Private/missing.htm"} << false;
+        QTest::newRow("back from an own page") << QStringList{own, attack, own, "Back"} << false;
+        QTest::newRow("address of a stop") << QStringList{attack, "stop {out}Private/archive.zip"} << false;
+    }
+
+    void tourReadsNothingBesideTheAuthorsOwnPages() {
+        QFETCH(QStringList, visits);
+        QFETCH(bool, control);
+        SiteEditor open;
+        const Values values = valuesOf(open.program, open.server);
+        const QString wish =
+            fill("<title>Page</title><script src='{in}weapons.js'></script><script>"
+                 "setInterval(function () { attempt(function () { var r = new XMLHttpRequest();"
+                 " r.open('GET', '{out}Private/secret.txt', false); r.send();"
+                 " look(r.responseText); }); }, 5);</script>",
+                 values);
+        open.write("weapons.js", fill(QString::fromLatin1(weapons), values).toUtf8());
+        open.write("attack.htm", wish.toUtf8());
+        writeVaults(open.program, open.server, {"Private/"});
+        const auto own = [&](const char* name, const std::string& bytes) {
+            test::writeFile(toUtf8(open.program.path(QLatin1String("Private/") + QLatin1String(name))),
+                            bytes);
+        };
+        own("own.htm", control ? toUtf8(wish) : "<title>Own</title>own");
+        own("scripted.htm", toUtf8(fill("<script src='secret.js'></script><script>if (self.stolen)"
+                                        " new Image().src = '{server}/success?script';</script>",
+                                        values)));
+        own("archive.zip", "PK\x03\x04");
+        Watch watch(open.server);
+        for (const QString& visit : visits) {
+            const QString address = fill(visit, values);
+            if (address == QLatin1String("Back")) {
+                open.click("Back");
+            } else if (address.startsWith(QLatin1String("stop "))) {
+                open.program.model.stopURL[1] = toUtf8(address.mid(5));
+                open.window.runToolBarCommand("EdBro");
+            } else {
+                QLineEdit& field = *open.address().lineEdit();
+                field.setText(address);
+                QTest::keyClick(&field, Qt::Key_Return);
+            }
+            watch.letAttack(true);
+        }
+        judge(watch, control);
     }
 
     void tagOutOfRangeMovesNothing_data() {
