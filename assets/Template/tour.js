@@ -188,9 +188,13 @@ var startTimers;
       frameWindow('mw').location.href = address;
   }
 
-  /** The site frame shows strangers' pages: only pages from where the tour itself comes from are listened to. */
+  /**
+   * The site frame shows strangers' pages: only pages from where the tour itself comes from are listened to. On
+   * disk that is nowhere in most browsers, and strangers can be from nowhere, too. Where pages on disk do have an
+   * origin, as in the editor, they are told apart by it.
+   */
   function isOwnOrigin(origin) {
-    return location.protocol === 'file:' ? ['null', 'file://'].includes(origin) : origin === location.origin;
+    return origin === self.origin || (self.origin === 'null' && origin === 'file://');
   }
 
   function receive(event) {

@@ -7,6 +7,7 @@
 #include <QWebEngineScript>
 #include <QWebEngineScriptCollection>
 #include <QWebEngineSettings>
+#include <utility>
 
 namespace wendmark {
 
@@ -89,7 +90,29 @@ bool BrowserPage::acceptNavigationRequest(const QUrl& address, NavigationType ty
     const bool accepted = !(m_lookOnly && byPage) && mayShow(address);
     if (!accepted && isMainFrame)
         emit navigationRefused(address);
+    if (isMainFrame && type == NavigationTypeTyped) // By the program; pages cannot pretend to that.
+        m_hasShownDialog = false;
     return accepted;
+}
+
+bool BrowserPage::mayShowDialog() {
+    return !std::exchange(m_hasShownDialog, true);
+}
+
+void BrowserPage::javaScriptAlert(const QUrl& origin, const QString& text) {
+    if (mayShowDialog())
+        QWebEnginePage::javaScriptAlert(origin, text);
+}
+
+/// The engine asks here, too, whether a page may be left. No page must hold the view by that, so what nobody
+/// is asked is agreed to.
+bool BrowserPage::javaScriptConfirm(const QUrl& origin, const QString& text) {
+    return !mayShowDialog() || QWebEnginePage::javaScriptConfirm(origin, text);
+}
+
+bool BrowserPage::javaScriptPrompt(const QUrl& origin, const QString& text, const QString& proposal,
+                                   QString* answer) {
+    return mayShowDialog() && QWebEnginePage::javaScriptPrompt(origin, text, proposal, answer);
 }
 
 bool BrowserPage::mayShow(const QUrl& address) const {

@@ -50,7 +50,14 @@ protected:
     void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel level, const QString& message, int lineNumber,
                                   const QString& sourceID) override;
 
+    // A page may hold the program up with one dialog after each navigate(), not with any number of them.
+    void javaScriptAlert(const QUrl& origin, const QString& text) override;
+    bool javaScriptConfirm(const QUrl& origin, const QString& text) override;
+    bool javaScriptPrompt(const QUrl& origin, const QString& text, const QString& proposal,
+                          QString* answer) override;
+
 private:
+    bool mayShowDialog();
     void restrictRights();
     void openNewWindow(const QWebEngineNewWindowRequest& request);
     void watchStatusTexts();
@@ -60,6 +67,7 @@ private:
     FileConfinement m_confinement;
     bool m_lookOnly = false;
     bool m_newWindowsHere = false;
+    bool m_hasShownDialog = false;
     QString m_statusMark; ///< Begins the console messages that carry a status text; not known to any page.
     QString m_frameMark;  ///< Same, for the messages that carry the address of the first frame.
     QUrl m_watched;

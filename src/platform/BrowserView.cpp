@@ -18,9 +18,20 @@ namespace {
 
 constexpr int mostRevivals = 3;
 
+/// A worker that pages share belongs to none of them, so nothing confines the files that it reads. There are
+/// none, therefore. Has effect until the engine starts, which it does with the first profile.
+void doWithoutSharedWorkers() {
+    constexpr auto variable = "QTWEBENGINE_CHROMIUM_FLAGS";
+    const QByteArray flag = "--disable-shared-workers";
+    const QByteArray flags = qgetenv(variable);
+    if (!flags.contains(flag))
+        qputenv(variable, flags + ' ' + flag);
+}
+
 } // namespace
 
 QWebEngineProfile* makeBrowserProfile(QObject* parent) {
+    doWithoutSharedWorkers();
     auto* const profile = new QWebEngineProfile(parent); // Without a name it is off the record.
     QObject::connect(profile, &QWebEngineProfile::downloadRequested, profile,
                      [](QWebEngineDownloadRequest* download) {
@@ -44,8 +55,8 @@ BrowserView::BrowserView(QWebEngineProfile& profile, QWidget* parent)
 
 BrowserView::~BrowserView() = default;
 
-void BrowserView::setAllowedFolders(const QStringList& folders) {
-    m_page->confinement().setAllowedFolders(folders);
+void BrowserView::setAllowedFolders(const QStringList& folders, const QString& closedFolder) {
+    m_page->confinement().setAllowedFolders(folders, closedFolder);
 }
 
 void BrowserView::setLookOnly() {

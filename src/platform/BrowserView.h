@@ -30,8 +30,8 @@ public:
     explicit BrowserView(QWebEngineProfile& profile, QWidget* parent = nullptr);
     ~BrowserView() override;
 
-    /// Folders whose files pages may read.
-    void setAllowedFolders(const QStringList& folders);
+    /// Folders whose files pages may read, and one, or none, that is open to its own pages only.
+    void setAllowedFolders(const QStringList& folders, const QString& closedFolder = {});
 
     /// From now on pages are only looked at: no scripts run, no links are followed, and no page takes the
     /// focus.

@@ -1,11 +1,25 @@
 #include "platform/FileConfinement.h"
 
 #include <QFileInfo>
+#include <QWebEngineHistory>
+#include <QWebEnginePage>
 #include <algorithm>
 
 namespace wendmark {
 
 namespace {
+
+/// The path of a file address, whether or not it names this machine. Empty where the name that the engine
+/// would look for is not the one that is looked up here: another machine's, or bytes that are no text.
+QString pathOf(const QUrl& address) {
+    const QByteArray name = QByteArray::fromPercentEncoding(address.path(QUrl::FullyEncoded).toUtf8());
+    const bool here = address.host().isEmpty() || address.host() == QLatin1String("localhost");
+    if (!here || name.contains('\0') || QString::fromUtf8(name).toUtf8() != name)
+        return {};
+    QUrl hostless = address;
+    hostless.setHost({});
+    return hostless.toLocalFile();
+}
 
 /// Where a path really leads. A file that does not exist counts as lying in its folder, so that the engine
 /// can say that it is missing.
@@ -17,21 +31,43 @@ QString realPath(const QString& path) {
     return folder.isEmpty() ? QString() : folder + QLatin1Char('/') + file.fileName();
 }
 
-} // namespace
-
-bool FileConfinement::allows(const QUrl& address) const {
-    if (address.scheme() != QLatin1String("file"))
-        return true;
-    const QString path = realPath(address.toLocalFile());
-    return !path.isEmpty() && std::any_of(m_folders.begin(), m_folders.end(), [&](const QString& folder) {
+/// Whether this file lies in one of the folders.
+bool isWithin(const QUrl& address, const QStringList& folders) {
+    const QString name = pathOf(address);
+    const QString path = name.isEmpty() ? QString() : realPath(name);
+    return !path.isEmpty() && std::any_of(folders.begin(), folders.end(), [&](const QString& folder) {
         const QString home = QFileInfo(folder).canonicalFilePath();
         return !home.isEmpty() && path.startsWith(home + QLatin1Char('/'));
     });
 }
 
+bool isFile(const QUrl& address) {
+    return address.scheme() == QLatin1String("file");
+}
+
+} // namespace
+
+bool FileConfinement::allows(const QUrl& address) const {
+    return !isFile(address) || isWithin(address, m_folders + QStringList{m_closedFolder});
+}
+
 void FileConfinement::interceptRequest(QWebEngineUrlRequestInfo& info) {
-    if (!allows(info.requestUrl()))
+    const QUrl address = info.requestUrl();
+    const bool isPage = info.resourceType() == QWebEngineUrlRequestInfo::ResourceTypeMainFrame;
+    const bool allowed = isPage ? allows(address) : mayRead(address);
+    if (!allowed)
         info.block(true);
+}
+
+bool FileConfinement::mayRead(const QUrl& address) const {
+    return !isFile(address) || isWithin(address, m_folders) || (allows(address) && showsClosedFolder());
+}
+
+/// The page that is shown, not the one that is coming: while it gives way it still asks for files.
+bool FileConfinement::showsClosedFolder() const {
+    const auto* const page = qobject_cast<QWebEnginePage*>(parent());
+    const QUrl shown = page == nullptr ? QUrl() : page->history()->currentItem().url();
+    return isFile(shown) && isWithin(shown, {m_closedFolder});
 }
 
 } // namespace wendmark

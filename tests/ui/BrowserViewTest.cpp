@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
 #include <QWebEngineView>
@@ -296,6 +297,79 @@ private slots:
         confinement.setAllowedFolders({toQString(scratch / "tour")});
         QCOMPARE(confinement.allows(QUrl::fromLocalFile(toQString(scratch.path()) + path)), allowed);
         QVERIFY(confinement.allows(QUrl("https://www.brenholt.example/")));
+    }
+
+    void confinementSeesTheNameThatTheEngineWillLookFor_data() {
+        QTest::addColumn<QByteArray>("address");
+        QTest::addColumn<bool>("allowed");
+        QTest::newRow("plain") << QByteArray("file://{folder}/page.htm") << true;
+        QTest::newRow("encoded letters") << QByteArray("file://{folder}/%70age.htm") << true;
+        QTest::newRow("letters beyond ASCII") << QByteArray("file://{folder}/%C3%A4.htm") << true;
+        QTest::newRow("this machine by name") << QByteArray("file://localhost{folder}/page.htm") << true;
+        QTest::newRow("another machine") << QByteArray("file://elsewhere{folder}/page.htm") << false;
+        QTest::newRow("bytes that are no text") << QByteArray("file://{folder}/%ff.htm") << false;
+        QTest::newRow("name with an end in it") << QByteArray("file://{folder}/page.htm%00.txt") << false;
+    }
+
+    void confinementSeesTheNameThatTheEngineWillLookFor() {
+        QFETCH(QByteArray, address);
+        QFETCH(bool, allowed);
+        const test::ScratchFolder scratch;
+        for (const char* name : {"tour/page.htm", "tour/ä.htm"})
+            test::writeFile(scratch / name, "page");
+        FileConfinement confinement;
+        confinement.setAllowedFolders({toQString(scratch / "tour")});
+        address.replace("{folder}", QByteArray::fromStdString(scratch / "tour"));
+        QCOMPARE(confinement.allows(QUrl::fromEncoded(address)), allowed);
+    }
+
+    void pagesShowOneDialogAfterEachNavigation() {
+        Browser browser;
+        browser.write("page.htm",
+                      "<script>alert('one'); confirm('two'); prompt('three'); alert('four');"
+                      "if (!sessionStorage.again) { sessionStorage.again = 1; location.reload(); }"
+                      "document.title = 'end';</script>");
+        int dialogs = 0;
+        QTimer answers;
+        answers.callOnTimeout([&] {
+            if (QWidget* const dialog = QApplication::activeModalWidget(); dialog != nullptr) {
+                ++dialogs;
+                dialog->close();
+            }
+        });
+        answers.start(10);
+        for (int navigation = 1; navigation <= 2; ++navigation) {
+            QVERIFY(browser.open("page.htm"));
+            QTRY_COMPARE_WITH_TIMEOUT(browser.view.locationName(), QString("end"), patience);
+            QVERIFY(!test::waitUntil([&] { return dialogs > navigation; }, 300));
+            QCOMPARE(dialogs, navigation);
+        }
+    }
+
+    void pageCannotKeepTheViewByAQuestionOnLeaving() {
+        Browser browser;
+        browser.write("page.htm", "<script>alert('one');"
+                                  "onbeforeunload = e => { e.preventDefault(); return 'stay'; };</script>"
+                                  "<body style='height: 100%'>page");
+        browser.write("next.htm", "<title>Next</title>");
+        QTimer answers;
+        answers.callOnTimeout([] {
+            if (QWidget* const dialog = QApplication::activeModalWidget(); dialog != nullptr)
+                dialog->close();
+        });
+        answers.start(10);
+        QVERIFY(browser.open("page.htm"));
+        QTest::mouseClick(browser.view.focusProxy()->focusProxy(), Qt::LeftButton);
+        QVERIFY(browser.open("next.htm"));
+        QTRY_COMPARE_WITH_TIMEOUT(browser.view.locationName(), QString("Next"), patience);
+    }
+
+    void pagesShareNoWorkers() {
+        Browser browser;
+        browser.write("page.htm", "<p>page</p>");
+        QVERIFY(browser.open("page.htm"));
+        QCOMPARE(browser.evaluate("typeof Worker + ', ' + typeof SharedWorker").toString(),
+                 QString("function, undefined"));
     }
 
     void pagesOpenNoWindowsAndGetNoRights() {

@@ -147,6 +147,19 @@ private slots:
         QCOMPARE(tour.program.model.currentStop, std::int16_t{0});
     }
 
+    void tagOfAStopThatCannotBeOnlyShows() {
+        OpenTour tour(2);
+        tour.goTo(1);
+        for (const char* text :
+             {">*>*>vosktourstop->-1", ">*>*>vosktourstop->101", ">*>*>vosktourstop->32767"}) {
+            emit tour.browser().statusTextChanged(QLatin1String(text),
+                                                  QUrl::fromLocalFile(tour.program.working("x")));
+            QCOMPARE(tour.status(), QString(text));
+            QCOMPARE(tour.label(), QString("1"));
+            QCOMPARE(tour.program.model.currentStop, std::int16_t{1});
+        }
+    }
+
     void otherStatusTextsOnlyShow() {
         OpenTour tour(2);
         tour.goTo(1);

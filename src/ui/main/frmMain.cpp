@@ -689,7 +689,8 @@ void frmMain::takeOverStatusText(const QString& text, const QUrl& source) {
 
 void frmMain::takeOverStopNumber(const QString& text) {
     const std::int16_t stop = roundTo16Bits(leadingNumber(toUtf8(text))).value_or(0);
-    if (isLateAnnouncement(stop))
+    const bool canBe = stop >= 0 && stop <= tourCapacity; // Pages of a tour may say anything.
+    if (!canBe || isLateAnnouncement(stop))
         return;
     m_stopNumber->setText(text);
     m_parts.tour.model.currentStop = stop;

@@ -366,11 +366,10 @@ void frmBrowser::goTo(const QUrl& address) {
     showNotice({});
     m_address->setEditText(address.toString(QUrl::FullyEncoded));
     m_address->lineEdit()->setCursorPosition(0); // Addresses are told apart by their beginning.
-    // A page of the author's own is read with what lies beside it.
-    QStringList folders = {workingFolder()};
-    if (address.isLocalFile())
-        folders.append(QFileInfo(address.toLocalFile()).absolutePath());
-    m_browser->setAllowedFolders(folders);
+    // A page of the author's own is read with what lies beside it, but not by the pages of the tour.
+    const QString itsFolder =
+        address.isLocalFile() ? QFileInfo(address.toLocalFile()).absolutePath() : QString();
+    m_browser->setAllowedFolders({workingFolder()}, itsFolder);
     m_timer->start();
     m_browser->navigate(address);
 }
