@@ -71,7 +71,7 @@ public:
         showNextStop(m_context);
         deleteStop(m_context);
         moveStopBack(m_context);
-        saveTour(m_context);
+        save();
     }
 
     /// Makes the folder first if it is not there, as the author is asked to.
@@ -90,7 +90,7 @@ public:
         m_workspace.tourPath = folder;
         finishNewTour(m_context, m_handOver);
         insertStop(m_context);
-        saveTour(m_context);
+        save();
     }
 
     void overwriteScript(const std::string& folder) const {
@@ -103,6 +103,12 @@ public:
     }
 
 private:
+    /// Without a folder the author would be asked for one, and this author then does not save.
+    void save() {
+        if (!m_workspace.tourPath.empty())
+            saveTour(m_context);
+    }
+
     TourModel m_model;
     HandOver m_handOver;
     Options m_options;
