@@ -56,10 +56,11 @@ public:
         loadTemplateTour(m_context);
     }
 
-    void editTour(const std::string& folder) {
+    /// False when the author was told that not all of the tour is there.
+    bool editTour(const std::string& folder) {
         if (!folderHoldsTour(folder)) {
             std::printf("shown: the folder holds no tour\n");
-            return;
+            return false;
         }
         m_workspace.initTourDefaults();
         m_workspace.tourPath = folder;
@@ -72,9 +73,9 @@ public:
         deleteStop(m_context);
         moveStopBack(m_context);
         save();
+        return !m_workspace.tourPath.empty();
     }
 
-    /// Makes the folder first if it is not there, as the author is asked to.
     void saveAs(const std::string& folder) {
         m_workspace.tourPath = folder;
         saveTourAs(m_context);
@@ -126,12 +127,14 @@ int main(int argc, char* argv[]) {
         return 2;
     Author author(words[0]);
     author.start();
-    author.editTour(words[1]);
+    const bool complete = author.editTour(words[1]);
     if (words.size() > 4 && words[4] == "--in-place") {
         author.overwriteScript(words[1]);
         return 0;
     }
-    author.saveAs(words[2]);
+    // Nobody puts a tour that did not open completely over another one.
+    if (complete)
+        author.saveAs(words[2]);
     author.beginTour(words[3]);
     return 0;
 }
