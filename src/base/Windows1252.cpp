@@ -92,14 +92,30 @@ std::optional<Reference> referenceAt(std::string_view bytes, std::size_t positio
     return Reference{static_cast<char32_t>(value), static_cast<std::size_t>(next - text.data()) + 1};
 }
 
+bool isAscii(char byte) {
+    return static_cast<unsigned char>(byte) < 0x80;
+}
+
+/// Appends the character of a byte that is not ASCII.
+void appendCharacter(std::string& utf8, unsigned char byte) {
+    if (byte < 0xa0) {
+        appendUtf8(utf8, characterOf(byte));
+    } else {
+        const char lead = static_cast<char>(0xc0 | (byte >> 6));
+        const char rest = static_cast<char>(0x80 | (byte & 0x3f));
+        const char both[] = {lead, rest};
+        utf8.append(both, 2);
+    }
+}
+
 /// Appends bytes that hold no references.
 void appendDecoded(std::string& utf8, std::string_view bytes) {
     for (std::size_t position = 0; position < bytes.size();) {
         const std::size_t ascii = asciiRunLength(bytes, position);
         utf8.append(bytes, position, ascii);
         position += ascii;
-        if (position < bytes.size())
-            appendUtf8(utf8, characterOf(static_cast<unsigned char>(bytes[position++])));
+        for (; position < bytes.size() && !isAscii(bytes[position]); ++position)
+            appendCharacter(utf8, static_cast<unsigned char>(bytes[position]));
     }
 }
 

@@ -4,6 +4,7 @@
 #include "base/Numbers.h"
 #include "base/TextLines.h"
 #include "base/Windows1252.h"
+#include "model/Desktop.h"
 #include "model/ScriptFile.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
@@ -253,6 +254,28 @@ bool beginsWithKeyword(std::string_view command, std::string_view keyword) {
     return true;
 }
 
+/// Shows the first errors of a script and counts the others: a file that is no script at all can hold a
+/// million, and each one that is shown waits for the author.
+class ShownErrors final {
+public:
+    explicit ShownErrors(Desktop& desktop) : m_desktop(desktop) {}
+
+    void add(int lineNumber, std::string_view message) {
+        if (m_count++ < mostShownLineErrors)
+            reportLineError(m_desktop, lineNumber, message);
+    }
+
+    void showHowManyMore() {
+        if (m_count > mostShownLineErrors)
+            m_desktop.showLineError("Further errors in the script, not shown: " +
+                                    std::to_string(m_count - mostShownLineErrors));
+    }
+
+private:
+    Desktop& m_desktop;
+    int m_count = 0;
+};
+
 void warnOfSurplus(Log& log, std::string_view what, int count) {
     if (count > 0)
         log.warn("the script's " + std::string(what) +
@@ -289,10 +312,11 @@ void readScript(TourContext& context) {
 void readScriptFile(TourContext& context, const std::string& path) {
     const files::Contents script = files::read(path);
     context.log.skip(script.outcome);
+    ShownErrors errors(context.desktop);
     const ScriptSurplus surplus =
-        parseScript(script.bytes, context.model, [&](int lineNumber, std::string_view message) {
-            reportLineError(context.desktop, lineNumber, message);
-        });
+        parseScript(script.bytes, context.model,
+                    [&](int lineNumber, std::string_view message) { errors.add(lineNumber, message); });
+    errors.showHowManyMore();
     warnOfSurplus(context.log, "stops", surplus.stops);
     warnOfSurplus(context.log, "launching points", surplus.launchURLs);
 }

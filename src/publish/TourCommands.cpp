@@ -16,6 +16,19 @@
 
 namespace wendmark {
 
+namespace {
+
+/// Where a file of the tour did not arrive, the working copy may hold that of the templates or of the tour
+/// before, and the next save would put it over the author's.
+void keepTourFromBeingReplaced(TourContext& context) {
+    context.workspace.tourPath.clear();
+    context.desktop.showLineError(
+        "The tour could not be opened completely. It stays as it is; to keep what you "
+        "change here, save it in another folder.");
+}
+
+} // namespace
+
 void startProgram(TourContext& context, HandOver& handOver, Options& options) {
     Workspace& workspace = context.workspace;
     context.log.skipAsNote(files::makeFolder(workspace.folders().newTourPath));
@@ -39,8 +52,11 @@ void openTour(TourContext& context) {
     const BusyPointer busy(context.desktop);
     TourModel& model = context.model;
     model.currentStop = 0;
+    const int failuresBefore = context.log.failureCount();
     context.workspace.loadTourIntoWorkingCopy();
     readScript(context);
+    if (context.log.failureCount() != failuresBefore)
+        keepTourFromBeingReplaced(context);
     makeWorkingFrameset(context);
     writeScript(context);
     makeStopPages(context, 1, model.stopCount);

@@ -645,6 +645,25 @@ TEST(ScriptReader, fileThatCannotBeReadBehavesLikeAnEmptyOneAndIsLogged) {
     }
 }
 
+TEST(ScriptReader, onlyTheFirstErrorsOfALongRowAreShown) {
+    std::string script = "Title\r\n";
+    for (const int errors : {mostShownLineErrors, mostShownLineErrors + 3}) {
+        TestTour tour;
+        std::string faulty;
+        for (int i = 0; i < errors; ++i)
+            faulty += "<<<VoskInfo>>>#Author\r\n";
+        tour.writeWorking("script.txt", faulty + script);
+        readScript(tour.context);
+        ASSERT_GE(tour.desktop.lineErrors.size(), 20U);
+        EXPECT_EQ(tour.desktop.lineErrors[19], "Command Syntax Error - '=' sign not found in line 20");
+        tour.desktop.lineErrors.erase(tour.desktop.lineErrors.begin(), tour.desktop.lineErrors.begin() + 20);
+        EXPECT_EQ(tour.desktop.lineErrors, errors == mostShownLineErrors
+                                               ? Lines{}
+                                               : Lines{"Further errors in the script, not shown: 3"});
+        EXPECT_EQ(tour.model.tourTitle, "Title");
+    }
+}
+
 TEST(ScriptReader, whatWasLeftOutIsOneWarningForStopsAndOneForLaunchingPoints) {
     TestTour tour;
     std::string script = scriptOfLaunchURLs(102);

@@ -206,6 +206,22 @@ TEST_F(OpenTour, neverTouchesTheToursFolder) {
     EXPECT_EQ(test::folderContents(tour.workspace.tourPath), before);
 }
 
+TEST_F(OpenTour, tourThatDoesNotOpenCompletelyIsNotTheOneThatIsSaved) {
+    writeTourFile("photo.gif", "a photo");
+    fs::create_directory(tour.workspace.workingFile("photo.gif")); // Stands in the way of the copy.
+    openTour(tour.context);
+    EXPECT_EQ(tour.workspace.tourPath, "");
+    EXPECT_THAT(tour.desktop.lineErrors, ElementsAre(HasSubstr("could not be opened completely")));
+    EXPECT_EQ(tour.model.tourTitle, "Harbour");
+}
+
+TEST_F(OpenTour, tourThatOpensKeepsItsFolder) {
+    writeTourFile("photo.gif", "a photo");
+    openTour(tour.context);
+    EXPECT_EQ(tour.workspace.tourPath, tour.scratch / "tour");
+    EXPECT_THAT(tour.desktop.lineErrors, IsEmpty());
+}
+
 class NewTour : public TourCommands {
 protected:
     NewTour() {

@@ -1,0 +1,179 @@
+#include "base/Files.h"
+#include "hostile/Effort.h"
+#include "model/SiteLists.h"
+#include "publish/Framesets.h"
+#include "publish/StopPages.h"
+#include "publish/TemplateFiller.h"
+#include "publish/TourCommands.h"
+#include "publish/TourPages.h"
+#include "publish/TourSave.h"
+#include "support/TestTour.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <random>
+
+namespace wendmark::test {
+namespace {
+
+using ::testing::Contains;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+std::string randomBytes(std::size_t count) {
+    std::mt19937_64 generator(7);
+    std::string bytes(count, '\0');
+    for (char& byte : bytes)
+        byte = static_cast<char>(generator() >> 56);
+    return bytes;
+}
+
+std::string repeated(std::string_view part, std::size_t times) {
+    std::string text;
+    text.reserve(part.size() * times);
+    for (std::size_t i = 0; i < times; ++i)
+        text += part;
+    return text;
+}
+
+TEST(HostileSiteListsTest, bookmarksOfTenMegabytesOfNoise) {
+    const ScratchFolder scratch;
+    writeFile(scratch / "goodlist.txt", randomBytes(10'000'000));
+    std::vector<Bookmark> bookmarks;
+    expectLittleEffort("read bookmarks", 10'000'000, 20,
+                       [&] { bookmarks = readBookmarks(files::read(scratch / "goodlist.txt").bytes); });
+    EXPECT_GT(bookmarks.size(), 10'000U);
+    std::string written;
+    expectLittleEffort("write bookmarks", 10'000'000, 4, [&] { written = bookmarksFile(bookmarks); });
+    EXPECT_EQ(readBookmarks(written).size(), bookmarks.size());
+}
+
+TEST(HostileSiteListsTest, bookmarksInOneLineAndInNone) {
+    std::vector<Bookmark> bookmarks;
+    const std::string line(10'000'000, 'x');
+    expectLittleEffort("read a bookmark of 10 MB", line.size(), 4, [&] { bookmarks = readBookmarks(line); });
+    ASSERT_EQ(bookmarks.size(), 1U);
+    EXPECT_EQ(bookmarks[0].address, line);
+    EXPECT_EQ(bookmarks[0].colour, white);
+    const std::string ends(5'000'000, '\n');
+    expectLittleEffort("read empty bookmarks", ends.size(), 80, [&] { bookmarks = readBookmarks(ends); });
+    EXPECT_EQ(bookmarks.size(), 2'500'000U);
+}
+
+TEST(HostileSiteListsTest, historyOfFiftyThousandLongLines) {
+    const std::string address = "http://a.example/" + std::string(1983, '\xe9');
+    const std::string bytes = repeated(address + "\r\n", 50'000);
+    std::vector<std::string> addresses;
+    expectLittleEffort("read history", bytes.size(), 3, [&] { addresses = readHistory(bytes); });
+    ASSERT_EQ(addresses.size(), 50'000U);
+    EXPECT_TRUE(addresses[49'999].ends_with("\xc3\xa9"));
+    std::string written;
+    expectLittleEffort("write history", bytes.size(), 4, [&] { written = historyFile(addresses); });
+    EXPECT_EQ(written, bytes);
+}
+
+TEST(HostileTemplateTest, aMillionMarkers) {
+    for (const std::string_view marker : {pageMarker, loosePageMarker, scriptBlockMarker}) {
+        const std::string text = repeated(std::string(marker) + "\r\n", 1'000'000);
+        std::string output;
+        expectLittleEffort("fill through a million markers", text.size(), 4, [&] {
+            TemplateFiller filler(text);
+            while (!filler.stopped()) {
+                filler.copyThrough(marker);
+                filler.write("new");
+                filler.closeRegion(marker);
+            }
+            output = filler.output();
+        });
+        EXPECT_GT(output.size(), text.size());
+        expectLittleEffort("look for a marker that is not there", text.size(), 4, [&] {
+            TemplateFiller filler(text);
+            filler.copyThrough("<!--nowhere-->");
+            EXPECT_TRUE(filler.stopped());
+        });
+    }
+}
+
+/// A tour of a hundred stops, whose files somebody else has made.
+class HostileTourTest : public ::testing::Test {
+protected:
+    HostileTourTest() {
+        tour.useShippedTemplates();
+        for (int n = 1; n <= 100; ++n)
+            tour.addStop("Stop", "http://a.example/", "Words.\r\n", "Do it.\r\n");
+    }
+
+    void makeEverything() {
+        makeStopPages(tour.context, 1, 100);
+        makeContentsPage(tour.context);
+        makeOpeningPageSimple(tour.context);
+        makeIndexPage(tour.context);
+        makeTourGuide(tour.context);
+        makeOpeningPage(tour.context);
+        makeWorkingFrameset(tour.context);
+        makeTourFramesets(tour.context);
+    }
+
+    TestTour tour;
+};
+
+TEST_F(HostileTourTest, templatesOfAMillionMarkers) {
+    const std::string text = repeated("<!--variable-->\n//variable\n", 500'000);
+    for (const std::string_view name : {"toc.htm", "openhelp.htm", "index.htm", "tguide.htm", "framever.htm"})
+        tour.writeTemplate(name, text);
+    expectLittleEffort("pages from a million markers", text.size(), 5, [&] { makeEverything(); });
+    EXPECT_THAT(tour.log.failures, IsEmpty());
+    EXPECT_THAT(tour.working("index.htm"), HasSubstr("//variable"));
+}
+
+TEST_F(HostileTourTest, aPageTemplateOfAMillionMarkers) {
+    tour.writeTemplate("page.htm", repeated("<!--variable-->\n//variable\n", 500'000));
+    // A hundred pages could each become as large as the template; the first that has no end stops the rest.
+    expectLittleEffort("a page without an end", 13'000'000, 5, [&] { makeStopPages(tour.context, 1, 100); });
+    EXPECT_THAT(tour.log.failures, Contains(HasSubstr("cannot complete page1.htm")));
+    EXPECT_FALSE(exists(tour.workspace.workingFile("page2.htm")));
+}
+
+TEST_F(HostileTourTest, templatesOfNoise) {
+    const std::string noise = randomBytes(10'000'000);
+    for (const std::string_view name :
+         {"toc.htm", "openhelp.htm", "index.htm", "tguide.htm", "framever.htm", "page.htm"})
+        tour.writeTemplate(name, noise);
+    expectLittleEffort("pages from noise", noise.size(), 5, [&] {
+        tour.log.failures.clear();
+        makeEverything();
+    });
+    for (const std::string_view name :
+         {"page1.htm", "toc.htm", "openhelp.htm", "index.htm", "tguide.htm", "framever.htm", "playtour.htm"})
+        EXPECT_THAT(tour.log.failures, Contains(HasSubstr("cannot complete " + std::string(name))));
+}
+
+TEST_F(HostileTourTest, imagesThatAreNone) {
+    const std::string folder = tour.scratch / "MyTours/images";
+    const std::string noise = randomBytes(10'000'000);
+    const std::vector<std::string> names = {"a.gif", "b.jpg", "c.png", "grbullet.gif"};
+    for (const std::string& name : names)
+        writeFile(folder + "/" + name, noise);
+    writeFile(folder + "/empty.gif", "");
+    writeFile(folder + "/script.txt", "Title\r\nStop\r\na.gif\r\n\r\nWords.\r\n\r\nDo it.\r\n\r\n");
+    tour.workspace.tourPath = folder;
+    expectLittleEffort("open a tour of no images", 40'000'000, 1, [&] { openTour(tour.context); });
+    expectLittleEffort("save a tour of no images", 40'000'000, 1, [&] { saveTour(tour.context); });
+    EXPECT_THAT(tour.log.failures, IsEmpty());
+    for (const std::string& name : names)
+        EXPECT_TRUE(readFile(folder + "/" + name) == noise) << name;
+    EXPECT_EQ(readFile(folder + "/empty.gif"), "");
+}
+
+TEST_F(HostileTourTest, aFileOfHundredMegabytesInTheTour) {
+    const std::string folder = tour.scratch / "MyTours/large";
+    writeFile(folder + "/film.gif", std::string(100'000'000, 'x'));
+    writeFile(folder + "/script.txt", "Title\r\nStop\r\na.gif\r\n\r\nWords.\r\n\r\nDo it.\r\n\r\n");
+    tour.workspace.tourPath = folder;
+    expectLittleEffort("open a tour with a large file", 100'000'000, 0, [&] { openTour(tour.context); });
+    EXPECT_EQ(std::filesystem::file_size(tour.workspace.workingFile("film.gif")), 100'000'000U);
+}
+
+} // namespace
+} // namespace wendmark::test
