@@ -15,13 +15,13 @@ struct TourModel;
 inline constexpr std::string_view scriptMarker = "<<<VoskInfo>>>";
 
 /// Most errors of one script that are shown; the number of those after them is shown as one more.
-inline constexpr int mostShownLineErrors = 20;
+inline constexpr int mostShownLineErrors = 200;
 
 /// Reads the working copy's script.txt into the model, without clearing the model first: what the script does
-/// not name keeps its value. The first mostShownLineErrors
-/// errors of lines go to reportLineError(); a file that cannot be read behaves like
-/// an empty one. Stops after the 100th are counted in stopCount but not stored, launching points after the
-/// 100th are not even counted; how many were left out is a warning in the log.
+/// not name keeps its value. The first mostShownLineErrors errors of lines go to
+/// reportLineError(); a file that cannot be read behaves like an empty one. Stops after the 100th are counted
+/// in stopCount but not stored, launching points after the 100th are not even counted; how many were left out
+/// is a warning in the log.
 void readScript(TourContext& context);
 
 /// Same for the script at `path`.

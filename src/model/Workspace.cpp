@@ -8,6 +8,8 @@
 #include "model/HandOver.h"
 #include "model/TourModel.h"
 
+#include <algorithm>
+
 namespace wendmark {
 
 namespace {
@@ -24,6 +26,17 @@ std::map<std::string, std::string> byLowerCaseName(const std::vector<std::string
             chosen.emplace(std::move(target), name);
     }
     return chosen;
+}
+
+/// "page7.htm"; an author's page may be called "page-one.htm".
+bool isStopPage(std::string_view name) {
+    constexpr std::string_view beginning = "page";
+    constexpr std::string_view end = ".htm";
+    if (name.size() <= beginning.size() + end.size() || !name.starts_with(beginning) || !name.ends_with(end))
+        return false;
+    const std::string_view number =
+        name.substr(beginning.size(), name.size() - beginning.size() - end.size());
+    return number.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
 } // namespace
@@ -62,13 +75,13 @@ void Workspace::initTourDefaults() {
 void Workspace::resetWorkingCopy() {
     m_log.skip(files::enterFolder(m_folders.appPath));
     emptyWorkingCopy();
-    fillWorkingCopyFrom(m_folders.templatePath, files::Links::anywhere);
+    fillFromTemplates();
 }
 
 void Workspace::loadTourIntoWorkingCopy() {
     emptyWorkingCopy();
     resetWorkingCopy();
-    fillWorkingCopyFrom(tourPath, files::Links::insideFolder);
+    fillFromTour();
     restoreWorkingFiles();
     m_model.tourChanged = false;
 }
@@ -129,9 +142,33 @@ void Workspace::emptyWorkingCopy() {
         m_log.skip(files::remove(workingFile(name)));
 }
 
-void Workspace::fillWorkingCopyFrom(const std::string& folder, files::Links links) {
-    for (const auto& [target, source] : sourcesByTargetName(folder, links))
+void Workspace::fillFromTemplates() {
+    m_spared.clear();
+    m_spareAll = false;
+    for (const auto& [target, source] : sourcesByTargetName(m_folders.templatePath, files::Links::anywhere))
         m_log.skip(copyToWorkingFile(source, target));
+}
+
+void Workspace::fillFromTour() {
+    const int failuresBefore = m_log.failureCount();
+    const auto sources = sourcesByTargetName(tourPath, files::Links::insideFolder);
+    m_sparedFolder = tourPath;
+    m_spareAll = m_log.failureCount() != failuresBefore;
+    for (const auto& [target, source] : sources) {
+        const Outcome copied = copyToWorkingFile(source, target);
+        m_log.skip(copied);
+        if (!copied.ok() && (target == "script.txt" || !isGeneratedFile(target)))
+            spare(target);
+    }
+}
+
+void Workspace::spare(const std::string& name) {
+    m_sparedFolder = tourPath;
+    m_spared.insert(name);
+}
+
+bool Workspace::isSpared(const std::string& name) const {
+    return tourPath == m_sparedFolder && (m_spareAll || m_spared.contains(name));
 }
 
 void Workspace::copyInWorkingCopy(std::string_view from, std::string_view to) {
@@ -176,6 +213,10 @@ void Workspace::replaceTourFiles() {
     if (!begun.ok())
         return;
     for (const auto& [target, source] : savedTourSources()) {
+        if (isSpared(target)) {
+            m_log.fail("cannot save " + tourFile(target) + ": it could not be read when the tour was opened");
+            continue;
+        }
         const Outcome staged = replacement.stage(source, target);
         m_log.skip(staged);
         if (!staged.ok() && fileExists(source))
@@ -189,6 +230,16 @@ const std::vector<std::string>& savedLast() {
     static const std::vector<std::string> patterns = {"toc.htm",          "framever.htm", "fv1.htm",
                                                       "_tourlaunch*.htm", "playtour.htm", "script.txt"};
     return patterns;
+}
+
+bool isGeneratedFile(const std::string& name) {
+    static const std::vector<std::string> patterns = {
+        "framever.htm", "playtour.htm", "fv1.htm",     "tmpframe.htm", "_tourlaunch*.htm",
+        "openhelp.htm", "index.htm",    "toc.htm",     "tguide.htm",   "nav3.htm",
+        "link.txt",     "script.txt",   "script1.txt", "ft.htm"};
+    return isStopPage(name) || std::any_of(patterns.begin(), patterns.end(), [&](const std::string& pattern) {
+               return matchesWildcard(name, pattern);
+           });
 }
 
 bool fileExists(const std::string& path) {

@@ -3,6 +3,7 @@
 #include "base/Files.h"
 
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,6 +56,14 @@ public:
     /// Clears tourChanged. A link that leads out of the tour's folder is left out and logged as a warning.
     void loadTourIntoWorkingCopy();
 
+    /// Whether something of the tour that was loaded last did not arrive. The working copy may hold the
+    /// templates' file in its place, so a save into the same folder leaves the author's own alone.
+    bool isIncomplete() const { return m_spareAll || !m_spared.empty(); }
+
+    /// From now on, until another tour is loaded or the working copy is reset, saves leave this file of the
+    /// tour's folder alone.
+    void spare(const std::string& name);
+
     /// Replaces the tour folder's files by those of the working copy and its navigator by the final one.
     /// Files that only the tour folder has stay. When the new files cannot all be written (no space, no
     /// permission), nothing changes. Clears tourChanged in every case.
@@ -87,13 +96,18 @@ public:
 
 private:
     void emptyWorkingCopy();
-    void fillWorkingCopyFrom(const std::string& folder, files::Links links);
+    void fillFromTemplates();
+    void fillFromTour();
+    bool isSpared(const std::string& name) const;
     void copyInWorkingCopy(std::string_view from, std::string_view to);
     files::Replacing replacing() const;
     std::map<std::string, std::string> sourcesByTargetName(const std::string& folder, files::Links links);
     std::map<std::string, std::string> savedTourSources();
     void replaceTourFiles();
 
+    std::set<std::string> m_spared; ///< Files of the tour that saves leave alone.
+    std::string m_sparedFolder;     ///< The folder in which they lie.
+    bool m_spareAll = false;        ///< Not even the names of the tour's files are known.
     WorkspaceFolders m_folders;
     TourModel& m_model;
     HandOver& m_handOver;
@@ -105,6 +119,10 @@ private:
 /// stops, and the script, as which the folder opens, after everything else. However far a save gets, each
 /// file finds what it leads to.
 const std::vector<std::string>& savedLast();
+
+/// Whether the program makes the file of this name anew, from the model and the templates, whenever it needs
+/// it.
+bool isGeneratedFile(const std::string& name);
 
 /// Whether a file can be opened for reading.
 bool fileExists(const std::string& path);

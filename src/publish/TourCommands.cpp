@@ -16,19 +16,6 @@
 
 namespace wendmark {
 
-namespace {
-
-/// Where a file of the tour did not arrive, the working copy may hold that of the templates or of the tour
-/// before, and the next save would put it over the author's.
-void keepTourFromBeingReplaced(TourContext& context) {
-    context.workspace.tourPath.clear();
-    context.desktop.showLineError(
-        "The tour could not be opened completely. It stays as it is; to keep what you "
-        "change here, save it in another folder.");
-}
-
-} // namespace
-
 void startProgram(TourContext& context, HandOver& handOver, Options& options) {
     Workspace& workspace = context.workspace;
     context.log.skipAsNote(files::makeFolder(workspace.folders().newTourPath));
@@ -52,11 +39,11 @@ void openTour(TourContext& context) {
     const BusyPointer busy(context.desktop);
     TourModel& model = context.model;
     model.currentStop = 0;
-    const int failuresBefore = context.log.failureCount();
     context.workspace.loadTourIntoWorkingCopy();
+    const int failuresBefore = context.log.failureCount();
     readScript(context);
     if (context.log.failureCount() != failuresBefore)
-        keepTourFromBeingReplaced(context);
+        context.workspace.spare("script.txt");
     makeWorkingFrameset(context);
     writeScript(context);
     makeStopPages(context, 1, model.stopCount);

@@ -15,8 +15,8 @@ void startProgram(TourContext& context, HandOver& handOver, Options& options);
 /// Fills the working copy and the model from the templates, as a program that has just started shows them.
 void loadTemplateTour(TourContext& context);
 
-/// Opens the tour in the workspace's tourPath, after initTourDefaults(). When something of it cannot be read,
-/// the author is told and tourPath becomes empty, so that no save replaces the tour by what did arrive.
+/// Opens the tour in the workspace's tourPath, after initTourDefaults(). What of it cannot be read, no save
+/// replaces, see Workspace::isIncomplete().
 void openTour(TourContext& context);
 
 /// Generates the pages of a tour that is in the model and whose other files are in the working copy, as an

@@ -2,7 +2,7 @@
 
 #include "base/Files.h"
 #include "base/Log.h"
-#include "base/Names.h"
+#include "model/Workspace.h"
 
 #include <algorithm>
 #include <random>
@@ -15,29 +15,6 @@ namespace {
 constexpr std::string_view recordName = "record";
 constexpr std::string_view filesFolder = "files";
 
-/// Files that the program makes anew from the model and the templates whenever it needs them.
-constexpr std::string_view generatedPatterns[] = {
-    "framever.htm", "playtour.htm", "fv1.htm",     "tmpframe.htm", "_tourlaunch*.htm",
-    "openhelp.htm", "index.htm",    "toc.htm",     "tguide.htm",   "nav3.htm",
-    "link.txt",     "script.txt",   "script1.txt", "ft.htm"};
-
-/// "page7.htm"; an author's page may be called "page-one.htm".
-bool isStopPage(std::string_view name) {
-    constexpr std::string_view beginning = "page";
-    constexpr std::string_view end = ".htm";
-    if (name.size() <= beginning.size() + end.size() || !name.starts_with(beginning) || !name.ends_with(end))
-        return false;
-    const std::string_view number =
-        name.substr(beginning.size(), name.size() - beginning.size() - end.size());
-    return number.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
-bool isGenerated(const std::string& name) {
-    return isStopPage(name) ||
-           std::any_of(std::begin(generatedPatterns), std::end(generatedPatterns),
-                       [&](std::string_view pattern) { return matchesWildcard(name, pattern); });
-}
-
 std::string filesOf(const std::string& session) {
     return files::join(session, filesFolder);
 }
@@ -47,7 +24,7 @@ std::string filesOf(const std::string& session) {
 std::map<std::string, std::string> authorsFiles(const std::string& workingCopy) {
     std::map<std::string, std::string> stamps;
     for (const std::string& name : files::list(workingCopy, files::Links::insideFolder).names) {
-        if (!isGenerated(name))
+        if (!isGeneratedFile(name))
             stamps[name] = files::stampOf(files::join(workingCopy, name));
     }
     return stamps;

@@ -56,7 +56,7 @@ public:
         loadTemplateTour(m_context);
     }
 
-    /// False when the author was told that not all of the tour is there.
+    /// False when not all of the tour has arrived.
     bool editTour(const std::string& folder) {
         if (!folderHoldsTour(folder)) {
             std::printf("shown: the folder holds no tour\n");
@@ -73,7 +73,7 @@ public:
         deleteStop(m_context);
         moveStopBack(m_context);
         save();
-        return !m_workspace.tourPath.empty();
+        return !m_workspace.isIncomplete();
     }
 
     void saveAs(const std::string& folder) {
@@ -104,11 +104,7 @@ public:
     }
 
 private:
-    /// Without a folder the author would be asked for one, and this author then does not save.
-    void save() {
-        if (!m_workspace.tourPath.empty())
-            saveTour(m_context);
-    }
+    void save() { saveTour(m_context); }
 
     TourModel m_model;
     HandOver m_handOver;

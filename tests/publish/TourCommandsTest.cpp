@@ -1,5 +1,7 @@
 #include "publish/TourCommands.h"
 
+#include "publish/TourSave.h"
+#include "support/SystemLimits.h"
 #include "support/TestTour.h"
 
 #include <gmock/gmock.h>
@@ -206,13 +208,29 @@ TEST_F(OpenTour, neverTouchesTheToursFolder) {
     EXPECT_EQ(test::folderContents(tour.workspace.tourPath), before);
 }
 
-TEST_F(OpenTour, tourThatDoesNotOpenCompletelyIsNotTheOneThatIsSaved) {
+TEST_F(OpenTour, fileThatDidNotArriveIsLeftAloneBySaving) {
     writeTourFile("photo.gif", "a photo");
-    fs::create_directory(tour.workspace.workingFile("photo.gif")); // Stands in the way of the copy.
+    tour.writeTemplate("photo.gif", "the templates' photo");
+    fs::permissions(tour.scratch / "tour/photo.gif", fs::perms::none);
+    fs::permissions(tour.workspace.folders().newTourPath, fs::perms::all);
+    {
+        const test::UnprivilegedUser nobody;
+        openTour(tour.context);
+    }
+    fs::permissions(tour.scratch / "tour/photo.gif", fs::perms::owner_all);
+    EXPECT_TRUE(tour.workspace.isIncomplete());
+    EXPECT_EQ(tour.workspace.tourPath, tour.scratch / "tour");
+    EXPECT_THAT(tour.desktop.lineErrors, IsEmpty());
+    EXPECT_EQ(tour.working("photo.gif"), "the templates' photo");
+    EXPECT_FALSE(saveTour(tour.context));
+    EXPECT_EQ(test::readFile(tour.scratch / "tour/photo.gif"), "a photo");
+    EXPECT_THAT(test::readFile(tour.scratch / "tour/script.txt"), HasSubstr("Harbour"));
+    fs::create_directory(tour.scratch / "elsewhere");
+    tour.workspace.tourPath = tour.scratch / "elsewhere";
+    EXPECT_TRUE(saveTourAs(tour.context));
+    tour.workspace.tourPath = tour.scratch / "tour";
     openTour(tour.context);
-    EXPECT_EQ(tour.workspace.tourPath, "");
-    EXPECT_THAT(tour.desktop.lineErrors, ElementsAre(HasSubstr("could not be opened completely")));
-    EXPECT_EQ(tour.model.tourTitle, "Harbour");
+    EXPECT_FALSE(tour.workspace.isIncomplete());
 }
 
 TEST_F(OpenTour, tourThatOpensKeepsItsFolder) {

@@ -165,6 +165,7 @@ void frmMain::openTour() {
         closeSiteEditor();
         wendmark::openTour(tour);
         m_parts.recovery.noteSaved();
+        tellWhetherOpenIsComplete();
     }
     tour.model.tourChanged = false;
     tellNarrationEditor();
@@ -578,8 +579,16 @@ void frmMain::openTourIn(const QString& folder) {
     tour.workspace.tourPath = toUtf8(folder);
     wendmark::openTour(tour);
     m_parts.recovery.noteSaved();
+    tellWhetherOpenIsComplete();
     m_parts.handOver.wizardFirstRun = false;
     tellNarrationEditor();
+}
+
+void frmMain::tellWhetherOpenIsComplete() {
+    if (!m_parts.tour.workspace.isIncomplete())
+        return;
+    m_lastStatus = tr("Something of the tour could not be read. The log says what; saving leaves it alone.");
+    showStatus(m_lastStatus);
 }
 
 /// True when the author goes on with a tour of a former run.

@@ -98,6 +98,7 @@ private:
     void storeSettings();
     void showOpeningPage();
     void openTourIn(const QString& folder);
+    void tellWhetherOpenIsComplete();
     bool offerRecovery();
     void recover(const RecoverySession& session);
     void reopenNarrationEditor();
