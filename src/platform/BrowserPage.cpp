@@ -124,6 +124,7 @@ bool BrowserPage::mayShow(const QUrl& address) const {
 
 void BrowserPage::watchFramesOf(const QUrl& address) {
     m_watched = address;
+    m_confinement.setFramingPage(address);
     for (const QWebEngineScript& script : scripts().find(frameScriptName()))
         scripts().remove(script);
     if (!address.isEmpty())

@@ -51,6 +51,10 @@ bool FileConfinement::allows(const QUrl& address) const {
     return !isFile(address) || isWithin(address, m_folders + QStringList{m_closedFolder});
 }
 
+void FileConfinement::setFramingPage(const QUrl& address) {
+    m_framingPage = showsClosedFolder() ? address : QUrl();
+}
+
 void FileConfinement::interceptRequest(QWebEngineUrlRequestInfo& info) {
     const QUrl address = info.requestUrl();
     const bool isPage = info.resourceType() == QWebEngineUrlRequestInfo::ResourceTypeMainFrame;
@@ -67,7 +71,7 @@ bool FileConfinement::mayRead(const QUrl& address) const {
 bool FileConfinement::showsClosedFolder() const {
     const auto* const page = qobject_cast<QWebEnginePage*>(parent());
     const QUrl shown = page == nullptr ? QUrl() : page->history()->currentItem().url();
-    return isFile(shown) && isWithin(shown, {m_closedFolder});
+    return isFile(shown) && (shown == m_framingPage || isWithin(shown, {m_closedFolder}));
 }
 
 } // namespace wendmark

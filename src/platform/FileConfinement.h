@@ -22,6 +22,10 @@ public:
         m_closedFolder = closedFolder;
     }
 
+    /// While the program frames the page that is shown by one of its own, at this address, that one reads
+    /// what the page may read. An empty address ends it.
+    void setFramingPage(const QUrl& address);
+
     /// Whether a page may show or read what is at this address. Addresses other than of files always may.
     bool allows(const QUrl& address) const;
 
@@ -33,6 +37,7 @@ private:
 
     QStringList m_folders;
     QString m_closedFolder;
+    QUrl m_framingPage;
 };
 
 } // namespace wendmark
