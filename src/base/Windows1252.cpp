@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstring>
 #include <optional>
 
 namespace wendmark::windows1252 {
@@ -17,7 +18,7 @@ constexpr std::array<char32_t, 32> upperControls = {
     0x2039, 0x0152, 0x008d, 0x017d, 0x008f, 0x0090, 0x2018, 0x2019, 0x201c, 0x201d, 0x2022,
     0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0x009d, 0x017e, 0x0178};
 
-char32_t characterOf(unsigned char byte) {
+constexpr char32_t characterOf(unsigned char byte) {
     return byte >= 0x80 && byte <= 0x9f ? upperControls[byte - 0x80] : byte;
 }
 
@@ -78,10 +79,10 @@ bool isWrittenAsReference(std::uint32_t value) {
     return value > 0x9f && value <= 0x10ffff && !surrogate && !byteOf(static_cast<char32_t>(value));
 }
 
-/// The reference that starts at `position`, if encodeHtml() could have written it.
-std::optional<Reference> referenceAt(std::string_view bytes, std::size_t position) {
+/// The reference that the bytes begin with, if encodeHtml() could have written it.
+std::optional<Reference> leadingReference(std::string_view bytes) {
     constexpr std::size_t longest = std::string_view("&#1114111;").size();
-    const std::string_view text = bytes.substr(position, longest);
+    const std::string_view text = bytes.substr(0, longest);
     if (!text.starts_with("&#") || text.size() < 4 || text[2] == '0')
         return std::nullopt;
     std::uint32_t value = 0;
@@ -92,30 +93,53 @@ std::optional<Reference> referenceAt(std::string_view bytes, std::size_t positio
     return Reference{static_cast<char32_t>(value), static_cast<std::size_t>(next - text.data()) + 1};
 }
 
-bool isAscii(char byte) {
-    return static_cast<unsigned char>(byte) < 0x80;
-}
+/// What stands for a byte in UTF-8; of the three places the first `length` count.
+struct Character {
+    std::array<char, 3> utf8;
+    std::uint8_t length;
+};
 
-/// Appends the character of a byte that is not ASCII.
-void appendCharacter(std::string& utf8, unsigned char byte) {
-    if (byte < 0xa0) {
-        appendUtf8(utf8, characterOf(byte));
-    } else {
-        const char lead = static_cast<char>(0xc0 | (byte >> 6));
-        const char rest = static_cast<char>(0x80 | (byte & 0x3f));
-        const char both[] = {lead, rest};
-        utf8.append(both, 2);
+constexpr std::array<Character, 256> characters = [] {
+    std::array<Character, 256> all{};
+    for (std::size_t byte = 0; byte < all.size(); ++byte) {
+        const char32_t codePoint = characterOf(static_cast<unsigned char>(byte));
+        const char last = static_cast<char>(0x80 | (codePoint & 0x3f));
+        if (codePoint < 0x80)
+            all[byte] = {{static_cast<char>(codePoint)}, 1};
+        else if (codePoint < 0x800)
+            all[byte] = {{static_cast<char>(0xc0 | (codePoint >> 6)), last}, 2};
+        else
+            all[byte] = {{static_cast<char>(0xe0 | (codePoint >> 12)),
+                          static_cast<char>(0x80 | ((codePoint >> 6) & 0x3f)), last},
+                         3};
     }
+    return all;
+}();
+
+constexpr std::size_t decodedAtOnce = 64;
+
+/// Appends the characters of at most so many bytes.
+void appendCharacters(std::string& utf8, std::string_view bytes) {
+    std::array<char, 3 * decodedAtOnce> decoded{};
+    char* end = decoded.data();
+    for (const char byte : bytes) {
+        const Character& character = characters[static_cast<unsigned char>(byte)];
+        std::memcpy(end, character.utf8.data(), character.utf8.size());
+        end += character.length;
+    }
+    utf8.append(decoded.data(), end);
 }
 
-/// Appends bytes that hold no references.
+/// Appends bytes that hold no references: ASCII as it stands, and some bytes one by one from where it ends.
 void appendDecoded(std::string& utf8, std::string_view bytes) {
-    for (std::size_t position = 0; position < bytes.size();) {
-        const std::size_t ascii = asciiRunLength(bytes, position);
-        utf8.append(bytes, position, ascii);
-        position += ascii;
-        for (; position < bytes.size() && !isAscii(bytes[position]); ++position)
-            appendCharacter(utf8, static_cast<unsigned char>(bytes[position]));
+    while (!bytes.empty()) {
+        const std::size_t ascii = asciiRunLength(bytes, 0);
+        utf8.append(bytes, 0, ascii);
+        bytes.remove_prefix(ascii);
+        if (const std::string_view others = bytes.substr(0, decodedAtOnce); !others.empty()) {
+            appendCharacters(utf8, others);
+            bytes.remove_prefix(others.size());
+        }
     }
 }
 
@@ -129,19 +153,26 @@ std::string encodeAddress(std::string_view utf8) {
     return encode(utf8, appendPercentEncoded);
 }
 
+void appendDecodedHtml(std::string& utf8, std::string_view bytes) {
+    utf8.reserve(utf8.size() + bytes.size());
+    while (!bytes.empty()) {
+        const std::size_t ampersand = std::min(bytes.find('&'), bytes.size());
+        appendDecoded(utf8, bytes.substr(0, ampersand));
+        bytes.remove_prefix(ampersand);
+        if (bytes.empty())
+            break;
+        const std::optional<Reference> reference = leadingReference(bytes);
+        if (reference)
+            appendUtf8(utf8, reference->character);
+        else
+            utf8.push_back('&');
+        bytes.remove_prefix(reference ? reference->length : 1);
+    }
+}
+
 std::string decodeHtml(std::string_view bytes) {
     std::string utf8;
-    utf8.reserve(bytes.size());
-    for (std::size_t position = 0; position < bytes.size();) {
-        const std::size_t ampersand = std::min(bytes.find('&', position), bytes.size());
-        appendDecoded(utf8, bytes.substr(position, ampersand - position));
-        position = ampersand;
-        if (position == bytes.size())
-            break;
-        const std::optional<Reference> reference = referenceAt(bytes, position);
-        appendUtf8(utf8, reference ? reference->character : U'&');
-        position += reference ? reference->length : 1;
-    }
+    appendDecodedHtml(utf8, bytes);
     return utf8;
 }
 

@@ -16,9 +16,11 @@ std::string encodeAddress(std::string_view utf8);
 
 /// Reads HTML text back: exactly the references that encodeHtml() writes become characters again. Others stay
 /// as they stand, among them those with leading zeros, those that name a character of the code page, and
-/// &#128; to
-/// &#159;, which browsers show as characters of the code page.
+/// &#128; to &#159;, which browsers show as characters of the code page.
 std::string decodeHtml(std::string_view bytes);
+
+/// Same, at the end of a text.
+void appendDecodedHtml(std::string& utf8, std::string_view bytes);
 
 /// Reads addresses and other plain text back; references stay as they stand.
 std::string decode(std::string_view bytes);

@@ -225,8 +225,10 @@ private:
         }
         std::string text;
         do {
-            if (!isMarkerLine(m_line))
-                text.append(windows1252::decodeHtml(m_line)).append(lineBreak);
+            if (!isMarkerLine(m_line)) {
+                windows1252::appendDecodedHtml(text, m_line);
+                text.append(lineBreak);
+            }
         } while (readLine() && !m_line.empty());
         return text;
     }

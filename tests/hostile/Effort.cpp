@@ -87,8 +87,9 @@ void expectLittleEffort(std::string_view what, std::size_t inputBytes, double ti
                 inputMegabytes, least.seconds, least.megabytes);
     EXPECT_LE(least.seconds, secondsAllowed) << what;
     // The sanitizers keep what was freed for a while, to see who still uses it.
-    if (!sanitized)
+    if (!sanitized) {
         EXPECT_LE(least.megabytes, timesInput * inputMegabytes + constantMegabytes) << what;
+    }
 }
 
 } // namespace wendmark::test
