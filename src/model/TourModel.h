@@ -52,6 +52,8 @@ struct TourModel {
     std::int16_t currentStop = 0; ///< Stop on screen; 0 is the opening page.
     bool tourChanged = false;     ///< There are unsaved changes.
     bool editingMode = true;      ///< Pages are generated for the editor's preview, not for the saved tour.
+
+    friend bool operator==(const TourModel&, const TourModel&) = default;
 };
 
 /// Whether a stop's address names a web page rather than a file of the tour folder.

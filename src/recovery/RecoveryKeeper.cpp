@@ -16,28 +16,55 @@ RecoveryRecord withoutPosition(RecoveryRecord record) {
     return record;
 }
 
+std::string describe(const RecoveryRecord& record, const AuthorsFiles& files) {
+    std::string description = encodeRecord(record);
+    for (const auto& [name, stamp] : files)
+        description.append(name).append(" ").append(stamp).append("\n");
+    return description;
+}
+
 } // namespace
 
 RecoveryKeeper::RecoveryKeeper(TourContext& tour, RecoveryStore& store) : m_tour(tour), m_store(store) {}
 
 void RecoveryKeeper::noteSaved() {
-    m_saved = describe(withoutPosition({0, m_tour.workspace.tourPath, m_tour.model, {}}));
+    m_saved = describe(withoutPosition({0, m_tour.workspace.tourPath, m_tour.model, {}}),
+                       authorsFiles(m_tour.workspace.folders().newTourPath));
+    m_checked.reset();
 }
 
 void RecoveryKeeper::check(std::int64_t now) {
-    RecoveryRecord record{0, m_tour.workspace.tourPath, m_tour.model, {}};
-    if (unappliedTexts)
-        record.unapplied = unappliedTexts();
-    if (!record.unapplied && describe(withoutPosition(record)) == m_saved) {
+    std::optional<UnappliedTexts> unapplied = unappliedTexts ? unappliedTexts() : std::nullopt;
+    AuthorsFiles files = authorsFiles(m_tour.workspace.folders().newTourPath);
+    if (isAsChecked(unapplied, files))
+        return;
+    m_checked = {{0, m_tour.workspace.tourPath, m_tour.model, std::move(unapplied)}, std::move(files)};
+    if (!keep(*m_checked, now))
+        m_checked.reset();
+}
+
+bool RecoveryKeeper::isAsChecked(const std::optional<UnappliedTexts>& unapplied,
+                                 const AuthorsFiles& files) const {
+    return m_checked && m_checked->record.tourPath == m_tour.workspace.tourPath &&
+           m_checked->record.model == m_tour.model && m_checked->record.unapplied == unapplied &&
+           m_checked->files == files;
+}
+
+/// False when it could not be kept.
+bool RecoveryKeeper::keep(const State& state, std::int64_t now) {
+    if (!state.record.unapplied && describe(withoutPosition(state.record), state.files) == m_saved) {
         forget();
-        return;
+        return true;
     }
-    const std::string present = describe(record);
+    std::string present = describe(state.record, state.files);
     if (present == m_kept)
-        return;
+        return true;
+    RecoveryRecord record = state.record;
     record.time = now;
-    if (m_store.keep(record, m_tour.workspace.folders().newTourPath))
-        m_kept = present;
+    if (!m_store.keep(record, m_tour.workspace.folders().newTourPath))
+        return false;
+    m_kept = std::move(present);
+    return true;
 }
 
 void RecoveryKeeper::recover(const RecoverySession& session, std::int64_t now) {
@@ -46,6 +73,7 @@ void RecoveryKeeper::recover(const RecoverySession& session, std::int64_t now) {
     m_tour.model = session.record.model;
     generateRecoveredTour(m_tour);
     m_saved.clear();
+    m_checked.reset();
     RecoveryRecord record = session.record;
     record.time = now;
     if (m_store.keep(record, m_tour.workspace.folders().newTourPath))
@@ -55,13 +83,6 @@ void RecoveryKeeper::recover(const RecoverySession& session, std::int64_t now) {
 void RecoveryKeeper::forget() {
     m_store.forget();
     m_kept.clear();
-}
-
-std::string RecoveryKeeper::describe(const RecoveryRecord& record) const {
-    std::string description = encodeRecord(record);
-    for (const auto& [name, stamp] : authorsFiles(m_tour.workspace.folders().newTourPath))
-        description.append(name).append(" ").append(stamp).append("\n");
-    return description;
 }
 
 } // namespace wendmark

@@ -41,12 +41,20 @@ public:
     void forget();
 
 private:
-    std::string describe(const RecoveryRecord& record) const;
+    /// What of the tour can change.
+    struct State {
+        RecoveryRecord record;
+        AuthorsFiles files;
+    };
+
+    bool isAsChecked(const std::optional<UnappliedTexts>& unapplied, const AuthorsFiles& files) const;
+    bool keep(const State& state, std::int64_t now);
 
     TourContext& m_tour;
     RecoveryStore& m_store;
-    std::string m_saved; ///< The tour as it was saved, without what does not count as a change.
-    std::string m_kept;  ///< The tour as it was kept last; empty: nothing is kept.
+    std::optional<State> m_checked; ///< Nothing to do while the tour is still this.
+    std::string m_saved;            ///< The tour as it was saved, without what does not count as a change.
+    std::string m_kept;             ///< The tour as it was kept last; empty: nothing is kept.
 };
 
 } // namespace wendmark

@@ -21,8 +21,8 @@ std::string filesOf(const std::string& session) {
 
 } // namespace
 
-std::map<std::string, std::string> authorsFiles(const std::string& workingCopy) {
-    std::map<std::string, std::string> stamps;
+AuthorsFiles authorsFiles(const std::string& workingCopy) {
+    AuthorsFiles stamps;
     for (const std::string& name : files::list(workingCopy, files::Links::insideFolder).names) {
         if (!isGeneratedFile(name))
             stamps[name] = files::stampOf(files::join(workingCopy, name));
@@ -94,7 +94,7 @@ bool RecoveryStore::beginSession() {
 }
 
 void RecoveryStore::keepFiles(const std::string& workingCopy) {
-    const std::map<std::string, std::string> present = authorsFiles(workingCopy);
+    const AuthorsFiles present = authorsFiles(workingCopy);
     const std::string folder = filesOf(m_session);
     for (const auto& [name, stamp] : present) {
         if (const auto kept = m_kept.find(name); kept != m_kept.end() && kept->second == stamp)

@@ -10,6 +10,9 @@ namespace wendmark {
 
 class Log;
 
+/// The author's own files of a working copy with their stamps, by name.
+using AuthorsFiles = std::map<std::string, std::string>;
+
 /// What a run of the program that did not end by itself has left.
 struct RecoverySession {
     std::string folder;
@@ -45,12 +48,11 @@ private:
 
     std::string m_folder;
     Log& m_log;
-    std::string m_session;                     ///< This run's folder; empty until something is kept.
-    std::map<std::string, std::string> m_kept; ///< Stamps of the kept files, by name.
+    std::string m_session; ///< This run's folder; empty until something is kept.
+    AuthorsFiles m_kept;
 };
 
-/// The author's own files of a working copy, by name, with their stamps: all but those that are generated
-/// from the model and the templates.
-std::map<std::string, std::string> authorsFiles(const std::string& workingCopy);
+/// All files of a working copy but those that are generated from the model and the templates.
+AuthorsFiles authorsFiles(const std::string& workingCopy);
 
 } // namespace wendmark

@@ -280,6 +280,21 @@ private slots:
         QCOMPARE(list.selection(), QString("1-1"));
     }
 
+    void noteThatIsTooLongForItsFieldStaysWholeUntilItIsChanged() {
+        Bookmarks list("a");
+        auto& note = list.open.control<QLineEdit>("Text1");
+        const QByteArray tooLong(note.maxLength() + 1, 'n');
+        list.read("http://127.0.0.1:1/a\r\n" + tooLong + "\r\n16777215\r\n");
+        list.select(0, 0);
+        list.click("btnEdit");
+        list.click("btnOK");
+        QVERIFY(list.panel().GetRow(0).note == tooLong.toStdString());
+        list.click("btnEdit");
+        QTest::keyClick(&list.open.control<QLineEdit>("Text1"), Qt::Key_Backspace);
+        list.click("btnOK");
+        QCOMPARE(list.panel().GetRow(0).note.size(), static_cast<std::size_t>(tooLong.size() - 2));
+    }
+
     void returnInTheNoteOnlyBeeps() {
         const Bookmarks list("ab");
         list.select(1, 1);

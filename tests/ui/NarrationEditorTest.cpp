@@ -127,6 +127,14 @@ QString imageFile(const UiFixture& program, const QString& name) {
     return path;
 }
 
+/// A text of lines as the model has them, longer than so many characters when each line end counts once.
+std::string repeatedLine(qsizetype characters) {
+    std::string text;
+    for (qsizetype i = 0; i <= characters / 10; ++i)
+        text += "word word\r\n";
+    return text;
+}
+
 /// Format that the highlighter gives to the character at this place of the field's text.
 QTextCharFormat formatAt(const HtmlField& field, int position) {
     const QTextBlock block = field.document()->findBlock(position);
@@ -707,6 +715,67 @@ private slots:
         open.click("btnOK");
         QCOMPARE(open.program.model.stopNarration[1], text);
         QCOMPARE(open.program.model.stopTitle[1], std::string(" T  x "));
+    }
+
+    void textOfTheLongestThatCanBeEditedIsEdited() {
+        OpenEditor open;
+        open.program.model.stopNarration[1] = std::string(HtmlField::longestEdited, 'n');
+        open.edit();
+        QVERIFY(!open.text().isReadOnly());
+        QVERIFY(open.button("btnBold").isEnabled());
+        QCOMPARE(open.text().toPlainText().size(), HtmlField::longestEdited);
+    }
+
+    void textThatIsTooLongIsShownInPartAndStaysWhole() {
+        OpenEditor open;
+        const std::string tooLong = repeatedLine(HtmlField::longestEdited);
+        open.program.model.stopNarration[1] = tooLong;
+        open.edit();
+        QVERIFY(open.text().isReadOnly());
+        QVERIFY(!open.button("btnBold").isEnabled());
+        QCOMPARE(open.text().toPlainText().size(), HtmlField::longestEdited);
+        QVERIFY(open.editor()
+                    .findChild<QLabel*>("lblTarget")
+                    ->text()
+                    .contains("A text of more than 50,000 characters is shown in part and stays as it is."));
+        QVERIFY(!open.editor().unappliedTexts());
+        open.title().setText("Another title");
+        open.click("btnOK");
+        QCOMPARE(open.program.model.stopTitle[1], std::string("Another title"));
+        QVERIFY(open.program.model.stopNarration[1] == tooLong);
+
+        open.program.model.currentStop = 3;
+        open.edit();
+        QVERIFY(!open.text().isReadOnly());
+        QVERIFY(open.button("btnBold").isEnabled());
+        QVERIFY(!open.text().document()->isUndoAvailable());
+        open.click("btnOK");
+        QVERIFY(open.program.model.stopNarration[2].size() < 1000);
+    }
+
+    void instructionThatIsTooLongStaysWhole() {
+        OpenEditor open;
+        const std::string tooLong = repeatedLine(HtmlField::longestEdited);
+        open.program.model.stopInstruction[1] = tooLong;
+        open.edit();
+        QVERIFY(open.instruction().isReadOnly());
+        QVERIFY(open.button("btnBold").isEnabled());
+        open.click("btnOK");
+        QVERIFY(open.program.model.stopInstruction[1] == tooLong);
+    }
+
+    void titleThatIsTooLongStaysWholeUntilItIsChanged() {
+        OpenEditor open;
+        const std::string tooLong(static_cast<std::size_t>(open.title().maxLength()) + 1, 't');
+        open.program.model.stopTitle[1] = tooLong;
+        open.edit();
+        open.click("btnOK");
+        QVERIFY(open.program.model.stopTitle[1] == tooLong);
+        open.edit();
+        open.title().selectAll();
+        QTest::keyClicks(&open.title(), "Short");
+        open.click("btnOK");
+        QCOMPARE(open.program.model.stopTitle[1], std::string("Short"));
     }
 
     void titleIsOneLineWhateverIsPasted() {

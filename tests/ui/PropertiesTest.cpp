@@ -105,6 +105,24 @@ class PropertiesTest final : public QObject {
     Q_OBJECT
 
 private slots:
+    void titleAndAuthorThatAreTooLongForTheirFieldsStayWhole() {
+        Properties properties;
+        const std::string tooLong(40'000, 't');
+        properties.model().tourTitle = tooLong;
+        properties.model().tourAuthor = tooLong;
+        properties.open([](QDialog& dialog) { press(dialog, "OKButton"); });
+        QVERIFY(properties.model().tourTitle == tooLong);
+        QVERIFY(properties.model().tourAuthor == tooLong);
+        properties.open([](QDialog& dialog) {
+            auto& title = *dialog.findChild<QLineEdit*>("txtTourTitle");
+            title.selectAll();
+            QTest::keyClicks(&title, "Short");
+            press(dialog, "OKButton");
+        });
+        QCOMPARE(properties.model().tourTitle, std::string("Short"));
+        QVERIFY(properties.model().tourAuthor == tooLong);
+    }
+
     void tabsAndControlsHaveTheirNamesAndCaptions() {
         Properties properties;
         properties.open([](QDialog& dialog) {

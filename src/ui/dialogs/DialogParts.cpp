@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -39,6 +40,10 @@ QLabel* makeTextLabel(const char* name, const QString& text, QWidget* parent) {
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     return label;
+}
+
+QString wholeText(const QLineEdit& field, const QString& given) {
+    return given.size() > field.maxLength() && !field.isModified() ? given : field.text();
 }
 
 QPushButton* makeButton(const char* name, const QString& caption, QWidget* parent) {

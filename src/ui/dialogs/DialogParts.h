@@ -5,6 +5,7 @@
 class QDialog;
 class QDialogButtonBox;
 class QLabel;
+class QLineEdit;
 class QPushButton;
 class QVBoxLayout;
 class QWidget;
@@ -22,6 +23,10 @@ QVBoxLayout* makeDialogLayout(QDialog& dialog);
 QLabel* makeTextLabel(const char* name, const QString& text, QWidget* parent);
 
 QPushButton* makeButton(const char* name, const QString& caption, QWidget* parent);
+
+/// The field's text, which began as `given`: where that is longer than the field can hold, all of it until
+/// the author changes it.
+QString wholeText(const QLineEdit& field, const QString& given);
 
 /// OKButton, which is the default one, and CancelButton.
 QDialogButtonBox* makeOkCancelButtons(QWidget* parent);

@@ -15,15 +15,34 @@
 #include <QPrinter>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace wendmark {
+
+namespace {
+
+/// The line as it is shown. No address that works is as long as this, and a much longer one would keep the
+/// window from answering.
+QString shown(const QString& line) {
+    constexpr qsizetype longest = 10'000; // UTF-16 units.
+    return line.size() <= longest ? line : line.left(longest) + QChar(0x2026);
+}
+
+QString shownLines(const QString& text) {
+    const QString lineEnd = QStringLiteral("\r\n");
+    QStringList lines = text.split(lineEnd);
+    std::transform(lines.begin(), lines.end(), lines.begin(), shown);
+    return lines.join(lineEnd);
+}
+
+} // namespace
 
 frmLaunch::frmLaunch(TourContext& tour, QtDesktop& desktop, QWidget* parent)
     : QDialog(parent), m_tour(tour), m_desktop(desktop) {
     setObjectName(QStringLiteral("frmLaunch"));
     setWindowTitle(QStringLiteral("Wendmark - Launching Information"));
     QLabel* const heading = makeTextLabel("Label1", tr("Launching a Tour:"), this);
-    auto* const text = new QPlainTextEdit(toQString(launchingInformation(tour.model)), this);
+    auto* const text = new QPlainTextEdit(shownLines(toQString(launchingInformation(tour.model))), this);
     text->setObjectName(QStringLiteral("Text1"));
     text->setAccessibleName(tr("Launching a Tour"));
     text->setReadOnly(true);
@@ -54,7 +73,7 @@ QSize frmLaunch::sizeHint() const {
 void frmLaunch::print() {
     QStringList lines;
     for (const std::string& line : launchingListToPrint(m_tour.model))
-        lines.append(toQString(line));
+        lines.append(shown(toQString(line)));
     if (!lines.isEmpty()) {
         const std::unique_ptr<QPrinter> printer = makeDefaultPrinter(toQString(m_tour.model.tourTitle));
         if (!printLines(*printer, lines))

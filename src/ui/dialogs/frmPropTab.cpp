@@ -315,8 +315,8 @@ void frmPropTab::showLogo(const QString& file) {
 
 void frmPropTab::takeOver() {
     TourProperties properties;
-    properties.tourTitle = toUtf8(m_tourTitle->text());
-    properties.tourAuthor = toUtf8(m_author->text());
+    properties.tourTitle = toUtf8(wholeText(*m_tourTitle, toQString(m_tour.model.tourTitle)));
+    properties.tourAuthor = toUtf8(wholeText(*m_author, toQString(m_tour.model.tourAuthor)));
     properties.autoInstruction = m_addInstructions->isChecked();
     properties.cachePeriod = toUtf8(m_cachePeriod->text());
     properties.autoBuffer = m_bufFlag->isChecked();

@@ -13,6 +13,19 @@ namespace {
 
 constexpr int mostSuggestions = 6;
 
+/// The text with "\n" for "\r\n"; QString::replace() would take minutes for a hundred megabytes.
+QString withLineFeeds(const QString& text) {
+    QString lines;
+    lines.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const bool pair =
+            text[i] == QLatin1Char('\r') && i + 1 < text.size() && text[i + 1] == QLatin1Char('\n');
+        if (!pair)
+            lines.append(text[i]);
+    }
+    return lines;
+}
+
 } // namespace
 
 HtmlField::HtmlField(SpellChecker& spelling, QWidget* parent)
@@ -23,7 +36,7 @@ HtmlField::HtmlField(SpellChecker& spelling, QWidget* parent)
     connect(&m_spelling, &SpellChecker::changed, m_highlighter, &QSyntaxHighlighter::rehighlight);
 }
 
-QString HtmlField::typedText() const {
+QString HtmlField::shownText() const {
     return document()
         ->toRawText()
         .replace(QChar::ParagraphSeparator, QLatin1Char('\n'))
@@ -31,10 +44,14 @@ QString HtmlField::typedText() const {
 }
 
 void HtmlField::setTypedText(const QString& text) {
-    if (QString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")) == typedText())
+    const QString lines = withLineFeeds(text);
+    if (lines == typedText())
         return;
-    if (!isVisible()) {
-        setPlainText(text);
+    const bool wasTooLong = isTooLong();
+    m_wholeText = lines.size() > longestEdited ? lines : QString();
+    setReadOnly(isTooLong());
+    if (!isVisible() || isTooLong() || wasTooLong) {
+        setPlainText(lines.left(longestEdited));
         return;
     }
     QTextCursor all(document());

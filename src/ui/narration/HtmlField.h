@@ -17,11 +17,20 @@ public:
     /// The checker must outlive the field.
     explicit HtmlField(SpellChecker& spelling, QWidget* parent = nullptr);
 
-    /// The text with "\n" between its lines; unlike toPlainText() it keeps no-break spaces.
-    QString typedText() const;
+    /// UTF-16 units. Longer texts would keep the window from answering.
+    static constexpr qsizetype longestEdited = 50'000;
 
-    /// Replaces the text. While the field is on screen this is a step that can be undone.
+    /// The text with "\n" between its lines; unlike toPlainText() it keeps no-break spaces.
+    QString typedText() const { return isTooLong() ? m_wholeText : shownText(); }
+
+    /// Same, of a text that is too long only what is on screen.
+    QString shownText() const;
+
+    /// Replaces the text. While the field is on screen this is a step that can be undone. Of a text that is
+    /// too long only the beginning is shown, and nothing of it can be changed; typedText() gives all of it.
     void setTypedText(const QString& text);
+
+    bool isTooLong() const { return !m_wholeText.isEmpty(); }
 
     /// Replaces the selection by `text` in one step that can be undone, and puts the caret at `caret`, which
     /// counts UTF-16 units from the beginning.
@@ -42,6 +51,7 @@ private:
 
     SpellChecker& m_spelling;
     HtmlHighlighter* m_highlighter;
+    QString m_wholeText; ///< Empty: all of the text is shown.
 };
 
 } // namespace wendmark

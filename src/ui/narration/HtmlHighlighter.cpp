@@ -13,6 +13,9 @@ namespace {
 
 constexpr int middleLightness = 128;
 
+/// UTF-16 units of a line: thousands of colours in one line would keep the window from answering.
+constexpr qsizetype longestColoured = 10'000;
+
 QColor colourOf(HtmlPart part, bool dark) {
     switch (part) {
     case HtmlPart::tag:
@@ -110,6 +113,8 @@ QList<WordRange> HtmlHighlighter::misspelledWordsIn(const QTextBlock& block) con
 void HtmlHighlighter::highlightBlock(const QString& line) {
     const HtmlLine tokens = tokensOf(line, previousBlockState());
     setCurrentBlockState(static_cast<int>(tokens.state));
+    if (line.size() > longestColoured)
+        return;
     for (const HtmlToken& token : tokens.tokens) {
         if (token.part != HtmlPart::text)
             setFormat(static_cast<int>(token.start), static_cast<int>(token.length),

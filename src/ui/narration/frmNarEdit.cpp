@@ -119,16 +119,24 @@ void frmNarEdit::takeUnappliedTexts(const UnappliedTexts& texts) {
     m_narration->setTypedText(toQString(texts.narration));
     if (m_instruction->isEnabled())
         m_instruction->setTypedText(toQString(texts.instruction));
+    tellTarget();
 }
 
 UnappliedTexts frmNarEdit::texts() const {
-    return {toUtf8(m_title->text()), narration(), toUtf8(m_instruction->typedText())};
+    return {toUtf8(title()), narration(), toUtf8(m_instruction->typedText())};
 }
 
 void frmNarEdit::tellTarget() {
     const std::int16_t stop = m_parts.tour.model.currentStop;
     m_target->setText(stop < 1 ? tr("The opening page has no texts: Apply stores nothing.")
                                : tr("Apply stores into stop %1.").arg(stop));
+    const bool tooLong = m_narration->isTooLong() || m_instruction->isTooLong();
+    if (stop >= 1 && tooLong)
+        m_target->setText(tr("%1 A text of more than %L2 characters is shown in part and stays as it is.")
+                              .arg(m_target->text())
+                              .arg(HtmlField::longestEdited));
+    for (QPushButton* const button : std::as_const(m_tagButtons))
+        button->setEnabled(!m_narration->isTooLong());
     m_previewTimer.start();
 }
 
@@ -141,12 +149,18 @@ void frmNarEdit::closeEvent(QCloseEvent* event) {
 }
 
 void frmNarEdit::setTitle(const QString& title) {
+    m_givenTitle = title;
     if (title == m_title->text())
         return;
     // Unlike setText() this can be undone.
     m_title->selectAll();
-    m_title->insert(title);
+    m_title->insert(title.left(m_title->maxLength()));
     m_title->setCursorPosition(0);
+    m_title->setModified(false);
+}
+
+QString frmNarEdit::title() const {
+    return wholeText(*m_title, m_givenTitle);
 }
 
 void frmNarEdit::setupFields() {
@@ -188,6 +202,7 @@ QLayout* frmNarEdit::makeTagButtons() {
         button->setToolTip(
             key.isEmpty() ? toolTip : tr("%1 (%2)").arg(toolTip, key.toString(QKeySequence::NativeText)));
         row->addWidget(button);
+        m_tagButtons.append(button);
         connect(button, &QPushButton::clicked, this, action);
         if (!key.isEmpty())
             new QShortcut(key, this, button, [button] { button->click(); });
@@ -370,7 +385,7 @@ void frmNarEdit::apply() {
 void frmNarEdit::storeTexts(std::size_t i) {
     TourModel& model = m_parts.tour.model;
     model.stopNarration[i] = storableText(narration(), noNarration);
-    model.stopTitle[i] = storableTitle(toUtf8(m_title->text()));
+    model.stopTitle[i] = storableTitle(toUtf8(title()));
     m_narration->setTypedText(toQString(model.stopNarration[i]));
     setTitle(toQString(model.stopTitle[i]));
     if (model.autoInstruction) {
@@ -410,9 +425,9 @@ void frmNarEdit::refreshPreview() {
     TourModel model = m_parts.tour.model;
     const std::int16_t stop = std::clamp<std::int16_t>(model.currentStop, 1, tourCapacity);
     const auto i = static_cast<std::size_t>(stop - 1);
-    model.stopTitle[i] = storableTitle(toUtf8(m_title->text()));
-    model.stopNarration[i] = storableText(narration(), noNarration);
-    model.stopInstruction[i] = storableText(toUtf8(m_instruction->typedText()), noInstruction);
+    model.stopTitle[i] = storableTitle(toUtf8(title()));
+    model.stopNarration[i] = storableText(toUtf8(m_narration->shownText()), noNarration);
+    model.stopInstruction[i] = storableText(toUtf8(m_instruction->shownText()), noInstruction);
     m_preview->showPage(QByteArray::fromStdString(composeStopPage(source.bytes, std::move(model), stop)));
 }
 

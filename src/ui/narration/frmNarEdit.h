@@ -56,6 +56,7 @@ private:
     QLayout* makeTagButtons();
     QLayout* makeBottomRow();
     void setTitle(const QString& title);
+    QString title() const;
     void setupPreview();
     void setupShortcuts();
     void load();
@@ -82,10 +83,12 @@ private:
 
     ProgramParts m_parts;
     SpellChecker m_spelling;
-    UnappliedTexts m_loaded;                ///< The fields as the stop filled them.
-    QLineEdit* m_title;                     ///< txtStopTitle
-    HtmlField* m_narration;                 ///< txtText
-    HtmlField* m_instruction;               ///< txtMoreText
+    UnappliedTexts m_loaded;  ///< The fields as the stop filled them.
+    QLineEdit* m_title;       ///< txtStopTitle
+    QString m_givenTitle;     ///< What the stop filled it with.
+    HtmlField* m_narration;   ///< txtText
+    HtmlField* m_instruction; ///< txtMoreText
+    QList<QPushButton*> m_tagButtons;
     QLabel* m_target;                       ///< Which stop Apply stores into.
     QPushButton* m_previewButton = nullptr; ///< btnPreview
     QSplitter* m_panes;

@@ -19,6 +19,9 @@ namespace {
 constexpr int textSize = 13; // Units; ten points.
 constexpr QChar ellipsis(0x2026);
 
+/// UTF-16 units of a text that are laid out: many times what fits into a box, tags included.
+constexpr qsizetype mostLaidOut = 20'000;
+
 /// A text of a given width that finds the pictures of the tour and nothing else.
 class PrintedText final : public QTextDocument {
 public:
@@ -80,10 +83,13 @@ int longestFit(const Make& make, int length) {
 
 /// The text, shortened to its box.
 template <typename Make>
-Text fitted(const Make& make) {
+Text fitted(const Make& make, bool isAll) {
     Text text = make();
-    if (text->fits())
+    if (text->fits()) {
+        if (!isAll)
+            text->cutAt(text->characterCount() - 1);
         return text;
+    }
     const int end = longestFit(make, text->characterCount() - 1);
     QTextCursor cursor(text.get());
     cursor.setPosition(end);
@@ -107,20 +113,22 @@ double draw(QPainter& painter, const QPointF& place, const QSizeF& box, const Pr
 
 double drawHtml(QPainter& painter, const QPointF& place, const QSizeF& box, const QString& html,
                 const QString& pictureFolder) {
-    return draw(painter, place, box, *fitted([&] {
-                    auto text = std::make_unique<PrintedText>(box, pictureFolder, false);
-                    text->setHtml(html);
-                    return text;
-                }));
+    const auto make = [&, beginning = html.left(mostLaidOut)] {
+        auto text = std::make_unique<PrintedText>(box, pictureFolder, false);
+        text->setHtml(beginning);
+        return text;
+    };
+    return draw(painter, place, box, *fitted(make, html.size() <= mostLaidOut));
 }
 
 double drawPlainText(QPainter& painter, const QPointF& place, const QSizeF& box, const QString& text,
                      bool bold) {
-    return draw(painter, place, box, *fitted([&] {
-                    auto printed = std::make_unique<PrintedText>(box, QString(), bold);
-                    printed->setPlainText(text);
-                    return printed;
-                }));
+    const auto make = [&, beginning = text.left(mostLaidOut)] {
+        auto printed = std::make_unique<PrintedText>(box, QString(), bold);
+        printed->setPlainText(beginning);
+        return printed;
+    };
+    return draw(painter, place, box, *fitted(make, text.size() <= mostLaidOut));
 }
 
 } // namespace wendmark

@@ -35,7 +35,8 @@ namespace {
 constexpr std::string_view fileName = "goodlist.txt";
 constexpr int rowsInView = 4;
 constexpr int smallestWidth = 48 * dialogGap;
-constexpr float columnGap = 90; // Twips.
+constexpr float columnGap = 90;          // Twips.
+constexpr qsizetype longestShown = 1000; // UTF-16 units of an address or a note.
 
 enum Column { colourColumn = 0, addressColumn = 1, noteColumn = 2, columnCount = 3 };
 
@@ -54,6 +55,16 @@ QString nameOfColour(Colour colour) {
     }
     return toQColor(colour).name();
 }
+
+/// Shows no more of a text than can be seen of it.
+class ShorteningDelegate final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant& value, const QLocale&) const override {
+        return value.toString().left(longestShown);
+    }
+};
 
 /// Shows the colours of selected bookmarks, too.
 class ColourDelegate final : public QStyledItemDelegate {
@@ -116,6 +127,7 @@ void BookmarkPanel::setupGrid() {
     m_grid->setSelectionMode(QAbstractItemView::ContiguousSelection);
     m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_grid->setTabKeyNavigation(false);
+    m_grid->setItemDelegate(new ShorteningDelegate(m_grid));
     m_grid->setItemDelegateForColumn(colourColumn, new ColourDelegate(m_grid));
     m_grid->setWordWrap(false);
     m_grid->setTextElideMode(Qt::ElideMiddle);
@@ -258,10 +270,10 @@ void BookmarkPanel::SetRow(int row, const Bookmark& bookmark) {
     }
     QTableWidgetItem* const address = m_grid->item(row, addressColumn);
     address->setText(toQString(bookmark.address));
-    address->setToolTip(plain(toQString(bookmark.address)));
+    address->setToolTip(plain(address->text().left(longestShown)));
     QTableWidgetItem* const note = m_grid->item(row, noteColumn);
     note->setText(toQString(bookmark.note));
-    note->setToolTip(plain(toQString(bookmark.note)));
+    note->setToolTip(plain(note->text().left(longestShown)));
     setColour(row, bookmark.colour);
     layOutColumns();
 }
@@ -368,7 +380,7 @@ void BookmarkPanel::editNotes() {
     noteChange();
     const QString address = m_grid->item(*row, addressColumn)->text();
     emit pageWanted(address);
-    m_noteTitle->setText(tr("Research Notes for:  ") + address);
+    m_noteTitle->setText(tr("Research Notes for:  ") + address.left(longestShown));
     m_note->setText(m_grid->item(*row, noteColumn)->text());
     showRow(*row);
     m_notedRow = *row;
@@ -380,7 +392,7 @@ void BookmarkPanel::storeNote() {
     if (m_notedRow < 0)
         return;
     Bookmark bookmark = GetRow(m_notedRow);
-    bookmark.note = toUtf8(m_note->text());
+    bookmark.note = toUtf8(wholeText(*m_note, toQString(bookmark.note)));
     SetRow(m_notedRow, bookmark);
 }
 

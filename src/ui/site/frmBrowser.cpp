@@ -44,6 +44,7 @@
 #include <QListView>
 #include <QPushButton>
 #include <QSplitter>
+#include <QStringListModel>
 #include <QTimer>
 #include <QWebEngineProfile>
 
@@ -107,6 +108,7 @@ frmBrowser::frmBrowser(const ProgramParts& parts, QWidget* parent)
     , m_toolBar(new CommandBar(this))
     , m_busy(new LoadingIndicator)
     , m_address(new QComboBox(this))
+    , m_history(new QStringListModel(this))
     , m_fileButton(makeButton("btnSelectFile", tr("Select &Local File"), this))
     , m_panes(new QSplitter(Qt::Vertical, this))
     , m_browser(new BrowserView(parts.browserProfile, m_panes))
@@ -242,6 +244,7 @@ void frmBrowser::setupToolBar() {
 
 QLayout* frmBrowser::makeAddressRow() {
     m_address->setObjectName(QStringLiteral("cboAddress"));
+    m_address->setModel(m_history); // Unlike the usual one it takes millions of lines at once.
     m_address->setAccessibleName(tr("Address"));
     m_address->setLineEdit(new AddressField);
     m_address->lineEdit()->setAccessibleName(tr("Address"));
@@ -325,7 +328,7 @@ void frmBrowser::LoadHistory() {
     QStringList addresses;
     for (const std::string& address : readHistory(file.bytes))
         addresses.append(toQString(address));
-    m_address->addItems(addresses);
+    m_history->setStringList(addresses);
     m_address->setCurrentIndex(addresses.isEmpty() ? -1 : 0);
 }
 

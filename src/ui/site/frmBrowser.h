@@ -12,6 +12,7 @@ class QComboBox;
 class QLabel;
 class QLayout;
 class QPushButton;
+class QStringListModel;
 class QSplitter;
 class QTimer;
 
@@ -95,10 +96,11 @@ private:
 
     ProgramParts m_parts;
     // In the order of the Tab key.
-    CommandBar* m_toolBar;     ///< tbToolBar
-    LoadingIndicator* m_busy;  ///< picBusy
-    QComboBox* m_address;      ///< cboAddress
-    QPushButton* m_fileButton; ///< btnSelectFile
+    CommandBar* m_toolBar;       ///< tbToolBar
+    LoadingIndicator* m_busy;    ///< picBusy
+    QComboBox* m_address;        ///< cboAddress
+    QStringListModel* m_history; ///< Its items.
+    QPushButton* m_fileButton;   ///< btnSelectFile
     QSplitter* m_panes;
     BrowserView* m_browser; ///< brwWebBrowser
     BookmarkPanel* m_bookmarks;
