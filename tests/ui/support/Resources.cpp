@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QList>
+#include <malloc.h>
 
 namespace wendmark::test {
 
@@ -53,13 +54,18 @@ Resources Resources::now() {
         resources.memory += memoryOf(process);
         resources.handles += entriesOf(QStringLiteral("/proc/%1/fd").arg(process));
     }
+    resources.ownMemory = memoryOf(QCoreApplication::applicationPid());
+    resources.allocated = static_cast<qint64>(mallinfo2().uordblks + mallinfo2().hblkhd);
     resources.temporaryFiles = entriesOf(QDir::tempPath());
     return resources;
 }
 
 QString Resources::text() const {
-    return QStringLiteral("%1 MiB, %2 handles, %3 temporary files")
+    return QStringLiteral(
+               "%1 MiB (%2 in this process, %3 KiB of them allocated), %4 handles, %5 temporary files")
         .arg(memory / kibibyte / kibibyte)
+        .arg(ownMemory / kibibyte / kibibyte)
+        .arg(allocated / kibibyte)
         .arg(handles)
         .arg(temporaryFiles);
 }
