@@ -145,6 +145,22 @@ private slots:
         QVERIFY(test::exists(toUtf8(tour) + "/own page.htm"));
     }
 
+    void hugeTitleIsOfferedShortened() {
+        UiFixture program;
+        const QString tour = program.makeTour("walk", 3);
+        {
+            Run run(program, tour);
+            program.model.tourTitle = std::string(1'000'000, 't');
+            QVERIFY(waitUntil([&] { return !leftBy(program).empty(); }));
+        }
+        onNextDialog([](QDialog& dialog) {
+            QCOMPARE(dialog.findChild<QLabel*>("lblTitle")->text(), QString(200, 't') + QChar(0x2026));
+            press(dialog, "btnRecover");
+        });
+        Run next(program);
+        QCOMPARE(program.model.tourTitle.size(), std::size_t{1'000'000});
+    }
+
     void discardForgetsAndTheWizardComes() {
         UiFixture program;
         {

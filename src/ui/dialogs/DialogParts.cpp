@@ -42,6 +42,10 @@ QLabel* makeTextLabel(const char* name, const QString& text, QWidget* parent) {
     return label;
 }
 
+QString shortened(const QString& text, qsizetype longest) {
+    return text.size() <= longest ? text : text.left(longest) + QChar(0x2026);
+}
+
 QString wholeText(const QLineEdit& field, const QString& given) {
     return given.size() > field.maxLength() && !field.isModified() ? given : field.text();
 }

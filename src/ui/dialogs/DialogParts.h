@@ -24,6 +24,10 @@ QLabel* makeTextLabel(const char* name, const QString& text, QWidget* parent);
 
 QPushButton* makeButton(const char* name, const QString& caption, QWidget* parent);
 
+/// The first `longest` UTF-16 units of a text, an ellipsis behind them where there are more. Labels and lists
+/// that show all of some megabytes keep their window from answering.
+QString shortened(const QString& text, qsizetype longest);
+
 /// The field's text, which began as `given`: where that is longer than the field can hold, all of it until
 /// the author changes it.
 QString wholeText(const QLineEdit& field, const QString& given);

@@ -21,11 +21,9 @@ namespace wendmark {
 
 namespace {
 
-/// The line as it is shown. No address that works is as long as this, and a much longer one would keep the
-/// window from answering.
+/// The line as it is shown. No address that works is as long as this.
 QString shown(const QString& line) {
-    constexpr qsizetype longest = 10'000; // UTF-16 units.
-    return line.size() <= longest ? line : line.left(longest) + QChar(0x2026);
+    return shortened(line, 10'000);
 }
 
 QString shownLines(const QString& text) {

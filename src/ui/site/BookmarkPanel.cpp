@@ -62,7 +62,7 @@ public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     QString displayText(const QVariant& value, const QLocale&) const override {
-        return value.toString().left(longestShown);
+        return shortened(value.toString(), longestShown);
     }
 };
 
@@ -270,10 +270,10 @@ void BookmarkPanel::SetRow(int row, const Bookmark& bookmark) {
     }
     QTableWidgetItem* const address = m_grid->item(row, addressColumn);
     address->setText(toQString(bookmark.address));
-    address->setToolTip(plain(address->text().left(longestShown)));
+    address->setToolTip(plain(shortened(address->text(), longestShown)));
     QTableWidgetItem* const note = m_grid->item(row, noteColumn);
     note->setText(toQString(bookmark.note));
-    note->setToolTip(plain(note->text().left(longestShown)));
+    note->setToolTip(plain(shortened(note->text(), longestShown)));
     setColour(row, bookmark.colour);
     layOutColumns();
 }
@@ -380,7 +380,7 @@ void BookmarkPanel::editNotes() {
     noteChange();
     const QString address = m_grid->item(*row, addressColumn)->text();
     emit pageWanted(address);
-    m_noteTitle->setText(tr("Research Notes for:  ") + address.left(longestShown));
+    m_noteTitle->setText(tr("Research Notes for:  ") + shortened(address, longestShown));
     m_note->setText(m_grid->item(*row, noteColumn)->text());
     showRow(*row);
     m_notedRow = *row;
