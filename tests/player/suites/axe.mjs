@@ -15,7 +15,7 @@ async function openAnyPage(visitor, name) {
   }
   const since = visitor.happened.length;
   const stop = number || 1; // The template of the stop pages is filled in for stop 1.
-  await visitor.page.goto(visitor.url(name));
+  await visitor.goTo(name);
   await visitor.announced(stop, { since });
   await visitor.happened.waitFor(
     (event) => event.what === 'load' && event.frame === 'mw' && !event.url.endsWith('openhelp.htm'),

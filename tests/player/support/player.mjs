@@ -112,9 +112,20 @@ export class Visitor {
     return this.#following(action, (since) => this.loaded(frame, url, { since }));
   }
 
+  /** Firefox breaks a navigation off when the page that is left was still loading something into a frame. */
+  async goTo(name) {
+    try {
+      await this.#page.goto(this.url(name));
+    } catch (error) {
+      if (!error.message.includes('NS_BINDING_ABORTED'))
+        throw error;
+      await this.#page.goto(this.url(name));
+    }
+  }
+
   async open(name) {
     return this.#following(
-      () => this.#page.goto(this.url(name)),
+      () => this.goTo(name),
       (since) => this.loaded('top', name, { since }),
     );
   }
