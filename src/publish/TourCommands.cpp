@@ -61,13 +61,7 @@ void generateRecoveredTour(TourContext& context) {
     const BusyPointer busy(context.desktop);
     TourModel& model = context.model;
     model.editingMode = true;
-    makeStopPages(context, 1, model.stopCount);
-    makeWorkingFrameset(context);
-    makeOpeningPageSimple(context);
-    makeIndexPage(context);
-    makeContentsPage(context);
-    makeTourGuide(context);
-    makeOpeningPage(context);
+    makeEveryPage(context);
     writeLaunchList(context);
     useEditingNavigator(context);
     model.tourChanged = true;
@@ -82,13 +76,7 @@ void generateNewTour(TourContext& context, HandOver& handOver) {
     model.tourChanged = false;
     useEditingNavigator(context);
     model.tourTitle = handOver.wizardTourTitle;
-    makeStopPages(context, 1, model.stopCount);
-    makeWorkingFrameset(context);
-    makeOpeningPageSimple(context);
-    makeIndexPage(context);
-    makeContentsPage(context);
-    makeTourGuide(context);
-    makeOpeningPage(context);
+    makeEveryPage(context);
     handOver.saveFolderChosen = true;
 }
 

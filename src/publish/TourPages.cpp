@@ -4,7 +4,9 @@
 #include "model/TourContext.h"
 #include "model/TourModel.h"
 #include "model/Workspace.h"
+#include "publish/Framesets.h"
 #include "publish/PageFile.h"
+#include "publish/StopPages.h"
 #include "publish/TemplateFiller.h"
 
 #include <string>
@@ -127,6 +129,16 @@ void fillTourGuide(TemplateFiller& filler, const TourModel& model) {
     forEachStop(filler, model,
                 [&](const std::string& number, std::size_t i) { writeGuideEntry(filler, model, number, i); });
     writePageEnd(filler);
+}
+
+void makeEveryPage(TourContext& context) {
+    makeStopPages(context, 1, context.model.stopCount);
+    makeWorkingFrameset(context);
+    makeOpeningPageSimple(context);
+    makeIndexPage(context);
+    makeContentsPage(context);
+    makeTourGuide(context);
+    makeOpeningPage(context);
 }
 
 } // namespace wendmark

@@ -22,6 +22,10 @@ void makeContentsPage(TourContext& context);
 /// "tguide.htm": title, narration and address of each stop, for printing.
 void makeTourGuide(TourContext& context);
 
+/// Every page of the tour in the working copy: those of all stops, the frameset that the program shows, and
+/// the pages above.
+void makeEveryPage(TourContext& context);
+
 /// What the generators above do with the texts of their templates.
 void fillOpeningPageSimple(TemplateFiller& filler, const TourModel& model);
 void fillOpeningPage(TemplateFiller& filler, const TourModel& model);

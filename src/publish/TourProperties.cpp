@@ -6,8 +6,6 @@
 #include "model/TourContext.h"
 #include "model/TourModel.h"
 #include "model/Workspace.h"
-#include "publish/Framesets.h"
-#include "publish/StopPages.h"
 #include "publish/TourPages.h"
 #include "publish/TourSave.h"
 
@@ -35,17 +33,6 @@ void copyLogo(TourContext& context, const std::string& logoFile) {
         context.log.skip(context.workspace.copyToWorkingFile(logoFile, "fr-logo.gif"));
 }
 
-void generateEveryPage(TourContext& context) {
-    makeStopPages(context, 1, context.model.stopCount);
-    makeWorkingFrameset(context);
-    makeOpeningPageSimple(context);
-    makeIndexPage(context);
-    makeContentsPage(context);
-    makeTourGuide(context);
-    makeOpeningPage(context);
-    writeLaunchList(context);
-}
-
 } // namespace
 
 void changeTourProperties(TourContext& context, const TourProperties& properties,
@@ -62,7 +49,8 @@ void changeTourProperties(TourContext& context, const TourProperties& properties
     model.autoInstruction = properties.autoInstruction;
     model.tourAuthor = properties.tourAuthor;
     copyLogo(context, properties.logoFile);
-    generateEveryPage(context);
+    makeEveryPage(context);
+    writeLaunchList(context);
     model.tourChanged = true;
 }
 

@@ -53,18 +53,12 @@ bool RecoveryKeeper::isAsChecked(const std::optional<UnappliedTexts>& unapplied,
 /// False when it could not be kept.
 bool RecoveryKeeper::keep(const State& state, std::int64_t now) {
     if (!state.record.unapplied && describe(withoutPosition(state.record), state.files) == m_saved) {
-        forget();
+        m_store.forget();
         return true;
     }
-    std::string present = describe(state.record, state.files);
-    if (present == m_kept)
-        return true;
     RecoveryRecord record = state.record;
     record.time = now;
-    if (!m_store.keep(record, m_tour.workspace.folders().newTourPath))
-        return false;
-    m_kept = std::move(present);
-    return true;
+    return m_store.keep(record, m_tour.workspace.folders().newTourPath);
 }
 
 void RecoveryKeeper::recover(const RecoverySession& session, std::int64_t now) {
@@ -82,7 +76,7 @@ void RecoveryKeeper::recover(const RecoverySession& session, std::int64_t now) {
 
 void RecoveryKeeper::forget() {
     m_store.forget();
-    m_kept.clear();
+    m_checked.reset();
 }
 
 } // namespace wendmark

@@ -54,7 +54,6 @@ private:
     RecoveryStore& m_store;
     std::optional<State> m_checked; ///< Nothing to do while the tour is still this.
     std::string m_saved;            ///< The tour as it was saved, without what does not count as a change.
-    std::string m_kept;             ///< The tour as it was kept last; empty: nothing is kept.
 };
 
 } // namespace wendmark
