@@ -20,7 +20,6 @@ frmRecover::frmRecover(const RecoveryRecord& record, QWidget* parent) : QDialog(
     const QDateTime time = QDateTime::fromSecsSinceEpoch(record.time);
     const QString folder = toQString(record.tourPath);
     auto* const facts = new QFormLayout;
-    facts->setLabelAlignment(Qt::AlignLeft | Qt::AlignTop);
     facts->addRow(tr("Tour:"),
                   makeTextLabel("lblTitle", shortened(toQString(record.model.tourTitle), 200), this));
     facts->addRow(tr("Last change:"),
