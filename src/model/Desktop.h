@@ -18,6 +18,10 @@ public:
     /// Handles the window events that are waiting, then returns.
     virtual void processPendingEvents() = 0;
 
+    /// Called between the steps of what may take long. Lets the windows repaint and answer the system when
+    /// they have not done so for a while; the author's keys and clicks wait. Nothing to do without windows.
+    virtual void stayResponsive() {}
+
     /// Seconds since midnight. A clock that runs past midnight goes on counting, or pauses end a day late.
     virtual float timeOfDay() = 0;
 

@@ -314,10 +314,12 @@ void readScript(TourContext& context) {
 void readScriptFile(TourContext& context, const std::string& path) {
     const files::Contents script = files::read(path);
     context.log.skip(script.outcome);
+    context.desktop.stayResponsive();
     ShownErrors errors(context.desktop);
     const ScriptSurplus surplus =
         parseScript(script.bytes, context.model,
                     [&](int lineNumber, std::string_view message) { errors.add(lineNumber, message); });
+    context.desktop.stayResponsive();
     errors.showHowManyMore();
     warnOfSurplus(context.log, "stops", surplus.stops);
     warnOfSurplus(context.log, "launching points", surplus.launchURLs);

@@ -4,6 +4,7 @@
 #include "base/TextLines.h"
 #include "base/Utf8.h"
 #include "base/Windows1252.h"
+#include "model/Desktop.h"
 #include "model/ScriptFile.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
@@ -130,7 +131,9 @@ std::string composeScript(TourModel& model) {
 
 void writeScript(TourContext& context) {
     const std::string script = composeScript(context.model);
+    context.desktop.stayResponsive();
     context.log.skip(context.workspace.writeWorkingFile("script.txt", script));
+    context.desktop.stayResponsive();
 }
 
 } // namespace wendmark

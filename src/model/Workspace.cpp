@@ -138,15 +138,19 @@ void Workspace::pause(float seconds) {
 void Workspace::emptyWorkingCopy() {
     const files::Listing listing = files::listRemovable(m_folders.newTourPath);
     m_log.skip(listing.outcome);
-    for (const std::string& name : listing.names)
+    for (const std::string& name : listing.names) {
         m_log.skip(files::remove(workingFile(name)));
+        m_desktop.stayResponsive();
+    }
 }
 
 void Workspace::fillFromTemplates() {
     m_spared.clear();
     m_spareAll = false;
-    for (const auto& [target, source] : sourcesByTargetName(m_folders.templatePath, files::Links::anywhere))
+    for (const auto& [target, source] : sourcesByTargetName(m_folders.templatePath, files::Links::anywhere)) {
         m_log.skip(copyToWorkingFile(source, target));
+        m_desktop.stayResponsive();
+    }
 }
 
 void Workspace::fillFromTour() {
@@ -159,6 +163,7 @@ void Workspace::fillFromTour() {
         m_log.skip(copied);
         if (!copied.ok() && (target == "script.txt" || !isGeneratedFile(target)))
             spare(target);
+        m_desktop.stayResponsive();
     }
 }
 
@@ -221,6 +226,7 @@ void Workspace::replaceTourFiles() {
         m_log.skip(staged);
         if (!staged.ok() && fileExists(source))
             return; // The tour's own disk does not take it: the tour stays what it was.
+        m_desktop.stayResponsive();
     }
     for (const Outcome& failure : replacement.commit(savedLast()))
         m_log.skip(failure);

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QMessageBox>
+#include <QScopedValueRollback>
 #include <QTime>
 #include <QTimer>
 
@@ -15,6 +16,10 @@ namespace {
 /// Milliseconds without an event after which a wait looks at its clock again. Sleeping between rounds of
 /// events instead would starve the browser engine, whose work comes in thousands of small events.
 constexpr int longestRest = 5;
+
+/// Milliseconds of a command after which the windows get their turn. Commands on ordinary tours are done by
+/// then.
+constexpr qint64 longestSilence = 100;
 
 } // namespace
 
@@ -38,6 +43,19 @@ void QtDesktop::processPendingEvents() {
     QTimer heartbeat;
     heartbeat.start(longestRest);
     QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void QtDesktop::stayResponsive() {
+    if (m_betweenSteps)
+        return;
+    if (!m_sinceEvents.isValid()) {
+        m_sinceEvents.start();
+        QMetaObject::invokeMethod(
+            this, [this] { m_sinceEvents.invalidate(); }, Qt::QueuedConnection);
+    } else if (m_sinceEvents.elapsed() >= longestSilence) {
+        const QScopedValueRollback between(m_betweenSteps, true);
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
 }
 
 void QtDesktop::navigateMainBrowser(const std::string& address) {

@@ -2,6 +2,7 @@
 
 #include "model/Desktop.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <functional>
 
@@ -22,9 +23,14 @@ public:
 
     void showLineError(const std::string& text) override;
     void processPendingEvents() override;
+    void stayResponsive() override;
     float timeOfDay() override { return m_clock(); }
     void navigateMainBrowser(const std::string& address) override;
     void setBusyPointer(Pointer pointer) override;
+
+    /// Whether events are being handled between the steps of a command, which has left the tour half done:
+    /// whatever reads or changes the tour must wait.
+    bool isBetweenSteps() const { return m_betweenSteps; }
 
     /// Sounds the system's beep: the command cannot be done here.
     void beep();
@@ -36,6 +42,8 @@ signals:
 private:
     Clock m_clock;
     bool m_hourglass = false;
+    bool m_betweenSteps = false;
+    QElapsedTimer m_sinceEvents; ///< Runs from the first step after events were handled.
 };
 
 } // namespace wendmark

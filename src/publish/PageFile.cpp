@@ -2,6 +2,7 @@
 
 #include "base/Files.h"
 #include "base/Log.h"
+#include "model/Desktop.h"
 #include "model/TourContext.h"
 #include "model/Workspace.h"
 #include "publish/TemplateFiller.h"
@@ -21,7 +22,9 @@ bool fillPageFrom(TourContext& context, std::string_view templateText, std::stri
     fill(filler);
     if (filler.stopped())
         context.log.fail("cannot complete " + std::string(name) + " from its template: " + filler.reason());
+    context.desktop.stayResponsive();
     const Outcome written = context.workspace.writeWorkingFile(name, filler.output());
+    context.desktop.stayResponsive();
     context.log.skip(written);
     return !filler.stopped() && written.ok();
 }

@@ -630,6 +630,8 @@ std::optional<UnappliedTexts> frmMain::unappliedTexts() const {
 }
 
 void frmMain::keepUnsaved() {
+    if (m_parts.desktop.isBetweenSteps())
+        return; // Half of a change is nothing to recover.
     if (m_recoveredTexts && isVisible())
         reopenNarrationEditor();
     m_parts.recovery.check(QDateTime::currentSecsSinceEpoch());
@@ -697,6 +699,10 @@ void frmMain::takeOverStatusText(const QString& text, const QUrl& source) {
 }
 
 void frmMain::takeOverStopNumber(const QString& text) {
+    if (m_parts.desktop.isBetweenSteps()) {
+        QTimer::singleShot(tickInterval, this, [this, text] { takeOverStopNumber(text); });
+        return; // The command still needs its stop.
+    }
     const std::int16_t stop = roundTo16Bits(leadingNumber(toUtf8(text))).value_or(0);
     const bool canBe = stop >= 0 && stop <= tourCapacity; // Pages of a tour may say anything.
     if (!canBe || isLateAnnouncement(stop))
