@@ -19,6 +19,9 @@ public:
 
     bool atEnd() const { return m_position >= m_text.size(); }
 
+    /// What next() has not passed yet.
+    std::string_view rest() const { return atEnd() ? std::string_view() : m_text.substr(m_position); }
+
 private:
     /// The end of the text when there is none.
     std::size_t lineFeedFrom(std::size_t position) const;

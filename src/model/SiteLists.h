@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -24,16 +25,27 @@ struct Bookmark {
     friend bool operator==(const Bookmark&, const Bookmark&) = default;
 };
 
-/// All bookmarks of a file, which may hold more than bookmarkCapacity. A file cut short gives what it holds:
-/// missing lines are empty. What is no colour becomes white.
-std::vector<Bookmark> readBookmarks(std::string_view bytes);
+struct BookmarkList {
+    std::vector<Bookmark> bookmarks; ///< At most bookmarkCapacity.
+    std::string further; ///< What a file holds behind those, as it is written: nobody sees it or loses it.
+};
 
-std::string bookmarksFile(const std::vector<Bookmark>& bookmarks);
+/// A file cut short gives what it holds: missing lines are empty. What is no colour becomes white.
+BookmarkList readBookmarks(std::string_view bytes);
 
-/// Addresses, in the order of the file.
-std::vector<std::string> readHistory(std::string_view bytes);
+std::string bookmarksFile(const BookmarkList& list);
+
+/// Addresses that the program holds in memory: more than anybody visits.
+inline constexpr std::size_t historyCapacity = 1'000'000;
+
+struct History {
+    std::vector<std::string> addresses; ///< In the order of the file; at most historyCapacity.
+    std::string further;                ///< What a file holds behind those, as it stands there.
+};
+
+History readHistory(std::string_view bytes);
 
 /// Leaves out what is never worth a visit again: the page of new stops.
-std::string historyFile(const std::vector<std::string>& addresses);
+std::string historyFile(const History& history);
 
 } // namespace wendmark

@@ -44,6 +44,19 @@ TEST(TextLines, emptyTextHasNoLine) {
     EXPECT_EQ(linesOf(""), Lines{});
 }
 
+TEST(TextLines, restIsWhatHasNotBeenPassed) {
+    TextLines walk("a\r\nb\n\nc");
+    EXPECT_EQ(walk.rest(), "a\r\nb\n\nc");
+    walk.next();
+    EXPECT_EQ(walk.rest(), "b\n\nc");
+    walk.next();
+    EXPECT_EQ(walk.rest(), "\nc");
+    walk.next();
+    EXPECT_EQ(walk.rest(), "c");
+    walk.next();
+    EXPECT_EQ(walk.rest(), "");
+}
+
 TEST(TextLines, endIsReportedAgainAndAgain) {
     TextLines walk("a");
     EXPECT_FALSE(walk.atEnd());

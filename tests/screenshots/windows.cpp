@@ -315,7 +315,7 @@ private:
             {"https://www.brenholt.example/history/bridges.htm", "Ask for permission first", 255},
             {"https://www.brenholt.example/history/floods.htm", "", white},
             {"https://www.brenholt.example/about.htm", "Says who wrote it all", 16776960}};
-        test::writeFile(m_program.workspace.workingFile("goodlist.txt"), bookmarksFile(bookmarks));
+        test::writeFile(m_program.workspace.workingFile("goodlist.txt"), bookmarksFile({bookmarks, {}}));
         m_window.resize(usual);
         showStop(3);
         waitUntilLoaded();

@@ -527,6 +527,24 @@ private slots:
 
     // Bad input.
 
+    void addressThatTheEngineCannotShowIsToldOf() {
+        SiteEditor open;
+        const QString before = open.browser().locationURL();
+        const QString tooLong =
+            QStringLiteral("An address of more than %L1 characters cannot be shown.").arg(2 * 1024 * 1024);
+        std::string& address = open.program.model.stopURL[1];
+        address = "http://127.0.0.1:9/" + std::string(2 * 1024 * 1024, 'a');
+        open.window.editSiteFrame();
+        QCOMPARE(open.notice(), tooLong);
+        QCOMPARE(open.browser().locationURL(), before);
+        open.editor().close();
+        QVERIFY(waitUntil([&] { return !open.isOpen(); }));
+        open.window.editSiteFrame();
+        QCOMPARE(open.notice(), tooLong);
+        QVERIFY(!open.browser().isBusy());
+        QCOMPARE(open.stopURL(2), address);
+    }
+
     void textThatIsNoAddressIsToldOf() {
         SiteEditor open;
         const QString before = open.browser().locationURL();

@@ -197,29 +197,23 @@ QWidget* BookmarkPanel::makeNotesPanel() {
 
 void BookmarkPanel::LoadGoodList() {
     m_grid->setRowCount(0);
-    m_beyondCapacity.clear();
     const files::Contents file = files::read(m_tour.workspace.workingFile(fileName));
     m_tour.log.skipAsNote(file.outcome);
-    std::vector<Bookmark> bookmarks = readBookmarks(file.bytes);
-    if (bookmarks.size() > bookmarkCapacity) {
-        const auto end = bookmarks.begin() + bookmarkCapacity;
-        m_beyondCapacity.assign(std::make_move_iterator(end), std::make_move_iterator(bookmarks.end()));
-        bookmarks.erase(end, bookmarks.end());
+    BookmarkList list = readBookmarks(file.bytes);
+    m_further = std::move(list.further);
+    if (!m_further.empty())
         m_tour.log.warn("goodlist.txt holds more than 255 bookmarks: the others are kept in the file only");
-    }
-    for (std::size_t n = 0; n < bookmarks.size(); ++n)
-        SetRow(static_cast<int>(n), bookmarks[n]);
+    for (std::size_t n = 0; n < list.bookmarks.size(); ++n)
+        SetRow(static_cast<int>(n), list.bookmarks[n]);
     SelectCells(-1, 0, -1, 0);
 }
 
 void BookmarkPanel::SaveGoodList() {
     storeNote();
-    std::vector<Bookmark> bookmarks;
-    bookmarks.reserve(static_cast<std::size_t>(bookmarkCount()) + m_beyondCapacity.size());
+    BookmarkList list{{}, m_further};
     for (int row = 0; row < bookmarkCount(); ++row)
-        bookmarks.push_back(GetRow(row));
-    bookmarks.insert(bookmarks.end(), m_beyondCapacity.begin(), m_beyondCapacity.end());
-    m_tour.log.skip(m_tour.workspace.writeWorkingFile(fileName, bookmarksFile(bookmarks)));
+        list.bookmarks.push_back(GetRow(row));
+    m_tour.log.skip(m_tour.workspace.writeWorkingFile(fileName, bookmarksFile(list)));
 }
 
 void BookmarkPanel::showEvent(QShowEvent* event) {
@@ -392,7 +386,7 @@ void BookmarkPanel::storeNote() {
     if (m_notedRow < 0)
         return;
     Bookmark bookmark = GetRow(m_notedRow);
-    bookmark.note = toUtf8(wholeText(*m_note, toQString(bookmark.note)));
+    bookmark.note = wholeText(*m_note, bookmark.note);
     SetRow(m_notedRow, bookmark);
 }
 

@@ -96,8 +96,8 @@ private:
     QLayout* m_buttons = nullptr;
     QLabel* m_noteTitle = nullptr;
     QLineEdit* m_note = nullptr;
-    int m_notedRow = -1;                    ///< Whose note is being edited.
-    std::vector<Bookmark> m_beyondCapacity; ///< What a file held beyond the grid: kept and written again.
+    int m_notedRow = -1;   ///< Whose note is being edited.
+    std::string m_further; ///< What the file held beyond the grid: written again as it was.
     bool m_shownBefore = false;
     bool m_columnsLaidOut = false;
 };

@@ -56,11 +56,12 @@ constexpr std::string_view historyFileName = "brhist.txt";
 constexpr std::string_view reservedName =
     "which is essential for correct operation of the tour, and cannot be overwritten or replaced.";
 
-constexpr int tickInterval = 20;        // Milliseconds.
-constexpr float besideMainWindow = 400; // Twips.
-constexpr float testPeriod = 30;        // Seconds.
-const QList<int> shares = {65, 35};     ///< Of the height: browser, bookmarks.
-constexpr int smallestBrowser = 56;     // Pixels.
+constexpr int longestAddress = 2 * 1024 * 1024; // The engine shows nothing that is longer.
+constexpr int tickInterval = 20;                // Milliseconds.
+constexpr float besideMainWindow = 400;         // Twips.
+constexpr float testPeriod = 30;                // Seconds.
+const QList<int> shares = {65, 35};             ///< Of the height: browser, bookmarks.
+constexpr int smallestBrowser = 56;             // Pixels.
 
 struct ToolBarButton {
     const char* key;
@@ -325,20 +326,22 @@ void frmBrowser::setupConnections() {
 void frmBrowser::LoadHistory() {
     const files::Contents file = files::read(m_parts.tour.workspace.workingFile(historyFileName));
     m_parts.tour.log.skipAsNote(file.outcome);
+    History history = readHistory(file.bytes);
+    m_furtherHistory = std::move(history.further);
     QStringList addresses;
-    for (const std::string& address : readHistory(file.bytes))
+    for (const std::string& address : history.addresses)
         addresses.append(toQString(address));
     m_history->setStringList(addresses);
     m_address->setCurrentIndex(addresses.isEmpty() ? -1 : 0);
 }
 
 void frmBrowser::SaveHistory() {
-    std::vector<std::string> addresses;
-    addresses.reserve(static_cast<std::size_t>(m_address->count()));
+    History history{{}, m_furtherHistory};
+    history.addresses.reserve(static_cast<std::size_t>(m_address->count()));
     for (int i = 0; i < m_address->count(); ++i)
-        addresses.push_back(toUtf8(m_address->itemText(i)));
+        history.addresses.push_back(toUtf8(m_address->itemText(i)));
     TourContext& tour = m_parts.tour;
-    tour.log.skip(tour.workspace.writeWorkingFile(historyFileName, historyFile(addresses)));
+    tour.log.skip(tour.workspace.writeWorkingFile(historyFileName, historyFile(history)));
 }
 
 void frmBrowser::saveLists() {
@@ -350,6 +353,10 @@ void frmBrowser::goToText(const QString& text) {
     const QString typed = text.trimmed();
     if (typed.isEmpty())
         return;
+    if (typed.size() > longestAddress) {
+        refuseLongAddress();
+        return;
+    }
     const bool complete = typed.contains(QLatin1String("://"));
     const QUrl address = complete ? QUrl(typed) : QUrl::fromUserInput(typed, workingFolder());
     if (address.isValid() && (address.isLocalFile() || !complete || !address.host().isEmpty()))
@@ -361,6 +368,10 @@ void frmBrowser::goToText(const QString& text) {
 void frmBrowser::refuseAddress(const QString& typed) {
     showNotice(tr("\"%1\" is not an address.").arg(typed));
     m_address->setFocus();
+}
+
+void frmBrowser::refuseLongAddress() {
+    showNotice(tr("An address of more than %L1 characters cannot be shown.").arg(longestAddress));
 }
 
 void frmBrowser::goTo(const QUrl& address) {
@@ -378,7 +389,11 @@ void frmBrowser::goTo(const QUrl& address) {
 }
 
 /// A stop holds the name of a local page as it stands in a link, percent-encoded.
-QUrl frmBrowser::siteEditAddress() const {
+QUrl frmBrowser::siteEditAddress() {
+    if (m_parts.handOver.siteEditURL.size() > longestAddress) {
+        refuseLongAddress();
+        return {};
+    }
     const QString text = toQString(m_parts.handOver.siteEditURL);
     const QString folder = workingFolder();
     if (!text.startsWith(folder))

@@ -63,8 +63,9 @@ private:
 
     void goToText(const QString& text);
     void refuseAddress(const QString& typed);
+    void refuseLongAddress();
     void goTo(const QUrl& address);
-    QUrl siteEditAddress() const;
+    QUrl siteEditAddress();
     void takeOverNavigation(bool ok);
     void recordVisit(const QString& location);
     void runTick();
@@ -96,11 +97,12 @@ private:
 
     ProgramParts m_parts;
     // In the order of the Tab key.
-    CommandBar* m_toolBar;       ///< tbToolBar
-    LoadingIndicator* m_busy;    ///< picBusy
-    QComboBox* m_address;        ///< cboAddress
-    QStringListModel* m_history; ///< Its items.
-    QPushButton* m_fileButton;   ///< btnSelectFile
+    CommandBar* m_toolBar;        ///< tbToolBar
+    LoadingIndicator* m_busy;     ///< picBusy
+    QComboBox* m_address;         ///< cboAddress
+    QStringListModel* m_history;  ///< Its items.
+    std::string m_furtherHistory; ///< What the history file holds beyond the list: written again as it was.
+    QPushButton* m_fileButton;    ///< btnSelectFile
     QSplitter* m_panes;
     BrowserView* m_browser; ///< brwWebBrowser
     BookmarkPanel* m_bookmarks;
