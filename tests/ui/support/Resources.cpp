@@ -34,11 +34,13 @@ qint64 memoryOf(qint64 process) {
     QFile rollup(QStringLiteral("/proc/%1/smaps_rollup").arg(process));
     if (!rollup.open(QIODevice::ReadOnly))
         return 0;
+    qint64 memory = 0;
     for (const QByteArray& line : rollup.readAll().split('\n')) {
-        if (line.startsWith("Pss:"))
-            return line.mid(4).simplified().split(' ').first().toLongLong() * kibibyte;
+        const qsizetype value = line.indexOf(':') + 1;
+        if (line.startsWith("Pss_Anon:") || line.startsWith("Pss_Shmem:"))
+            memory += line.mid(value).simplified().split(' ').first().toLongLong() * kibibyte;
     }
-    return 0;
+    return memory;
 }
 
 int entriesOf(const QString& folder) {

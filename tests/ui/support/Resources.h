@@ -6,7 +6,9 @@ namespace wendmark::test {
 
 /// What this process, and the engine's processes that it has started, hold at one moment.
 struct Resources {
-    qint64 memory = 0;      ///< Bytes, each shared page counted in part (proportional set size).
+    /// Bytes, each shared page counted in part. Without files that are mapped, such as the libraries: their
+    /// part depends on who else on the machine uses them.
+    qint64 memory = 0;
     qint64 ownMemory = 0;   ///< That of this process alone.
     qint64 allocated = 0;   ///< Bytes of it that the program's own code and Qt have allocated and not freed.
     int handles = 0;        ///< Open files, sockets and pipes.
