@@ -39,30 +39,28 @@ public:
 private:
     void line(std::string_view bytes) { m_script.append(bytes).append(lineBreak); }
 
-    void command(std::string_view text) {
-        m_script.append(scriptMarker);
-        line(text);
+    void command(std::string_view text, std::string_view value = {}) {
+        m_script.append(scriptMarker).append(text);
+        line(value);
     }
 
-    void numberCommand(std::string_view name, std::int32_t value) {
-        command(std::string(name) + " = " + std::to_string(value));
-    }
+    void numberCommand(std::string_view name, std::int32_t value) { command(name, std::to_string(value)); }
 
     void writeHeader() {
         if (m_model.autoBuffer)
             command("#AutoBuffer");
-        numberCommand("#BufferDelay", m_model.bufferDelay);
+        numberCommand("#BufferDelay = ", m_model.bufferDelay);
         if (!m_model.autoInstruction)
             command("#NoAutoInstruction");
         command("#SingleWindow"); // Whatever the tour says of it.
         for (std::int16_t i = 0; i < m_model.launchURLCount; ++i)
-            command("#LaunchURL = " +
+            command("#LaunchURL = ",
                     windows1252::encodeAddress(m_model.launchURL.at(static_cast<std::size_t>(i))));
-        numberCommand("#NarHeight", m_model.narHeight);
-        numberCommand("#AdvWidth", m_model.advWidth);
-        numberCommand("#NavWidth", m_model.navWidth);
+        numberCommand("#NarHeight = ", m_model.narHeight);
+        numberCommand("#AdvWidth = ", m_model.advWidth);
+        numberCommand("#NavWidth = ", m_model.navWidth);
         if (!trimBlanks(m_model.tourAuthor).empty())
-            command("#Author = " + windows1252::encodeHtml(m_model.tourAuthor));
+            command("#Author = ", windows1252::encodeHtml(m_model.tourAuthor));
         line("");
     }
 

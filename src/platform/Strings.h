@@ -11,6 +11,12 @@ inline QString toQString(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
+/// The beginning of a text, at most `longest` UTF-16 units: what a window shows of texts of any size.
+inline QString beginningOf(std::string_view utf8, qsizetype longest) {
+    constexpr qsizetype mostBytes = 3; // Of a unit; characters of four bytes are two units.
+    return toQString(utf8.substr(0, static_cast<std::size_t>((longest + 1) * mostBytes))).left(longest);
+}
+
 inline std::string toUtf8(const QString& text) {
     const QByteArray utf8 = text.toUtf8();
     return std::string(utf8.constData(), static_cast<std::size_t>(utf8.size()));

@@ -19,10 +19,6 @@ namespace {
 constexpr std::string_view framesetTemplate = "framever.htm";
 constexpr std::string_view framesStart = "<!-- Frameset for frame-based design -->";
 
-std::string quoted(std::string_view text) {
-    return '"' + std::string(text) + '"';
-}
-
 /// Milliseconds, kept within 32 bits.
 std::int32_t loadingTime(std::int32_t seconds) {
     using Limits = std::numeric_limits<std::int32_t>;
@@ -33,18 +29,17 @@ std::int32_t loadingTime(std::int32_t seconds) {
 void writeVariables(TemplateFiller& filler, const TourModel& model, std::string_view homePage) {
     // The editor's own preview never loads stops ahead.
     const bool loadAhead = model.autoBuffer && !model.editingMode;
-    filler.write("numStops = " + std::to_string(model.stopCount));
-    filler.write("bufDelay = " + std::to_string(loadingTime(model.bufferDelay)));
+    filler.write("numStops = ", std::to_string(model.stopCount));
+    filler.write("bufDelay = ", std::to_string(loadingTime(model.bufferDelay)));
     filler.write(loadAhead ? "bufFlag = true" : "bufFlag = false");
-    filler.write("homePage = " + quoted(windows1252::encodeAddress(homePage)));
+    filler.write("homePage = \"", windows1252::encodeAddress(homePage), "\"");
 }
 
 void writeFrames(TemplateFiller& filler, const TourModel& model) {
-    filler.write("<frameset rows=" + quoted("*," + std::to_string(model.narHeight) + ",0") +
-                 " onload=\"startTimers()\">");
+    filler.write("<frameset rows=\"*,", std::to_string(model.narHeight), ",0\" onload=\"startTimers()\">");
     filler.write("<frame src = \"openhelp.htm\" name=\"mw\" marginwidth=\"10\" marginheight=\"10\">");
-    filler.write("<frameset cols=" +
-                 quoted(std::to_string(model.advWidth) + ",*," + std::to_string(model.navWidth)) + ">");
+    filler.write("<frameset cols=\"", std::to_string(model.advWidth), ",*,", std::to_string(model.navWidth),
+                 "\">");
 }
 
 } // namespace
@@ -83,7 +78,7 @@ void makePreviewFrameset(TourContext& context) {
 
 void fillFramesetTemplate(TemplateFiller& filler, const TourModel& model, std::string_view homePage) {
     filler.copyThrough(pageMarker);
-    filler.write("<title>" + windows1252::encodeHtml(model.tourTitle) + " </title>");
+    filler.write("<title>", windows1252::encodeHtml(model.tourTitle), " </title>");
     filler.closeRegion(pageMarker);
 
     filler.copyThrough(scriptBlockMarker);
@@ -105,7 +100,7 @@ void fillPreviewTemplate(TemplateFiller& filler, std::int16_t currentStop) {
     filler.copyThrough(pageMarker);
     filler.copyLine();
     filler.dropLine();
-    filler.write("<frame src= \"page" + std::to_string(currentStop) +
+    filler.write("<frame src= \"page", std::to_string(currentStop),
                  ".htm\" name=\"nar\" marginwidth=\"3\" >");
     filler.copyRest();
 }

@@ -18,10 +18,6 @@ namespace {
 constexpr std::string_view nextInstruction = "Click the <strong>Next button</strong> to go to the next stop.";
 constexpr std::string_view exitInstruction = "Click the <strong>Exit button</strong> to quit this Tour.";
 
-std::string inApostrophes(std::string_view text) {
-    return std::string("'").append(text).append("'");
-}
-
 /// False when a stop has no entry, or when there is no last stop.
 bool writeStandardInstructions(TourModel& model) {
     for (std::int16_t n = 1; n < model.stopCount; ++n) {
@@ -82,19 +78,18 @@ void fillStopPage(TemplateFiller& filler, const TourModel& model, std::int16_t n
     const std::string_view base = isRemoteAddress(model.stopURL[i]) ? "" : "parent.homePath + ";
 
     filler.copyThrough(scriptBlockMarker);
-    filler.write("linkURL = " + std::string(base) + inApostrophes(address) + ";");
-    filler.write("linkPage = " + number + ";");
-    filler.write("parent.nav.status = " + inApostrophes(">*>*>vosktourstop->" + number) + ";");
+    filler.write("linkURL = ", base, "'", address, "';");
+    filler.write("linkPage = ", number, ";");
+    filler.write("parent.nav.status = '>*>*>vosktourstop->", number, "';");
     filler.closeRegion(scriptBlockMarker);
 
     filler.copyThrough(scriptBlockMarker);
-    filler.write("         self.location.href = " +
-                 inApostrophes(windows1252::encodeAddress(model.homeSiteURL)) + ";");
+    filler.write("         self.location.href = '", windows1252::encodeAddress(model.homeSiteURL), "';");
     filler.closeRegion(scriptBlockMarker);
 
     filler.copyThrough(loosePageMarker);
-    filler.write(windows1252::encodeHtml(model.stopLabel) + " " + number + "&#151;" +
-                 windows1252::encodeHtml(model.stopTitle[i]) + "</font></h5>");
+    filler.write(windows1252::encodeHtml(model.stopLabel), " ", number, "&#151;",
+                 windows1252::encodeHtml(model.stopTitle[i]), "</font></h5>");
     filler.write(windows1252::encodeHtml(model.stopNarration[i]));
     filler.write("<br><br>");
     filler.write(windows1252::encodeHtml(model.stopInstruction[i]));

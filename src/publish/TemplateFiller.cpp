@@ -24,11 +24,6 @@ void TemplateFiller::copyRest() {
         copyLine();
 }
 
-void TemplateFiller::write(std::string_view line) {
-    if (!stopped())
-        m_output.append(line).append(lineBreak);
-}
-
 void TemplateFiller::closeRegion(std::string_view marker) {
     skipThrough(marker);
     write(marker);

@@ -32,7 +32,15 @@ public:
     void dropLine();
     void copyRest();
 
-    void write(std::string_view line);
+    /// Writes a line that is made of `parts`, which convert to std::string_view. They are not put together
+    /// first: a text of a tour may have many megabytes.
+    template <typename... Parts>
+    void write(const Parts&... parts) {
+        if (stopped())
+            return;
+        (m_output.append(std::string_view(parts)), ...);
+        m_output.append(lineBreak);
+    }
 
     /// Ends a region: drops what the template holds of it and writes its closing marker.
     void closeRegion(std::string_view marker);

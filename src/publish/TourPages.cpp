@@ -23,8 +23,8 @@ void fillFromTemplate(TourContext& context, std::string_view name,
 
 void writeTitleAndAuthor(TemplateFiller& filler, const TourModel& model) {
     const std::string author = model.tourAuthor.empty() ? " " : windows1252::encodeHtml(model.tourAuthor);
-    filler.write("<b> " + windows1252::encodeHtml(model.tourTitle) + " </b> </font><br>");
-    filler.write("<font size=2> " + author + " </font>");
+    filler.write("<b> ", windows1252::encodeHtml(model.tourTitle), " </b> </font><br>");
+    filler.write("<font size=2> ", author, " </font>");
 }
 
 /// Calls `write` with each stop's number, from 1, and index. A stop without an entry stops the filling.
@@ -44,8 +44,9 @@ void writePageEnd(TemplateFiller& filler) {
     filler.write("</html>");
 }
 
-void writeWithEmptyLine(TemplateFiller& filler, std::string_view line) {
-    filler.write(line);
+template <typename... Parts>
+void writeWithEmptyLine(TemplateFiller& filler, const Parts&... parts) {
+    filler.write(parts...);
     filler.write("");
 }
 
@@ -55,10 +56,10 @@ void writeGuideEntry(TemplateFiller& filler, const TourModel& model, const std::
     const std::string address = windows1252::encodeAddress(model.stopURL[i]);
     filler.write("<P>");
     writeWithEmptyLine(filler, "<HR WIDTH=\"100%\"></P>");
-    writeWithEmptyLine(filler, "<P><B><FONT COLOR=\"#CC0000\"><FONT SIZE=+1>Stop-" + number + ": " +
-                                   windows1252::encodeHtml(model.stopTitle[i]) + "</FONT></FONT></B></P>");
+    writeWithEmptyLine(filler, "<P><B><FONT COLOR=\"#CC0000\"><FONT SIZE=+1>Stop-", number, ": ",
+                       windows1252::encodeHtml(model.stopTitle[i]), "</FONT></FONT></B></P>");
     writeWithEmptyLine(filler, windows1252::encodeHtml(model.stopNarration[i]));
-    writeWithEmptyLine(filler, "<P><FONT COLOR=\"#800000\">" + std::string(kind) + address + "</FONT></P>");
+    writeWithEmptyLine(filler, "<P><FONT COLOR=\"#800000\">", kind, address, "</FONT></P>");
 }
 
 } // namespace
@@ -111,17 +112,17 @@ void fillIndexPage(TemplateFiller& filler, const TourModel& model) {
 
 void fillContentsPage(TemplateFiller& filler, const TourModel& model) {
     filler.copyThrough(loosePageMarker);
-    filler.write(windows1252::encodeHtml(model.tourTitle) + "</font></h5>");
+    filler.write(windows1252::encodeHtml(model.tourTitle), "</font></h5>");
     forEachStop(filler, model, [&](const std::string& number, std::size_t i) {
-        filler.write("<a href=\"page" + number + ".htm\">Stop " + number + "&#151;" +
-                     windows1252::encodeHtml(model.stopTitle[i]) + "</a><BR>");
+        filler.write("<a href=\"page", number, ".htm\">Stop ", number, "&#151;",
+                     windows1252::encodeHtml(model.stopTitle[i]), "</a><BR>");
     });
     writePageEnd(filler);
 }
 
 void fillTourGuide(TemplateFiller& filler, const TourModel& model) {
     filler.copyThrough(loosePageMarker);
-    filler.write("<CENTER><P><B><FONT SIZE=+2>" + windows1252::encodeHtml(model.tourTitle) +
+    filler.write("<CENTER><P><B><FONT SIZE=+2>", windows1252::encodeHtml(model.tourTitle),
                  "</FONT></B></P></CENTER>");
     filler.skipThrough(loosePageMarker);
     filler.write(pageMarker);

@@ -8,16 +8,8 @@ namespace wendmark {
 
 namespace {
 
-/// Where the author is in the tour is no change of the tour, and neither is what the program notes for
-/// itself.
-RecoveryRecord withoutPosition(RecoveryRecord record) {
-    record.model.currentStop = 0;
-    record.model.tourChanged = false;
-    return record;
-}
-
 std::string describe(const RecoveryRecord& record, const AuthorsFiles& files) {
-    std::string description = encodeRecord(record);
+    std::string description = encodeWork(record);
     for (const auto& [name, stamp] : files)
         description.append(name).append(" ").append(stamp).append("\n");
     return description;
@@ -28,7 +20,7 @@ std::string describe(const RecoveryRecord& record, const AuthorsFiles& files) {
 RecoveryKeeper::RecoveryKeeper(TourContext& tour, RecoveryStore& store) : m_tour(tour), m_store(store) {}
 
 void RecoveryKeeper::noteSaved() {
-    m_saved = describe(withoutPosition({0, m_tour.workspace.tourPath, m_tour.model, {}}),
+    m_saved = describe({0, m_tour.workspace.tourPath, m_tour.model, {}},
                        authorsFiles(m_tour.workspace.folders().newTourPath));
     m_checked.reset();
 }
@@ -38,8 +30,8 @@ void RecoveryKeeper::check(std::int64_t now) {
     AuthorsFiles files = authorsFiles(m_tour.workspace.folders().newTourPath);
     if (isAsChecked(unapplied, files))
         return;
-    m_checked = {{0, m_tour.workspace.tourPath, m_tour.model, std::move(unapplied)}, std::move(files)};
-    if (!keep(*m_checked, now))
+    m_checked = {{now, m_tour.workspace.tourPath, m_tour.model, std::move(unapplied)}, std::move(files)};
+    if (!keep(*m_checked))
         m_checked.reset();
 }
 
@@ -51,14 +43,12 @@ bool RecoveryKeeper::isAsChecked(const std::optional<UnappliedTexts>& unapplied,
 }
 
 /// False when it could not be kept.
-bool RecoveryKeeper::keep(const State& state, std::int64_t now) {
-    if (!state.record.unapplied && describe(withoutPosition(state.record), state.files) == m_saved) {
+bool RecoveryKeeper::keep(const State& state) {
+    if (!state.record.unapplied && describe(state.record, state.files) == m_saved) {
         m_store.forget();
         return true;
     }
-    RecoveryRecord record = state.record;
-    record.time = now;
-    return m_store.keep(record, m_tour.workspace.folders().newTourPath);
+    return m_store.keep(state.record, m_tour.workspace.folders().newTourPath);
 }
 
 void RecoveryKeeper::recover(const RecoverySession& session, std::int64_t now) {

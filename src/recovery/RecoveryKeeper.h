@@ -48,12 +48,12 @@ private:
     };
 
     bool isAsChecked(const std::optional<UnappliedTexts>& unapplied, const AuthorsFiles& files) const;
-    bool keep(const State& state, std::int64_t now);
+    bool keep(const State& state);
 
     TourContext& m_tour;
     RecoveryStore& m_store;
     std::optional<State> m_checked; ///< Nothing to do while the tour is still this.
-    std::string m_saved;            ///< The tour as it was saved, without what does not count as a change.
+    std::string m_saved;            ///< Work and files of the tour as it was saved.
 };
 
 } // namespace wendmark

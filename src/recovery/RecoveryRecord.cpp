@@ -10,11 +10,16 @@ namespace {
 
 constexpr std::string_view beginning = "wendmark-recovery 1\n";
 
-/// Calls `visit` with the name and the variable of every field, always in the same order.
 template <typename Record, typename Visit>
-void visitFields(Record& record, Visit visit) {
-    auto& model = record.model;
+void visitPosition(Record& record, Visit visit) {
     visit("time", record.time);
+    visit("currentStop", record.model.currentStop);
+    visit("tourChanged", record.model.tourChanged);
+}
+
+template <typename Record, typename Visit>
+void visitWork(Record& record, Visit visit) {
+    auto& model = record.model;
     visit("tourPath", record.tourPath);
     visit("tourTitle", model.tourTitle);
     visit("tourAuthor", model.tourAuthor);
@@ -28,8 +33,6 @@ void visitFields(Record& record, Visit visit) {
     visit("stopLabel", model.stopLabel);
     visit("helpFile", model.helpFile);
     visit("homeSiteURL", model.homeSiteURL);
-    visit("currentStop", model.currentStop);
-    visit("tourChanged", model.tourChanged);
     visit("launchURLCount", model.launchURLCount);
     visit("stopCount", model.stopCount);
     const auto held = [](std::int16_t count) {
@@ -52,9 +55,33 @@ void visitTexts(Texts& texts, Visit visit) {
     visit("unappliedInstruction", texts.instruction);
 }
 
+/// Calls `visit` with the name and the variable of every field, always in the same order.
+template <typename Record, typename Visit>
+void visitFields(Record& record, Visit visit) {
+    visitPosition(record, visit);
+    visitWork(record, visit);
+}
+
+/// Counts the bytes of the texts: what is written is known to be huge before it has to move.
+class TextSizes final {
+public:
+    void operator()(std::string_view, const std::string& text) { bytes += text.size(); }
+    void operator()(std::string_view, std::integral auto) {}
+
+    std::size_t bytes = 0;
+};
+
 /// A field is a line with its name and the number of its bytes, those bytes, and the end of a line.
 class Writer final {
 public:
+    explicit Writer(const RecoveryRecord& record) {
+        constexpr std::size_t beside = 64 * 1024; // Names, numbers and counts.
+        TextSizes sizes;
+        visitWork(record, std::ref(sizes));
+        bytes.reserve(sizes.bytes + beside);
+        bytes = beginning;
+    }
+
     void operator()(std::string_view name, const std::string& text) {
         bytes.append(name).append(" ").append(std::to_string(text.size()));
         bytes.append("\n").append(text).append("\n");
@@ -63,7 +90,7 @@ public:
         (*this)(name, std::to_string(static_cast<std::int64_t>(number)));
     }
 
-    std::string bytes{beginning};
+    std::string bytes;
 };
 
 class Reader final {
@@ -116,11 +143,17 @@ private:
 } // namespace
 
 std::string encodeRecord(const RecoveryRecord& record) {
-    Writer writer;
+    Writer writer(record);
     visitFields(record, std::ref(writer));
     if (record.unapplied)
         visitTexts(*record.unapplied, std::ref(writer));
     writer("end", std::string());
+    return std::move(writer.bytes);
+}
+
+std::string encodeWork(const RecoveryRecord& record) {
+    Writer writer(record);
+    visitWork(record, std::ref(writer));
     return std::move(writer.bytes);
 }
 

@@ -28,6 +28,10 @@ struct RecoveryRecord {
 
 std::string encodeRecord(const RecoveryRecord& record);
 
+/// Bytes that differ when the author's work differs: where the author is in the tour is no change of it, and
+/// neither is what the program notes for itself.
+std::string encodeWork(const RecoveryRecord& record);
+
 /// None when the bytes are no complete record.
 std::optional<RecoveryRecord> decodeRecord(std::string_view bytes);
 

@@ -19,6 +19,15 @@ TEST(TemplateFiller, regionIsReplacedAndItsMarkersStay) {
     EXPECT_FALSE(filler.stopped());
 }
 
+TEST(TemplateFiller, lineIsMadeOfParts) {
+    TemplateFiller filler("head\n");
+    filler.write("<b>", std::string("text"), std::string_view("</b>"));
+    filler.write("");
+    filler.copyThrough(pageMarker);
+    filler.write("not", " written");
+    EXPECT_EQ(filler.output(), crlfLines({"<b>text</b>", "", "head"}));
+}
+
 TEST(TemplateFiller, outputServesAgainAsTemplate) {
     const auto fill = [](std::string_view source) {
         TemplateFiller filler(source);

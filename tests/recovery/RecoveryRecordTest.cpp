@@ -94,6 +94,32 @@ TEST(RecoveryRecord, stopsBeyondTheHundredthAreCountedAndNotKept) {
     EXPECT_EQ(back->model.stopTitle, record.model.stopTitle);
 }
 
+TEST(RecoveryRecord, positionIsNoWork) {
+    const RecoveryRecord record = fullRecord(3);
+    RecoveryRecord other = record;
+    other.time += 1;
+    other.model.currentStop = 1;
+    other.model.tourChanged = false;
+    other.unapplied.reset();
+    EXPECT_EQ(encodeWork(other), encodeWork(record));
+}
+
+TEST(RecoveryRecord, everyOtherChangeIsWork) {
+    const RecoveryRecord record = fullRecord(3);
+    const std::string work = encodeWork(record);
+    const auto differs = [&](auto change) {
+        RecoveryRecord other = record;
+        change(other);
+        return encodeWork(other) != work;
+    };
+    EXPECT_TRUE(differs([](RecoveryRecord& other) { other.tourPath += "x"; }));
+    EXPECT_TRUE(differs([](RecoveryRecord& other) { other.model.tourTitle += "x"; }));
+    EXPECT_TRUE(differs([](RecoveryRecord& other) { other.model.stopCount = 2; }));
+    EXPECT_TRUE(differs([](RecoveryRecord& other) { other.model.stopNarration[2] += "x"; }));
+    EXPECT_TRUE(differs([](RecoveryRecord& other) { other.model.navWidth = 1; }));
+    EXPECT_FALSE(differs([](RecoveryRecord& other) { other.model.stopNarration[3] = "left over"; }));
+}
+
 TEST(RecoveryRecord, whatWasCutShortIsNoRecord) {
     const std::string bytes = encodeRecord(fullRecord(3));
     for (std::size_t length = 0; length < bytes.size(); ++length)

@@ -49,6 +49,19 @@ private slots:
         }
     }
 
+    void beginningOfATextEndsBetweenCharacters() {
+        QCOMPARE(beginningOf("", 3), QString());
+        QCOMPARE(beginningOf("abc", 3), QStringLiteral("abc"));
+        QCOMPARE(beginningOf("abcd", 3), QStringLiteral("abc"));
+        for (const char* character : {"\xc3\xa4", "\xe2\x86\x92"}) {
+            const std::string text = std::string(character) + character + character + character;
+            QCOMPARE(beginningOf(text, 3), toQString(text).left(3));
+            QCOMPARE(beginningOf(text, 4), toQString(text));
+        }
+        QCOMPARE(beginningOf("\xf0\x9f\x8c\x8d\xf0\x9f\x8c\x8d", 4).size(), qsizetype(4));
+        QCOMPARE(beginningOf("\xff\xfe\xfd", 2).size(), qsizetype(2));
+    }
+
     void settingsSurviveTheStore() {
         const test::ScratchFolder scratch;
         const QString path = toQString(scratch / "settings.ini");

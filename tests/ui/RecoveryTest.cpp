@@ -102,7 +102,7 @@ private slots:
         QVERIFY(waitUntil([&] { return next.window().findChild<frmNarEdit*>() != nullptr; }));
         auto& editor = *next.window().findChild<frmNarEdit*>();
         QVERIFY(waitUntil([&] { return editor.isVisible(); }));
-        QVERIFY(editor.findChild<HtmlField*>("txtText")->typedText().contains("half a sen"));
+        QVERIFY(editor.findChild<HtmlField*>("txtText")->shownText().contains("half a sen"));
         QVERIFY(editor.findChild<QLineEdit*>("txtStopTitle")->text().contains('!'));
         QCOMPARE(program.model.stopNarration[1], std::string("Words of stop 2.\r\n"));
         QVERIFY(waitUntil([&] { return program.model.currentStop == 2; }));

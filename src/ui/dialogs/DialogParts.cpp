@@ -46,8 +46,9 @@ QString shortened(const QString& text, qsizetype longest) {
     return text.size() <= longest ? text : text.left(longest) + QChar(0x2026);
 }
 
-QString wholeText(const QLineEdit& field, const QString& given) {
-    return given.size() > field.maxLength() && !field.isModified() ? given : field.text();
+std::string wholeText(const QLineEdit& field, const std::string& given) {
+    const bool isCut = beginningOf(given, field.maxLength() + 1).size() > field.maxLength();
+    return isCut && !field.isModified() ? given : toUtf8(field.text());
 }
 
 QPushButton* makeButton(const char* name, const QString& caption, QWidget* parent) {

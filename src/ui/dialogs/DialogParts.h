@@ -30,7 +30,7 @@ QString shortened(const QString& text, qsizetype longest);
 
 /// The field's text, which began as `given`: where that is longer than the field can hold, all of it until
 /// the author changes it.
-QString wholeText(const QLineEdit& field, const QString& given);
+std::string wholeText(const QLineEdit& field, const std::string& given);
 
 /// OKButton, which is the default one, and CancelButton.
 QDialogButtonBox* makeOkCancelButtons(QWidget* parent);

@@ -21,9 +21,10 @@ namespace wendmark {
 
 namespace {
 
-/// The line as it is shown. No address that works is as long as this.
+constexpr qsizetype longestShown = 10'000; ///< UTF-16 units. No address that works is as long as this.
+
 QString shown(const QString& line) {
-    return shortened(line, 10'000);
+    return shortened(line, longestShown);
 }
 
 QString shownLines(const QString& text) {
@@ -73,7 +74,8 @@ void frmLaunch::print() {
     for (const std::string& line : launchingListToPrint(m_tour.model))
         lines.append(shown(toQString(line)));
     if (!lines.isEmpty()) {
-        const std::unique_ptr<QPrinter> printer = makeDefaultPrinter(toQString(m_tour.model.tourTitle));
+        const std::unique_ptr<QPrinter> printer =
+            makeDefaultPrinter(beginningOf(m_tour.model.tourTitle, longestShown));
         if (!printLines(*printer, lines))
             m_tour.log.fail("cannot print the launching points");
         else if (!printer->outputFileName().isEmpty())

@@ -2,6 +2,7 @@
 
 #include "base/Log.h"
 #include "base/Numbers.h"
+#include "base/Utf8.h"
 #include "model/HandOver.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
@@ -10,6 +11,7 @@
 #include "platform/QtDesktop.h"
 #include "platform/Strings.h"
 #include "ui/dialogs/DialogParts.h"
+#include "ui/printing/PrintedText.h"
 #include "ui/printing/TourPrinter.h"
 
 #include <QCheckBox>
@@ -21,6 +23,7 @@
 #include <QPrinter>
 #include <QRadioButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace wendmark {
 
@@ -32,6 +35,17 @@ template <typename Control>
 Control* named(Control* control, const char* name) {
     control->setObjectName(QLatin1String(name));
     return control;
+}
+
+/// Of texts that nobody wrote by hand no more than is laid out: the sheets hold each title many times.
+TourModel printable(const TourModel& model) {
+    TourModel printed = model;
+    const auto cut = [](std::string& text) { text.resize(skipUtf16(text, 0, mostLaidOut + 1)); };
+    cut(printed.tourTitle);
+    for (TourTexts* const texts : {&printed.stopTitle, &printed.stopURL, &printed.stopNarration,
+                                   &printed.stopInstruction, &printed.launchURL})
+        std::for_each(texts->begin(), texts->end(), cut);
+    return printed;
 }
 
 std::int32_t numberIn(const QLineEdit& field) {
@@ -121,7 +135,7 @@ StopRange frmPrint::wantedRange() const {
 }
 
 void frmPrint::print() {
-    const TourModel& model = m_tour.model;
+    const TourModel model = printable(m_tour.model);
     const PrintedTour printed = composePrintedTour(model, wantedRange(), m_properties->isChecked(),
                                                    m_tour.workspace.tourPath, m_handOver.logoFile);
     accept();

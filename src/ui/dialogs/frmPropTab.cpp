@@ -225,8 +225,8 @@ void frmPropTab::addTab(const QString& caption, const QString& key, QWidget* pag
 
 void frmPropTab::fillFromModel() {
     const TourModel& model = m_tour.model;
-    m_tourTitle->setText(toQString(model.tourTitle));
-    m_author->setText(toQString(model.tourAuthor));
+    m_tourTitle->setText(beginningOf(model.tourTitle, m_tourTitle->maxLength()));
+    m_author->setText(beginningOf(model.tourAuthor, m_author->maxLength()));
     // Whatever the tour has: the author who does not want them says so each time.
     m_addInstructions->setChecked(true);
     m_cachePeriod->setText(QString::number(model.bufferDelay));
@@ -315,8 +315,8 @@ void frmPropTab::showLogo(const QString& file) {
 
 void frmPropTab::takeOver() {
     TourProperties properties;
-    properties.tourTitle = toUtf8(wholeText(*m_tourTitle, toQString(m_tour.model.tourTitle)));
-    properties.tourAuthor = toUtf8(wholeText(*m_author, toQString(m_tour.model.tourAuthor)));
+    properties.tourTitle = wholeText(*m_tourTitle, m_tour.model.tourTitle);
+    properties.tourAuthor = wholeText(*m_author, m_tour.model.tourAuthor);
     properties.autoInstruction = m_addInstructions->isChecked();
     properties.cachePeriod = toUtf8(m_cachePeriod->text());
     properties.autoBuffer = m_bufFlag->isChecked();

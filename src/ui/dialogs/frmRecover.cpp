@@ -21,7 +21,7 @@ frmRecover::frmRecover(const RecoveryRecord& record, QWidget* parent) : QDialog(
     const QString folder = toQString(record.tourPath);
     auto* const facts = new QFormLayout;
     facts->addRow(tr("Tour:"),
-                  makeTextLabel("lblTitle", shortened(toQString(record.model.tourTitle), 200), this));
+                  makeTextLabel("lblTitle", shortened(beginningOf(record.model.tourTitle, 201), 200), this));
     facts->addRow(tr("Last change:"),
                   makeTextLabel("lblTime", QLocale().toString(time, QLocale::LongFormat), this));
     facts->addRow(tr("Stops:"), makeTextLabel("lblStops", QString::number(record.model.stopCount), this));

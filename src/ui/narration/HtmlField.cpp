@@ -1,6 +1,7 @@
 #include "ui/narration/HtmlField.h"
 
 #include "platform/SpellChecker.h"
+#include "platform/Strings.h"
 #include "ui/narration/HtmlHighlighter.h"
 
 #include <QContextMenuEvent>
@@ -13,17 +14,10 @@ namespace {
 
 constexpr int mostSuggestions = 6;
 
-/// The text with "\n" for "\r\n"; QString::replace() would take minutes for a hundred megabytes.
-QString withLineFeeds(const QString& text) {
-    QString lines;
-    lines.reserve(text.size());
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const bool pair =
-            text[i] == QLatin1Char('\r') && i + 1 < text.size() && text[i + 1] == QLatin1Char('\n');
-        if (!pair)
-            lines.append(text[i]);
-    }
-    return lines;
+/// The beginning of the text, with "\n" for "\r\n": more than longestEdited units where there are more.
+QString beginningInLines(const std::string& text) {
+    QString beginning = beginningOf(text, 2 * (HtmlField::longestEdited + 1)); // At most half of them go.
+    return beginning.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
 }
 
 } // namespace
@@ -36,6 +30,10 @@ HtmlField::HtmlField(SpellChecker& spelling, QWidget* parent)
     connect(&m_spelling, &SpellChecker::changed, m_highlighter, &QSyntaxHighlighter::rehighlight);
 }
 
+std::string HtmlField::typedText() const {
+    return isTooLong() ? m_wholeText : toUtf8(shownText());
+}
+
 QString HtmlField::shownText() const {
     return document()
         ->toRawText()
@@ -43,12 +41,13 @@ QString HtmlField::shownText() const {
         .replace(QChar::LineSeparator, QLatin1Char('\n'));
 }
 
-void HtmlField::setTypedText(const QString& text) {
-    const QString lines = withLineFeeds(text);
-    if (lines == typedText())
-        return;
+void HtmlField::setTypedText(const std::string& text) {
+    const QString lines = beginningInLines(text);
     const bool wasTooLong = isTooLong();
-    m_wholeText = lines.size() > longestEdited ? lines : QString();
+    const bool tooLong = lines.size() > longestEdited;
+    if (tooLong ? text == m_wholeText : !wasTooLong && lines == shownText())
+        return;
+    m_wholeText = tooLong ? text : std::string();
     setReadOnly(isTooLong());
     if (!isVisible() || isTooLong() || wasTooLong) {
         setPlainText(lines.left(longestEdited));
@@ -56,7 +55,7 @@ void HtmlField::setTypedText(const QString& text) {
     }
     QTextCursor all(document());
     all.select(QTextCursor::Document);
-    all.insertText(text);
+    all.insertText(lines);
     moveCursor(QTextCursor::Start);
 }
 

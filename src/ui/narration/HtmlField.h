@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPlainTextEdit>
+#include <string>
 
 class QMenu;
 
@@ -20,17 +21,18 @@ public:
     /// UTF-16 units. Longer texts would keep the window from answering.
     static constexpr qsizetype longestEdited = 50'000;
 
-    /// The text with "\n" between its lines; unlike toPlainText() it keeps no-break spaces.
-    QString typedText() const { return isTooLong() ? m_wholeText : shownText(); }
+    /// The text, UTF-8, with "\n" between its lines; one that is too long as it was given.
+    std::string typedText() const;
 
-    /// Same, of a text that is too long only what is on screen.
+    /// What is on screen, with "\n" between its lines; unlike toPlainText() it keeps no-break spaces.
     QString shownText() const;
 
-    /// Replaces the text. While the field is on screen this is a step that can be undone. Of a text that is
-    /// too long only the beginning is shown, and nothing of it can be changed; typedText() gives all of it.
-    void setTypedText(const QString& text);
+    /// Replaces the text, which is UTF-8. While the field is on screen this is a step that can be undone. Of
+    /// a text that is too long only the beginning is shown, and nothing of it can be changed; typedText()
+    /// gives all of it.
+    void setTypedText(const std::string& text);
 
-    bool isTooLong() const { return !m_wholeText.isEmpty(); }
+    bool isTooLong() const { return !m_wholeText.empty(); }
 
     /// Replaces the selection by `text` in one step that can be undone, and puts the caret at `caret`, which
     /// counts UTF-16 units from the beginning.
@@ -51,7 +53,7 @@ private:
 
     SpellChecker& m_spelling;
     HtmlHighlighter* m_highlighter;
-    QString m_wholeText; ///< Empty: all of the text is shown.
+    std::string m_wholeText; ///< Empty: all of the text is shown.
 };
 
 } // namespace wendmark

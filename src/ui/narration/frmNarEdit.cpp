@@ -52,6 +52,15 @@ QLabel* makeFieldLabel(const char* name, const QString& caption, QWidget& field,
     return label;
 }
 
+/// What a stop gets of a field; a text that is too long to be edited stays as it is.
+std::string storable(const HtmlField& field, std::string_view placeholder) {
+    return field.isTooLong() ? field.typedText() : storableText(field.typedText(), placeholder);
+}
+
+std::string beginningForPreview(const std::string& text) {
+    return toUtf8(beginningOf(text, HtmlField::longestEdited));
+}
+
 } // namespace
 
 frmNarEdit::frmNarEdit(const ProgramParts& parts, QWidget* parent)
@@ -94,10 +103,10 @@ void frmNarEdit::editCurrentStop() {
     if (model.currentStop < 1 || model.currentStop > tourCapacity)
         return;
     const auto i = static_cast<std::size_t>(model.currentStop - 1);
-    setTitle(toQString(model.stopTitle[i]));
-    m_narration->setTypedText(toQString(model.stopNarration[i]));
+    setTitle(model.stopTitle[i]);
+    m_narration->setTypedText(model.stopNarration[i]);
     if (!model.autoInstruction)
-        m_instruction->setTypedText(toQString(model.stopInstruction[i]));
+        m_instruction->setTypedText(model.stopInstruction[i]);
     m_loaded = texts();
     tellTarget();
     if (!isVisible())
@@ -115,15 +124,15 @@ std::optional<UnappliedTexts> frmNarEdit::unappliedTexts() const {
 }
 
 void frmNarEdit::takeUnappliedTexts(const UnappliedTexts& texts) {
-    setTitle(toQString(texts.title));
-    m_narration->setTypedText(toQString(texts.narration));
+    setTitle(texts.title);
+    m_narration->setTypedText(texts.narration);
     if (m_instruction->isEnabled())
-        m_instruction->setTypedText(toQString(texts.instruction));
+        m_instruction->setTypedText(texts.instruction);
     tellTarget();
 }
 
 UnappliedTexts frmNarEdit::texts() const {
-    return {toUtf8(title()), narration(), toUtf8(m_instruction->typedText())};
+    return {title(), m_narration->typedText(), m_instruction->typedText()};
 }
 
 void frmNarEdit::tellTarget() {
@@ -148,18 +157,19 @@ void frmNarEdit::closeEvent(QCloseEvent* event) {
     event->accept(); // A dialog would hide as Cancel does.
 }
 
-void frmNarEdit::setTitle(const QString& title) {
+void frmNarEdit::setTitle(const std::string& title) {
     m_givenTitle = title;
-    if (title == m_title->text())
+    const QString shown = beginningOf(title, m_title->maxLength());
+    if (shown == m_title->text())
         return;
     // Unlike setText() this can be undone.
     m_title->selectAll();
-    m_title->insert(title.left(m_title->maxLength()));
+    m_title->insert(shown);
     m_title->setCursorPosition(0);
     m_title->setModified(false);
 }
 
-QString frmNarEdit::title() const {
+std::string frmNarEdit::title() const {
     return wholeText(*m_title, m_givenTitle);
 }
 
@@ -261,7 +271,7 @@ void frmNarEdit::load() {
     centreOnScreen(*this);
     if (m_parts.tour.model.autoInstruction) {
         m_instruction->setEnabled(false);
-        m_instruction->setTypedText(tr("Automatic Instruction Mode [selected in Tour Properties]"));
+        m_instruction->setTypedText(toUtf8(tr("Automatic Instruction Mode [selected in Tour Properties]")));
     }
     const QString language = m_parts.settings.read(narrationSettings::spellingLanguage);
     m_spelling.setLanguage(language.isEmpty() ? SpellChecker::preferredLanguage() : language);
@@ -279,12 +289,12 @@ void frmNarEdit::limitSize() {
 }
 
 void frmNarEdit::wrap(const Tag& tag) {
-    takeOver(wrapSelection(narration(), selection(), tag));
+    takeOver(wrapSelection(m_narration->typedText(), selection(), tag));
 }
 
 void frmNarEdit::breakLine() {
     if (selection().length == 0)
-        takeOver(insertLineBreak(narration(), selection().start));
+        takeOver(insertLineBreak(m_narration->typedText(), selection().start));
 }
 
 void frmNarEdit::addLink() {
@@ -292,7 +302,7 @@ void frmNarEdit::addLink() {
         showMessage(this, tr("Please highlight the phrase to be hyperlinked"));
         return;
     }
-    takeOver(linkSelection(narration(), selection(), toUtf8(askForAddress())));
+    takeOver(linkSelection(m_narration->typedText(), selection(), toUtf8(askForAddress())));
 }
 
 QString frmNarEdit::askForAddress() {
@@ -318,7 +328,7 @@ void frmNarEdit::addImage() {
     const QPointer<frmNarEdit> self(this);
     copyImage(path, name);
     if (!self.isNull()) // The author may have closed the window while it waited.
-        takeOver(insertImage(narration(), selection().start, name));
+        takeOver(insertImage(m_narration->typedText(), selection().start, name));
 }
 
 std::string frmNarEdit::freeImageName(const QString& path) {
@@ -352,15 +362,11 @@ Selection frmNarEdit::selection() const {
     return {cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart()};
 }
 
-std::string frmNarEdit::narration() const {
-    return toUtf8(m_narration->typedText());
-}
-
 void frmNarEdit::takeOver(const EditedText& edited) {
     // Only the selection differs: that it alone is replaced keeps the rest of the field as it is on screen.
     const QString text = toQString(edited.text);
     const Selection replaced = selection();
-    const qsizetype growth = text.size() - m_narration->typedText().size();
+    const qsizetype growth = text.size() - m_narration->shownText().size();
     m_narration->replaceSelection(text.mid(replaced.start, replaced.length + growth), edited.caret);
     m_narration->setFocus();
 }
@@ -384,16 +390,16 @@ void frmNarEdit::apply() {
 
 void frmNarEdit::storeTexts(std::size_t i) {
     TourModel& model = m_parts.tour.model;
-    model.stopNarration[i] = storableText(narration(), noNarration);
-    model.stopTitle[i] = storableTitle(toUtf8(title()));
-    m_narration->setTypedText(toQString(model.stopNarration[i]));
-    setTitle(toQString(model.stopTitle[i]));
+    model.stopNarration[i] = storable(*m_narration, noNarration);
+    model.stopTitle[i] = storableTitle(title());
+    m_narration->setTypedText(model.stopNarration[i]);
+    setTitle(model.stopTitle[i]);
     if (model.autoInstruction) {
         model.stopInstruction[i] = automaticInstruction;
         return;
     }
-    model.stopInstruction[i] = storableText(toUtf8(m_instruction->typedText()), noInstruction);
-    m_instruction->setTypedText(toQString(model.stopInstruction[i]));
+    model.stopInstruction[i] = storable(*m_instruction, noInstruction);
+    m_instruction->setTypedText(model.stopInstruction[i]);
 }
 
 void frmNarEdit::showPreview(bool shown) {
@@ -422,10 +428,16 @@ void frmNarEdit::refreshPreview() {
     const files::Contents source = files::read(m_parts.tour.workspace.templateFile("page.htm"));
     if (!source.outcome.ok())
         return;
-    TourModel model = m_parts.tour.model;
-    const std::int16_t stop = std::clamp<std::int16_t>(model.currentStop, 1, tourCapacity);
+    const TourModel& tour = m_parts.tour.model;
+    const std::int16_t stop = std::clamp<std::int16_t>(tour.currentStop, 1, tourCapacity);
     const auto i = static_cast<std::size_t>(stop - 1);
-    model.stopTitle[i] = storableTitle(toUtf8(title()));
+    TourModel model; // The texts of all other stops may be many megabytes.
+    model.stopCount = tour.stopCount;
+    model.autoInstruction = tour.autoInstruction;
+    model.stopLabel = beginningForPreview(tour.stopLabel);
+    model.homeSiteURL = beginningForPreview(tour.homeSiteURL);
+    model.stopURL[i] = beginningForPreview(tour.stopURL[i]);
+    model.stopTitle[i] = storableTitle(toUtf8(m_title->text()));
     model.stopNarration[i] = storableText(toUtf8(m_narration->shownText()), noNarration);
     model.stopInstruction[i] = storableText(toUtf8(m_instruction->shownText()), noInstruction);
     m_preview->showPage(QByteArray::fromStdString(composeStopPage(source.bytes, std::move(model), stop)));

@@ -55,8 +55,8 @@ private:
     QWidget* makeInstructionPart();
     QLayout* makeTagButtons();
     QLayout* makeBottomRow();
-    void setTitle(const QString& title);
-    QString title() const;
+    void setTitle(const std::string& title);
+    std::string title() const;
     void setupPreview();
     void setupShortcuts();
     void load();
@@ -70,7 +70,6 @@ private:
     std::string freeImageName(const QString& path);
     void copyImage(const QString& path, const std::string& name);
     Selection selection() const;
-    std::string narration() const;
     UnappliedTexts texts() const;
     void takeOver(const EditedText& edited);
 
@@ -85,7 +84,7 @@ private:
     SpellChecker m_spelling;
     UnappliedTexts m_loaded;  ///< The fields as the stop filled them.
     QLineEdit* m_title;       ///< txtStopTitle
-    QString m_givenTitle;     ///< What the stop filled it with.
+    std::string m_givenTitle; ///< What the stop filled it with.
     HtmlField* m_narration;   ///< txtText
     HtmlField* m_instruction; ///< txtMoreText
     QList<QPushButton*> m_tagButtons;

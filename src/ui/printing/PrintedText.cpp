@@ -19,9 +19,6 @@ namespace {
 constexpr int textSize = 13; // Units; ten points.
 constexpr QChar ellipsis(0x2026);
 
-/// UTF-16 units of a text that are laid out: many times what fits into a box, tags included.
-constexpr qsizetype mostLaidOut = 20'000;
-
 /// A text of a given width that finds the pictures of the tour and nothing else.
 class PrintedText final : public QTextDocument {
 public:
