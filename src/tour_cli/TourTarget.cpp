@@ -40,6 +40,9 @@ public:
         return Outcome::success();
     }
 
+    /// Whether, after a failure, something of the old files did not go back and is still in `replaced`.
+    bool keepsOld() const { return m_keepsOld; }
+
 private:
     Outcome keepOld(const std::string& name) {
         const std::string path = files::join(m_to, name);
@@ -73,8 +76,10 @@ private:
     }
 
     Outcome undo(Outcome reason) {
-        for (const std::string& name : m_old)
-            static_cast<void>(files::move(files::join(m_replaced, name), files::join(m_to, name)));
+        for (const std::string& name : m_old) {
+            if (!files::move(files::join(m_replaced, name), files::join(m_to, name)).ok())
+                m_keepsOld = true;
+        }
         for (const std::string& name : m_new) {
             if (!m_old.contains(name))
                 static_cast<void>(files::remove(files::join(m_to, name)));
@@ -87,6 +92,7 @@ private:
     const std::string& m_replaced;
     std::set<std::string> m_old; ///< Names in `replaced`.
     std::set<std::string> m_new; ///< Names moved so far.
+    bool m_keepsOld = false;
 };
 
 void replaceAll(std::string& text, const std::string& part, const std::string& by) {
@@ -124,7 +130,7 @@ TourTarget::TourTarget(std::string folder)
     : m_folder(std::move(folder)), m_parent(fs::path(m_folder).parent_path().string()) {}
 
 TourTarget::~TourTarget() {
-    if (!m_finished.empty())
+    if (!m_finished.empty() && !m_keepsOld)
         static_cast<void>(files::removeFolder(m_finished)); // Nobody is left to be told.
 }
 
@@ -154,6 +160,8 @@ Outcome TourTarget::putInPlace() {
 }
 
 std::string TourTarget::withoutHiddenFolder(std::string text) const {
+    if (m_keepsOld)
+        return text;
     replaceAll(text, m_finished, m_folder);
     return text;
 }
@@ -165,14 +173,21 @@ Outcome TourTarget::makeHiddenIn(const std::string& place) {
     return made.ok() ? made : Outcome::failure(withoutHiddenFolder(made.message()));
 }
 
-Outcome TourTarget::replaceFiles() const {
+Outcome TourTarget::replaceFiles() {
     files::Listing finished = files::list(m_finished, files::Links::anywhere);
     if (!finished.outcome.ok())
         return finished.outcome;
     sortByPatterns(finished.names, savedLast());
     const std::string replaced = files::join(m_finished, "replaced");
     Outcome made = files::makeFolder(replaced);
-    return made.ok() ? Replacement(m_finished, m_folder, replaced).moveAll(finished.names) : made;
+    if (!made.ok())
+        return made;
+    Replacement replacement(m_finished, m_folder, replaced);
+    Outcome outcome = replacement.moveAll(finished.names);
+    m_keepsOld = replacement.keepsOld();
+    return m_keepsOld
+               ? Outcome::failure(outcome.message() + "; files that did not go back are in " + replaced)
+               : outcome;
 }
 
 } // namespace wendmark::cli

@@ -25,7 +25,7 @@ private:
 
 /// The folder that a tour is published into, all or nothing. The tour is finished in a hidden folder, on the
 /// same disk and with the owner and the rights that are handed down there, and then renamed into place. The
-/// hidden folder goes in the end.
+/// hidden folder goes in the end, unless it holds files that could not be put back.
 class TourTarget final {
 public:
     explicit TourTarget(std::string folder);
@@ -48,18 +48,19 @@ public:
     /// cannot be replaced, or a signal to end has come, the folder stays what it was.
     Outcome putInPlace();
 
-    /// The text with the folder in place of the hidden one.
+    /// The text with the folder in place of the hidden one, if that goes.
     std::string withoutHiddenFolder(std::string text) const;
 
 private:
     Outcome makeHiddenIn(const std::string& place);
-    Outcome replaceFiles() const;
+    Outcome replaceFiles();
 
     HeldSignals m_signals; ///< First, so that they wait until everything else is cleared away.
     std::string m_folder;
     MadeFolder m_parent;
     std::string m_finished;
     bool m_isNew = false;
+    bool m_keepsOld = false; ///< The hidden folder holds what the author has nowhere else.
 };
 
 } // namespace wendmark::cli

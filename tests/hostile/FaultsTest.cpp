@@ -121,7 +121,7 @@ protected:
     std::string tour(const std::string& name) const { return world + "/MyTours/" + name; }
 
     FaultyRun run(const std::string& program, const std::vector<std::string>& arguments, long failAt,
-                  int error, bool lasts = false) const {
+                  int error, const std::string& lasts = "none") const {
         const std::string report = scratch / "report";
         fs::remove(report);
         renew();
@@ -131,7 +131,7 @@ protected:
                             .with("FAIL_BELOW", world)
                             .with("FAIL_AT", std::to_string(failAt))
                             .with("FAIL_ERROR", std::to_string(error))
-                            .with("FAIL_LASTS", lasts ? "1" : "0")
+                            .with("FAIL_LASTS", lasts)
                             .with("FAIL_REPORT", report)
                             .run(arguments);
         std::istringstream lines(exists(report) ? readFile(report) : "");
@@ -144,7 +144,7 @@ protected:
         return faulty;
     }
 
-    FaultyRun runAuthor(long failAt, int error, bool lasts = false) const {
+    FaultyRun runAuthor(long failAt, int error, const std::string& lasts = "none") const {
         return run(WENDMARK_AUTHOR, {world, tour("desert"), tour("garden"), tour("new")}, failAt, error,
                    lasts);
     }
@@ -306,6 +306,20 @@ TEST_F(FaultsTest, authorsSession) {
     EXPECT_EQ(totals.lost, 0);
 }
 
+TEST_F(FaultsTest, diskIsGoneInAnAuthorsSession) {
+    const FaultyRun whole = runAuthor(0, EIO);
+    const Files after = folderContents(world);
+    Totals totals;
+    totals.calls = whole.calls;
+    for (long n = 1; n <= whole.calls; n += 3 * step()) {
+        const FaultyRun faulty = runAuthor(n, EROFS, "all");
+        EXPECT_EQ(faulty.result.status, 0) << "call " << n << ": " << faulty.failedCall;
+        count(totals, faulty, lossAfterSession(after), true);
+    }
+    print("author's session, disk gone", totals);
+    EXPECT_EQ(totals.lost, 0);
+}
+
 TEST_F(FaultsTest, aLossIsFound) {
     const std::vector<std::string> inPlace = {world, tour("desert"), tour("garden"), tour("new"),
                                               "--in-place"};
@@ -360,6 +374,43 @@ TEST_P(PublishFaults, targetIsAllOldOrAllNew) {
     }
     print(("publish into " + target).c_str(), totals);
     EXPECT_EQ(totals.lost, 0);
+}
+
+/// When neither the new files go into the folder nor all of the old ones back, they are kept beside it, and
+/// the author is told where.
+TEST_P(PublishFaults, oldFilesAreKeptWhenTheyDoNotGoBack) {
+    const std::string target = GetParam();
+    const std::vector<std::string> arguments = {"publish",    tour("desert"), "--into",
+                                                tour(target), "--template",   world + "/Template"};
+    const FaultyRun whole = run(WENDMARK_TOUR, arguments, 0, EIO);
+    const Files after = folderContents(world);
+    Totals totals;
+    totals.calls = whole.calls;
+    long mixed = 0;
+    for (const char* lasts : {"all", "rename"}) {
+        for (long n = 1 + whole.calls / 2; n <= whole.calls; n += 1 + step() / 2) {
+            const FaultyRun faulty = run(WENDMARK_TOUR, arguments, n, EROFS, lasts);
+            const Files now = folderContents(world);
+            const bool toldWhere = faulty.result.errors.find("/.wendmark-publish-") != std::string::npos;
+            std::string loss;
+            for (const auto& [path, bytes] : before) {
+                const auto found = now.find(path);
+                if (found != now.end() && (found->second == bytes || faulty.result.status == 0))
+                    continue;
+                ++mixed;
+                const std::string end = "/replaced/" + fs::path(path).filename().string();
+                const bool kept = std::any_of(now.begin(), now.end(), [&](const auto& file) {
+                    return isOwnScratch(file.first) && file.first.ends_with(end) && file.second == bytes;
+                });
+                if (!kept || !toldWhere)
+                    loss = path + (kept ? " is kept, and nobody is told where" : " is nowhere");
+            }
+            count(totals, faulty, loss, true);
+        }
+    }
+    print(("publish into " + target + ", nothing goes back").c_str(), totals);
+    EXPECT_EQ(totals.lost, 0);
+    EXPECT_EQ(mixed > 0, target == "garden"); // A tour over itself changes nothing.
 }
 
 INSTANTIATE_TEST_SUITE_P(Targets, PublishFaults, ::testing::Values("desert", "garden", "new"),

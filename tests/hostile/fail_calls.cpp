@@ -2,7 +2,9 @@
 //   FAIL_BELOW   only calls on this folder and what lies below it count
 //   FAIL_AT      number of the call that fails, from 1; 0: none does
 //   FAIL_ERROR   number of the error that it reports
-//   FAIL_LASTS   1: every later call that changes something fails, too, as on a full disk
+//   FAIL_LASTS   which later calls that change something fail, too: "all", as on a disk that is gone, or
+//   those
+//                of one name, such as "rename"
 //   FAIL_REPORT  a file that gets the name and the path of the call that failed and, when the process ends,
 //   the
 //                number of calls counted
@@ -45,7 +47,7 @@ struct Plan {
     std::string below = variable("FAIL_BELOW");
     long failAt = std::atol(variable("FAIL_AT").c_str());
     int error = std::atoi(variable("FAIL_ERROR").c_str());
-    bool lasts = variable("FAIL_LASTS") == "1";
+    std::string lasts = variable("FAIL_LASTS");
     std::string reportPath = variable("FAIL_REPORT");
     std::atomic<long> count = 0;
 
@@ -101,7 +103,8 @@ bool mustFail(Kind kind, const char* call, const std::string& path, const std::s
     Plan& p = plan();
     const long number = ++p.count;
     const bool first = number == p.failAt;
-    const bool fails = first || (p.lasts && kind == Kind::changes && p.failAt > 0 && number > p.failAt);
+    const bool later = kind == Kind::changes && p.failAt > 0 && number > p.failAt;
+    const bool fails = first || (later && (p.lasts == "all" || p.lasts == call));
     if (first)
         p.report(std::string("failed ") + (kind == Kind::changes ? "change " : "look ") + call + " " + path);
     errno = fails ? p.error : formerError;
