@@ -99,7 +99,7 @@ private slots:
         for (int k = 0; k < 20; ++k) {
             QElapsedTimer passed;
             passed.start();
-            m_window->insertStop();
+            m_window->refresh();
             if (passed.elapsed() >= 100) {
                 between.turns = 0;
                 continue;

@@ -646,7 +646,7 @@ private slots:
         time.start();
         open.edit();
         QVERIFY2(time.elapsed() < 10000, "opening");
-        QVERIFY(open.history().size() > 50000);
+        QVERIFY(waitUntil([&] { return open.history().size() > 50000; }));
         time.restart();
         open.address().showPopup();
         open.address().hidePopup();
