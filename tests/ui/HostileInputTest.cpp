@@ -28,7 +28,6 @@ constexpr qint64 longestAllowed = 1000; // Milliseconds, as all that follow.
 #else
 constexpr qint64 longestAllowed = 10000; // Without optimisation everything takes several times as long.
 #endif
-constexpr qint64 perPrintedStop = longestAllowed / 50;
 constexpr int aftermath = 700; // What a command sets off is over by then, also what waits for a timer.
 
 constexpr int usualMegabytes = 10;
@@ -228,9 +227,7 @@ private slots:
         }
         tour.expectAnswers("properties", [&] { tour.run("mnuEditProperties"); });
         tour.expectAnswers("launching information", [&] { tour.run("mnuViewLaunch"); });
-        const qint64 printing = perPrintedStop * std::clamp<qint64>(model.stopCount, 0, tourCapacity);
-        tour.expectAnswers(
-            "print", [&] { tour.run("mnuFilePrint"); }, allowedSilence() + printing);
+        tour.expectAnswers("print", [&] { tour.run("mnuFilePrint"); });
         tour.expectAnswers("save", [&] { tour.run("mnuFileSave"); });
         QVERIFY(model.tourTitle == read.tourTitle);
         QVERIFY(model.tourAuthor == read.tourAuthor);

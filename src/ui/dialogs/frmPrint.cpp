@@ -140,7 +140,8 @@ void frmPrint::print() {
                                                    m_tour.workspace.tourPath, m_handOver.logoFile);
     accept();
     const std::unique_ptr<QPrinter> printer = makeDefaultPrinter(toQString(model.tourTitle));
-    if (!printTour(*printer, printed, toQString(m_tour.workspace.folders().newTourPath)))
+    const QString pictureFolder = toQString(m_tour.workspace.folders().newTourPath);
+    if (!printTour(*printer, printed, pictureFolder, [this] { m_desktop.stayResponsive(); }))
         m_tour.log.fail("cannot print the tour");
     else if (!printer->outputFileName().isEmpty())
         emit printedToFile(printer->outputFileName());

@@ -15,7 +15,8 @@ constexpr QMarginsF margins(18, 18, 18, 18); // Millimetres.
 
 } // namespace
 
-bool printTour(QPagedPaintDevice& device, const PrintedTour& tour, const QString& pictureFolder) {
+bool printTour(QPagedPaintDevice& device, const PrintedTour& tour, const QString& pictureFolder,
+               const std::function<void()>& betweenSheets) {
     device.setPageMargins(margins, QPageLayout::Millimeter);
     QPainter painter;
     if (!painter.begin(&device))
@@ -28,6 +29,8 @@ bool printTour(QPagedPaintDevice& device, const PrintedTour& tour, const QString
     for (const StopSheet& sheet : tour.stops) {
         stopLayout.paint(painter, page, sheet);
         ok = device.newPage() && ok;
+        if (betweenSheets)
+            betweenSheets();
     }
     frmPrintProp::paint(painter, page, tour.properties);
     return painter.end() && ok;
