@@ -50,12 +50,15 @@ void QtDesktop::stayResponsive() {
         return;
     if (!m_sinceEvents.isValid()) {
         m_sinceEvents.start();
-        QMetaObject::invokeMethod(
-            this, [this] { m_sinceEvents.invalidate(); }, Qt::QueuedConnection);
+        QCoreApplication::postEvent(this, new QEvent(QEvent::User)); // Comes when events are handled.
     } else if (m_sinceEvents.elapsed() >= longestSilence) {
         const QScopedValueRollback between(m_betweenSteps, true);
         QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
+}
+
+void QtDesktop::customEvent(QEvent*) {
+    m_sinceEvents.invalidate();
 }
 
 void QtDesktop::navigateMainBrowser(const std::string& address) {

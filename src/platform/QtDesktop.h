@@ -39,6 +39,9 @@ signals:
     void mainBrowserNavigationRequested(const QString& address);
     void beeped();
 
+protected:
+    void customEvent(QEvent* event) override;
+
 private:
     Clock m_clock;
     bool m_hourglass = false;

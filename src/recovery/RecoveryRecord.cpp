@@ -74,12 +74,11 @@ public:
 /// A field is a line with its name and the number of its bytes, those bytes, and the end of a line.
 class Writer final {
 public:
-    explicit Writer(const RecoveryRecord& record) {
-        constexpr std::size_t beside = 64 * 1024; // Names, numbers and counts.
+    explicit Writer(const RecoveryRecord& record) : bytes(beginning) {
+        constexpr std::size_t beside = 65'536; // Names, numbers and counts.
         TextSizes sizes;
         visitWork(record, std::ref(sizes));
         bytes.reserve(sizes.bytes + beside);
-        bytes = beginning;
     }
 
     void operator()(std::string_view name, const std::string& text) {

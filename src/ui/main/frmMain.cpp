@@ -700,7 +700,7 @@ void frmMain::takeOverStatusText(const QString& text, const QUrl& source) {
 
 void frmMain::takeOverStopNumber(const QString& text) {
     if (m_parts.desktop.isBetweenSteps()) {
-        QTimer::singleShot(tickInterval, this, [this, text] { takeOverStopNumber(text); });
+        m_waitingStopNumber = text;
         return; // The command still needs its stop.
     }
     const std::int16_t stop = roundTo16Bits(leadingNumber(toUtf8(text))).value_or(0);
@@ -733,6 +733,8 @@ void frmMain::showStatus(const QString& text) {
 }
 
 void frmMain::runTicks() {
+    if (!m_waitingStopNumber.isNull() && !m_parts.desktop.isBetweenSteps())
+        takeOverStopNumber(std::exchange(m_waitingStopNumber, QString()));
     m_busy->tick(m_browser->isBusy());
     const QDateTime now = QDateTime::currentDateTime();
     m_statusDate->setText(QLocale().toString(now.date(), QLocale::ShortFormat));

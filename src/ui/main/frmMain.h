@@ -139,6 +139,7 @@ private:
     QPointer<frmBrowser> m_siteEditor;      ///< None while it is closed.
     QPointer<frmNarEdit> m_narrationEditor; ///< None until its first use, and after its close box.
     QString m_lastStatus;                   ///< Shown again when the pointer leaves a link.
+    QString m_waitingStopNumber;            ///< Announced between the steps of a command; null: none was.
     bool m_previewComing = false; ///< The browser was sent to a stop that has not announced itself yet.
     std::optional<UnappliedTexts> m_recoveredTexts; ///< For the narration editor, once the window is there.
     bool m_saveInProgress = false;
