@@ -398,9 +398,10 @@ TEST_P(PublishFaults, oldFilesAreKeptWhenTheyDoNotGoBack) {
                 if (found != now.end() && (found->second == bytes || faulty.result.status == 0))
                     continue;
                 ++mixed;
+                const std::string& old = bytes;
                 const std::string end = "/replaced/" + fs::path(path).filename().string();
                 const bool kept = std::any_of(now.begin(), now.end(), [&](const auto& file) {
-                    return isOwnScratch(file.first) && file.first.ends_with(end) && file.second == bytes;
+                    return isOwnScratch(file.first) && file.first.ends_with(end) && file.second == old;
                 });
                 if (!kept || !toldWhere)
                     loss = path + (kept ? " is kept, and nobody is told where" : " is nowhere");

@@ -24,7 +24,11 @@ SiteEditor::SiteEditor() : window(program.parts()) {
 
 void SiteEditor::edit() {
     window.runToolBarCommand("EdBro");
-    if (!waitUntil([&] { return !browser().isBusy() && !browser().locationName().isEmpty(); }))
+    // A page that is there is in the history or told of; before that it may still end what comes next.
+    const auto isSettled = [&] {
+        return address().itemText(0) == browser().locationURL() || !notice().isEmpty();
+    };
+    if (!waitUntil([&] { return !browser().isBusy() && !browser().locationName().isEmpty() && isSettled(); }))
         QFAIL("the stop's page is not shown");
 }
 
