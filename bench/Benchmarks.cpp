@@ -22,12 +22,12 @@ std::string narrationOf(std::size_t bytes) {
 /// Fills the tour with as many stops, and narrations of as many bytes, as the benchmark's arguments say.
 void addStops(TourModel& model, const benchmark::State& state) {
     model.tourTitle = "Plants of the Desert";
-    model.stopCount = static_cast<std::int16_t>(state.range(0));
+    model.stops.setCount(static_cast<std::int16_t>(state.range(0)));
     for (std::size_t i = 0; i < static_cast<std::size_t>(state.range(0)); ++i) {
-        model.stopTitle.at(i) = "Plant " + std::to_string(i + 1);
-        model.stopURL.at(i) = "https://www.brenholt.example/plant" + std::to_string(i + 1) + ".htm";
-        model.stopNarration.at(i) = narrationOf(static_cast<std::size_t>(state.range(1)));
-        model.stopInstruction.at(i) = "Look closely.\r\n";
+        model.stops.at(i + 1).stopTitle = "Plant " + std::to_string(i + 1);
+        model.stops.at(i + 1).stopURL = "https://www.brenholt.example/plant" + std::to_string(i + 1) + ".htm";
+        model.stops.at(i + 1).stopNarration = narrationOf(static_cast<std::size_t>(state.range(1)));
+        model.stops.at(i + 1).stopInstruction = "Look closely.\r\n";
     }
 }
 
@@ -59,7 +59,7 @@ void makeStopPagesOnDisk(benchmark::State& state) {
     tour.useShippedTemplates();
     addStops(tour.model, state);
     for (auto _ : state)
-        makeStopPages(tour.context, 1, tour.model.stopCount);
+        makeStopPages(tour.context, 1, tour.model.stopCount());
     reportTimePerStop(state);
 }
 

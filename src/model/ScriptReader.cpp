@@ -189,7 +189,7 @@ private:
         std::int16_t stopCounter = 0;
         while (stopCounter < mostCounted && readTextLine())
             readStop(stopCounter++);
-        m_model.stopCount = stopCounter;
+        m_model.stops.setCount(stopCounter);
         m_surplus.stops = std::max(0, stopCounter - tourCapacity);
     }
 
@@ -207,11 +207,10 @@ private:
         }
         if (index >= tourCapacity)
             return;
-        const auto stop = static_cast<std::size_t>(index);
-        m_model.stopTitle[stop] = std::move(title);
-        m_model.stopURL[stop] = std::move(address);
-        m_model.stopNarration[stop] = std::move(narration);
-        m_model.stopInstruction[stop] = std::move(instruction);
+        if (index >= m_model.stops.held())
+            m_model.stops.setCount(static_cast<std::int16_t>(index + 1));
+        m_model.stops.at(index + 1) = {std::move(title), std::move(address), std::move(narration),
+                                       std::move(instruction)};
     }
 
     /// A narration or an instruction: its first line, found behind empty and marker lines, up to the next

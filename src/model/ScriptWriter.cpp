@@ -31,7 +31,7 @@ public:
     std::string compose() {
         writeHeader();
         writeTitle();
-        for (std::int16_t n = 1; n <= std::min(m_model.stopCount, tourCapacity); ++n)
+        for (std::int16_t n = 1; n <= m_model.stops.held(); ++n)
             writeStop(n);
         return std::move(m_script);
     }
@@ -71,15 +71,15 @@ private:
     }
 
     void writeStop(std::int16_t n) {
-        const auto i = static_cast<std::size_t>(n - 1);
+        Stop& stop = m_model.stops.at(n);
         command(" Stop" + std::to_string(n));
-        fillIfEmpty(m_model.stopTitle[i], "Untitled");
-        line(windows1252::encodeHtml(m_model.stopTitle[i]));
-        fillIfEmpty(m_model.stopURL[i], "NoURL");
-        line(windows1252::encodeAddress(m_model.stopURL[i]));
+        fillIfEmpty(stop.stopTitle, "Untitled");
+        line(windows1252::encodeHtml(stop.stopTitle));
+        fillIfEmpty(stop.stopURL, "NoURL");
+        line(windows1252::encodeAddress(stop.stopURL));
         line("");
-        writeText(m_model.stopNarration[i], noNarration);
-        writeText(m_model.stopInstruction[i], noInstruction);
+        writeText(stop.stopNarration, noNarration);
+        writeText(stop.stopInstruction, noInstruction);
     }
 
     void writeText(std::string& text, std::string_view placeholder) {

@@ -1,14 +1,13 @@
 #pragma once
 
+#include "model/StopList.h"
+
 #include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace wendmark {
-
-/// Most stops, and most launching points, that a tour holds.
-inline constexpr std::int16_t tourCapacity = 100;
 
 /// What stands in a tour for a narration and an instruction that there is not; pages show nothing of it.
 inline constexpr std::string_view noNarration = "<!--narration-->";
@@ -19,19 +18,13 @@ inline constexpr std::string_view automaticInstruction = "AUTO";
 
 using TourTexts = std::array<std::string, tourCapacity>;
 
-/// The tour that is open. Windows change it directly and then call the generators that the change needs;
-/// there is no change notification. Texts are UTF-8. Stops are numbered from 1, stop n stands at index n - 1;
-/// number 0 is the opening page, which has no entry. Entries at and beyond a count are leftovers that nobody
-/// reads.
+/// The tour that is open. Texts are UTF-8. Stops are numbered from 1; number 0 is the opening page, which is
+/// no stop. Launching points at and beyond their count are leftovers that nobody reads.
 struct TourModel {
     std::string tourTitle;
     std::string tourAuthor; ///< Empty: none is shown.
 
-    std::int16_t stopCount = 0; ///< 0 to 100; more only after reading a script that holds more.
-    TourTexts stopTitle;        ///< HTML.
-    TourTexts stopURL;          ///< With a "/": a web address. Without: a file of the tour folder.
-    TourTexts stopNarration;    ///< HTML, lines separated by CR LF.
-    TourTexts stopInstruction;  ///< HTML, lines separated by CR LF.
+    StopList stops;
 
     TourTexts launchURL; ///< Addresses of the pages from which the tour is started.
     std::int16_t launchURLCount = 0;
@@ -52,6 +45,9 @@ struct TourModel {
     std::int16_t currentStop = 0; ///< Stop on screen; 0 is the opening page.
     bool tourChanged = false;     ///< There are unsaved changes.
     bool editingMode = true;      ///< Pages are generated for the editor's preview, not for the saved tour.
+
+    /// 0 to 100; more only after reading a script that holds more.
+    std::int16_t stopCount() const { return stops.count(); }
 
     friend bool operator==(const TourModel&, const TourModel&) = default;
 };

@@ -29,7 +29,7 @@ std::int32_t loadingTime(std::int32_t seconds) {
 void writeVariables(TemplateFiller& filler, const TourModel& model, std::string_view homePage) {
     // The editor's own preview never loads stops ahead.
     const bool loadAhead = model.autoBuffer && !model.editingMode;
-    filler.write("numStops = ", std::to_string(model.stopCount));
+    filler.write("numStops = ", std::to_string(model.stopCount()));
     filler.write("bufDelay = ", std::to_string(loadingTime(model.bufferDelay)));
     filler.write(loadAhead ? "bufFlag = true" : "bufFlag = false");
     filler.write("homePage = \"", windows1252::encodeAddress(homePage), "\"");

@@ -20,10 +20,8 @@ std::string yesOrNo(bool yes) {
     return yes ? "Yes" : "No";
 }
 
-StopBlock blockOf(const TourModel& model, std::int32_t stop) {
-    const auto i = static_cast<std::size_t>(stop - 1);
-    return {model.stopTitle.at(i), model.stopURL.at(i),
-            model.stopNarration.at(i) + "\r" + model.stopInstruction.at(i)};
+StopBlock blockOf(const Stop& stop) {
+    return {stop.stopTitle, stop.stopURL, stop.stopNarration + "\r" + stop.stopInstruction};
 }
 
 } // namespace
@@ -49,7 +47,7 @@ std::vector<StopSheet> stopSheets(const TourModel& model, StopRange range, std::
         StopSheet sheet{headerOf(model, page, pageCount), {}};
         const std::int32_t top = range.first + blocksOnAPage * (page - 1);
         for (std::int32_t stop = top; stop < top + blocksOnAPage && stop <= range.last; ++stop)
-            sheet.blocks.push_back(blockOf(model, stop));
+            sheet.blocks.push_back(blockOf(model.stops.at(stop)));
         sheets.push_back(std::move(sheet));
     }
     return sheets;
@@ -82,7 +80,7 @@ PropertySheet propertySheet(const TourModel& model, const std::string& tourPath,
 
 PrintedTour composePrintedTour(const TourModel& model, StopRange wanted, bool countProperties,
                                const std::string& tourPath, const std::string& logoFile) {
-    const StopRange range = printableRange(wanted, model.stopCount);
+    const StopRange range = printableRange(wanted, model.stopCount());
     const std::int32_t pageCount = stopPageCount(range) + (countProperties ? 1 : 0);
     return {stopSheets(model, range, pageCount), propertySheet(model, tourPath, logoFile, pageCount)};
 }

@@ -14,31 +14,8 @@ namespace wendmark {
 
 namespace {
 
-/// A stop is one entry in each of four lists.
-template <typename Change>
-void forEachStopList(TourModel& model, Change change) {
-    for (TourTexts* list : {&model.stopTitle, &model.stopURL, &model.stopNarration, &model.stopInstruction})
-        change(*list);
-}
-
-void copyStop(TourModel& model, std::int16_t from, std::int16_t to) {
-    forEachStopList(model, [&](TourTexts& list) {
-        list.at(static_cast<std::size_t>(to - 1)) = list.at(static_cast<std::size_t>(from - 1));
-    });
-}
-
-void swapStops(TourModel& model, std::int16_t left, std::int16_t right) {
-    forEachStopList(model, [&](TourTexts& list) {
-        std::swap(list.at(static_cast<std::size_t>(left - 1)), list.at(static_cast<std::size_t>(right - 1)));
-    });
-}
-
-void setNewStop(TourModel& model, std::int16_t n) {
-    const auto i = static_cast<std::size_t>(n - 1);
-    model.stopURL.at(i) = "newpage.htm";
-    model.stopNarration.at(i) = noNarration;
-    model.stopTitle.at(i) = "Title";
-    model.stopInstruction.at(i).clear();
+Stop newStop() {
+    return {"Title", "newpage.htm", std::string(noNarration), {}};
 }
 
 void makeListPages(TourContext& context) {
@@ -56,7 +33,7 @@ StopCommandResult show(TourContext& context, int stop) {
 StopCommandResult moveStop(TourContext& context, int target) {
     TourModel& model = context.model;
     const auto to = static_cast<std::int16_t>(target);
-    swapStops(model, model.currentStop, to);
+    std::swap(model.stops.at(model.currentStop), model.stops.at(to));
     makeStopPages(context, std::min(model.currentStop, to), std::max(model.currentStop, to));
     makeListPages(context);
     return show(context, to);
@@ -68,14 +45,11 @@ StopCommandResult insertStop(TourContext& context) {
     const BusyPointer busy(context.desktop);
     TourModel& model = context.model;
     const std::int16_t current = model.currentStop;
-    if (current < 0 || current > model.stopCount || model.stopCount >= tourCapacity)
+    if (current < 0 || current > model.stopCount() || model.stopCount() >= tourCapacity)
         return StopCommandResult::refused;
-    ++model.stopCount;
-    for (auto i = static_cast<std::int16_t>(model.stopCount - 1); i > current; --i)
-        copyStop(model, i, static_cast<std::int16_t>(i + 1));
-    setNewStop(model, static_cast<std::int16_t>(current + 1));
+    model.stops.insert(current + 1, newStop());
     makeStopPages(context, std::max<std::int16_t>(1, static_cast<std::int16_t>(current - 1)),
-                  model.stopCount);
+                  model.stopCount());
     makeListPages(context);
     makeWorkingFrameset(context);
     return show(context, current + 1);
@@ -84,15 +58,13 @@ StopCommandResult insertStop(TourContext& context) {
 StopCommandResult deleteStop(TourContext& context) {
     const BusyPointer busy(context.desktop);
     TourModel& model = context.model;
-    if (model.currentStop < 1 || model.currentStop > model.stopCount)
+    if (model.currentStop < 1 || model.currentStop > model.stops.held())
         return StopCommandResult::refused;
-    for (std::int16_t i = model.currentStop; i < model.stopCount; ++i)
-        copyStop(model, static_cast<std::int16_t>(i + 1), i);
-    --model.stopCount;
-    model.currentStop = std::min(model.currentStop, model.stopCount);
+    model.stops.erase(model.currentStop);
+    model.currentStop = std::min(model.currentStop, model.stopCount());
     const std::int16_t first =
         model.currentStop != 1 ? static_cast<std::int16_t>(model.currentStop - 1) : model.currentStop;
-    makeStopPages(context, first, model.stopCount);
+    makeStopPages(context, first, model.stopCount());
     makeListPages(context);
     makeWorkingFrameset(context);
     return show(context, model.currentStop);
@@ -101,7 +73,7 @@ StopCommandResult deleteStop(TourContext& context) {
 StopCommandResult moveStopBack(TourContext& context) {
     const BusyPointer busy(context.desktop);
     const TourModel& model = context.model;
-    if (model.currentStop <= 1 || model.currentStop > model.stopCount)
+    if (model.currentStop <= 1 || model.currentStop > model.stops.held())
         return StopCommandResult::refused;
     return moveStop(context, model.currentStop - 1);
 }
@@ -109,13 +81,13 @@ StopCommandResult moveStopBack(TourContext& context) {
 StopCommandResult moveStopForward(TourContext& context) {
     const BusyPointer busy(context.desktop);
     const TourModel& model = context.model;
-    if (model.currentStop < 1 || model.currentStop >= model.stopCount)
+    if (model.currentStop < 1 || model.currentStop >= model.stopCount())
         return StopCommandResult::refused;
     return moveStop(context, model.currentStop + 1);
 }
 
 StopCommandResult showNextStop(TourContext& context) {
-    if (context.model.currentStop >= context.model.stopCount)
+    if (context.model.currentStop >= context.model.stopCount())
         return StopCommandResult::refused;
     return show(context, context.model.currentStop + 1);
 }

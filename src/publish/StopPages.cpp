@@ -18,21 +18,15 @@ namespace {
 constexpr std::string_view nextInstruction = "Click the <strong>Next button</strong> to go to the next stop.";
 constexpr std::string_view exitInstruction = "Click the <strong>Exit button</strong> to quit this Tour.";
 
-/// False when a stop has no entry, or when there is no last stop.
+/// False when a stop is only counted, or when there is no last stop.
 bool writeStandardInstructions(TourModel& model) {
-    for (std::int16_t n = 1; n < model.stopCount; ++n) {
-        if (n > tourCapacity)
-            return false;
-        model.stopInstruction[static_cast<std::size_t>(n - 1)] = nextInstruction;
-    }
-    if (model.stopCount < 1 || model.stopCount > tourCapacity)
-        return false;
-    model.stopInstruction[static_cast<std::size_t>(model.stopCount - 1)] = exitInstruction;
-    return true;
+    for (std::int16_t n = 1; n <= model.stops.held(); ++n)
+        model.stops.at(n).stopInstruction = n < model.stopCount() ? nextInstruction : exitInstruction;
+    return model.stopCount() >= 1 && model.stopCount() == model.stops.held();
 }
 
 void logMissingLastStop(TourContext& context) {
-    if (context.model.stopCount < 1)
+    if (context.model.stopCount() < 1)
         context.log.note("no stop pages written: the tour has no last stop to instruct");
     else
         context.log.fail("no stop pages written: a tour has at most 100 stops");
@@ -51,8 +45,9 @@ void makeStopPages(TourContext& context, std::int16_t first, std::int16_t last) 
     if (!source.outcome.ok())
         return;
     for (int n = first; n <= last; ++n) {
-        if (n < 1 || n > tourCapacity) {
-            context.log.fail("no page for stop " + std::to_string(n) + ": a tour has stops 1 to 100");
+        if (n < 1 || n > model.stops.held()) {
+            context.log.fail("no page for stop " + std::to_string(n) + ": the tour has stops 1 to " +
+                             std::to_string(model.stops.held()));
             return;
         }
         const bool complete = fillPageFrom(
@@ -72,10 +67,10 @@ std::string composeStopPage(std::string_view templateText, TourModel model, std:
 }
 
 void fillStopPage(TemplateFiller& filler, const TourModel& model, std::int16_t n) {
-    const auto i = static_cast<std::size_t>(n - 1);
+    const Stop& stop = model.stops.at(n);
     const std::string number = std::to_string(n);
-    const std::string address = windows1252::encodeAddress(model.stopURL[i]);
-    const std::string_view base = isRemoteAddress(model.stopURL[i]) ? "" : "parent.homePath + ";
+    const std::string address = windows1252::encodeAddress(stop.stopURL);
+    const std::string_view base = isRemoteAddress(stop.stopURL) ? "" : "parent.homePath + ";
 
     filler.copyThrough(scriptBlockMarker);
     filler.write("linkURL = ", base, "'", address, "';");
@@ -89,10 +84,10 @@ void fillStopPage(TemplateFiller& filler, const TourModel& model, std::int16_t n
 
     filler.copyThrough(loosePageMarker);
     filler.write(windows1252::encodeHtml(model.stopLabel), " ", number, "&#151;",
-                 windows1252::encodeHtml(model.stopTitle[i]), "</font></h5>");
-    filler.write(windows1252::encodeHtml(model.stopNarration[i]));
+                 windows1252::encodeHtml(stop.stopTitle), "</font></h5>");
+    filler.write(windows1252::encodeHtml(stop.stopNarration));
     filler.write("<br><br>");
-    filler.write(windows1252::encodeHtml(model.stopInstruction[i]));
+    filler.write(windows1252::encodeHtml(stop.stopInstruction));
     filler.skipThrough(loosePageMarker);
     filler.write(pageMarker);
 

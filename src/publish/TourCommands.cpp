@@ -46,7 +46,7 @@ void openTour(TourContext& context) {
         context.workspace.spare("script.txt");
     makeWorkingFrameset(context);
     writeScript(context);
-    makeStopPages(context, 1, model.stopCount);
+    makeStopPages(context, 1, model.stopCount());
     makeContentsPage(context);
     makeOpeningPageSimple(context);
     makeIndexPage(context);

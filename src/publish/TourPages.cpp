@@ -27,16 +27,13 @@ void writeTitleAndAuthor(TemplateFiller& filler, const TourModel& model) {
     filler.write("<font size=2> ", author, " </font>");
 }
 
-/// Calls `write` with each stop's number, from 1, and index. A stop without an entry stops the filling.
+/// Calls `write` with each stop's number, from 1, and the stop. One that is only counted stops the filling.
 template <typename Write>
 void forEachStop(TemplateFiller& filler, const TourModel& model, Write write) {
-    for (std::int16_t n = 1; n <= model.stopCount; ++n) {
-        if (n > tourCapacity) {
-            filler.stop("a tour has at most 100 stops");
-            return;
-        }
-        write(std::to_string(n), static_cast<std::size_t>(n - 1));
-    }
+    for (std::int16_t n = 1; n <= model.stops.held(); ++n)
+        write(std::to_string(n), model.stops.at(n));
+    if (model.stopCount() > model.stops.held())
+        filler.stop("a tour has at most 100 stops");
 }
 
 void writePageEnd(TemplateFiller& filler) {
@@ -50,15 +47,14 @@ void writeWithEmptyLine(TemplateFiller& filler, const Parts&... parts) {
     filler.write("");
 }
 
-void writeGuideEntry(TemplateFiller& filler, const TourModel& model, const std::string& number,
-                     std::size_t i) {
-    const std::string_view kind = isRemoteAddress(model.stopURL[i]) ? "" : "Local File: ";
-    const std::string address = windows1252::encodeAddress(model.stopURL[i]);
+void writeGuideEntry(TemplateFiller& filler, const std::string& number, const Stop& stop) {
+    const std::string_view kind = isRemoteAddress(stop.stopURL) ? "" : "Local File: ";
+    const std::string address = windows1252::encodeAddress(stop.stopURL);
     filler.write("<P>");
     writeWithEmptyLine(filler, "<HR WIDTH=\"100%\"></P>");
     writeWithEmptyLine(filler, "<P><B><FONT COLOR=\"#CC0000\"><FONT SIZE=+1>Stop-", number, ": ",
-                       windows1252::encodeHtml(model.stopTitle[i]), "</FONT></FONT></B></P>");
-    writeWithEmptyLine(filler, windows1252::encodeHtml(model.stopNarration[i]));
+                       windows1252::encodeHtml(stop.stopTitle), "</FONT></FONT></B></P>");
+    writeWithEmptyLine(filler, windows1252::encodeHtml(stop.stopNarration));
     writeWithEmptyLine(filler, "<P><FONT COLOR=\"#800000\">", kind, address, "</FONT></P>");
 }
 
@@ -113,9 +109,9 @@ void fillIndexPage(TemplateFiller& filler, const TourModel& model) {
 void fillContentsPage(TemplateFiller& filler, const TourModel& model) {
     filler.copyThrough(loosePageMarker);
     filler.write(windows1252::encodeHtml(model.tourTitle), "</font></h5>");
-    forEachStop(filler, model, [&](const std::string& number, std::size_t i) {
+    forEachStop(filler, model, [&](const std::string& number, const Stop& stop) {
         filler.write("<a href=\"page", number, ".htm\">Stop ", number, "&#151;",
-                     windows1252::encodeHtml(model.stopTitle[i]), "</a><BR>");
+                     windows1252::encodeHtml(stop.stopTitle), "</a><BR>");
     });
     writePageEnd(filler);
 }
@@ -128,12 +124,12 @@ void fillTourGuide(TemplateFiller& filler, const TourModel& model) {
     filler.write(pageMarker);
     filler.copyThrough(loosePageMarker);
     forEachStop(filler, model,
-                [&](const std::string& number, std::size_t i) { writeGuideEntry(filler, model, number, i); });
+                [&](const std::string& number, const Stop& stop) { writeGuideEntry(filler, number, stop); });
     writePageEnd(filler);
 }
 
 void makeEveryPage(TourContext& context) {
-    makeStopPages(context, 1, context.model.stopCount);
+    makeStopPages(context, 1, context.model.stopCount());
     makeWorkingFrameset(context);
     makeOpeningPageSimple(context);
     makeIndexPage(context);

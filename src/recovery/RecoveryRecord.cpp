@@ -17,6 +17,19 @@ void visitPosition(Record& record, Visit visit) {
     visit("tourChanged", record.model.tourChanged);
 }
 
+template <typename Visit>
+void visitStopCount(const StopList& stops, Visit visit) {
+    visit("stopCount", stops.count());
+}
+
+/// The stops that follow find their places. A negative count, which no record has, stays none.
+template <typename Visit>
+void visitStopCount(StopList& stops, Visit visit) {
+    std::int16_t count = 0;
+    visit("stopCount", count);
+    stops.setCount(count);
+}
+
 template <typename Record, typename Visit>
 void visitWork(Record& record, Visit visit) {
     auto& model = record.model;
@@ -34,17 +47,16 @@ void visitWork(Record& record, Visit visit) {
     visit("helpFile", model.helpFile);
     visit("homeSiteURL", model.homeSiteURL);
     visit("launchURLCount", model.launchURLCount);
-    visit("stopCount", model.stopCount);
-    const auto held = [](std::int16_t count) {
-        return static_cast<std::size_t>(std::clamp<std::int16_t>(count, 0, tourCapacity));
-    };
-    for (std::size_t i = 0; i < held(model.launchURLCount); ++i)
+    visitStopCount(model.stops, visit);
+    const auto launchingPoints =
+        static_cast<std::size_t>(std::clamp<std::int16_t>(model.launchURLCount, 0, tourCapacity));
+    for (std::size_t i = 0; i < launchingPoints; ++i)
         visit("launchURL", model.launchURL.at(i));
-    for (std::size_t i = 0; i < held(model.stopCount); ++i) {
-        visit("stopTitle", model.stopTitle.at(i));
-        visit("stopURL", model.stopURL.at(i));
-        visit("stopNarration", model.stopNarration.at(i));
-        visit("stopInstruction", model.stopInstruction.at(i));
+    for (auto& stop : model.stops) {
+        visit("stopTitle", stop.stopTitle);
+        visit("stopURL", stop.stopURL);
+        visit("stopNarration", stop.stopNarration);
+        visit("stopInstruction", stop.stopInstruction);
     }
 }
 
@@ -172,7 +184,7 @@ std::optional<RecoveryRecord> decodeRecord(std::string_view bytes) {
     std::string end;
     reader("end", end);
     const TourModel& model = record.model;
-    const bool countsMakeSense = model.stopCount >= 0 && model.launchURLCount >= 0;
+    const bool countsMakeSense = model.launchURLCount >= 0;
     return reader.ok && reader.isAtEnd() && countsMakeSense ? std::optional(std::move(record)) : std::nullopt;
 }
 

@@ -74,7 +74,7 @@ Outcome generate(TourRun& run, const std::string& tour) {
     run.workspace().initTourDefaults();
     run.workspace().tourPath = tour;
     openTour(run.context());
-    const std::int16_t stops = run.model().stopCount;
+    const std::int16_t stops = run.model().stopCount();
     if (stops > tourCapacity)
         return refuse(tour + " has " + std::to_string(stops) + " stops, but a tour has at most 100");
     return run.outcome();
@@ -88,7 +88,7 @@ Outcome finish(TourRun& run, TourTarget& target, const std::string& done, std::o
     if (!outcome.ok())
         return outcome;
     run.printWarnings();
-    output << done << " \"" << run.model().tourTitle << "\", stops: " << run.model().stopCount << ", in "
+    output << done << " \"" << run.model().tourTitle << "\", stops: " << run.model().stopCount() << ", in "
            << target.folder() << '\n';
     return outcome;
 }

@@ -28,7 +28,7 @@ int lineCount(std::string_view text) {
 }
 
 std::size_t storedStops(const TourModel& tour) {
-    return static_cast<std::size_t>(std::min(tour.stopCount, tourCapacity));
+    return static_cast<std::size_t>(std::min(tour.stopCount(), tourCapacity));
 }
 
 /// Reads a script into a tour that says nothing yet.
@@ -44,7 +44,7 @@ std::unique_ptr<TourModel> read(std::string_view script) {
 }
 
 void checkRanges(const TourModel& tour) {
-    require(tour.stopCount >= 0, "the number of stops is not negative");
+    require(tour.stopCount() >= 0, "the number of stops is not negative");
     require(tour.launchURLCount >= 0 && tour.launchURLCount <= tourCapacity, "100 launching points fit");
     require(tour.bufferDelay >= 10, "the loading time is 10 seconds or more");
 }
@@ -63,7 +63,7 @@ void checkText(std::string_view text) {
 
 bool hasTextLeftEmpty(const TourModel& tour) {
     for (std::size_t i = 0; i < storedStops(tour); ++i) {
-        if (tour.stopNarration[i].empty() || tour.stopInstruction[i].empty())
+        if (tour.stops.at(i + 1).stopNarration.empty() || tour.stops.at(i + 1).stopInstruction.empty())
             return true;
     }
     return false;
@@ -80,10 +80,12 @@ void checkSameTour(const TourModel& left, const TourModel& right) {
     require(left.tourAuthor == right.tourAuthor, "the author survives");
     require(storedStops(left) == storedStops(right), "every stop survives");
     for (std::size_t i = 0; i < storedStops(left); ++i) {
-        require(left.stopTitle[i] == right.stopTitle[i], "stop titles survive");
-        require(left.stopURL[i] == right.stopURL[i], "stop addresses survive");
-        require(withLineEnd(left.stopNarration[i]) == right.stopNarration[i], "narrations survive");
-        require(withLineEnd(left.stopInstruction[i]) == right.stopInstruction[i], "instructions survive");
+        require(left.stops.at(i + 1).stopTitle == right.stops.at(i + 1).stopTitle, "stop titles survive");
+        require(left.stops.at(i + 1).stopURL == right.stops.at(i + 1).stopURL, "stop addresses survive");
+        require(withLineEnd(left.stops.at(i + 1).stopNarration) == right.stops.at(i + 1).stopNarration,
+                "narrations survive");
+        require(withLineEnd(left.stops.at(i + 1).stopInstruction) == right.stops.at(i + 1).stopInstruction,
+                "instructions survive");
     }
     require(left.launchURLCount == right.launchURLCount && left.launchURL == right.launchURL,
             "launching points survive");
@@ -106,8 +108,8 @@ void checkScript(std::string_view bytes) {
     const auto tour = read(bytes);
     checkRanges(*tour);
     for (std::size_t i = 0; i < storedStops(*tour); ++i) {
-        checkText(tour->stopNarration[i]);
-        checkText(tour->stopInstruction[i]);
+        checkText(tour->stops.at(i + 1).stopNarration);
+        checkText(tour->stops.at(i + 1).stopInstruction);
     }
     const bool placeholdersNeeded = hasTextLeftEmpty(*tour);
 

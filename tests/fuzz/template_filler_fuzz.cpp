@@ -160,12 +160,12 @@ std::unique_ptr<TourModel> tourOf(std::string_view text, std::int16_t stopCount)
     tour->tourAuthor = text;
     tour->stopLabel = text;
     tour->homeSiteURL = text;
-    tour->stopCount = stopCount;
+    tour->stops.setCount(stopCount);
     for (std::size_t i = 0; i < static_cast<std::size_t>(stopCount); ++i) {
-        tour->stopTitle[i] = text;
-        tour->stopURL[i] = text;
-        tour->stopNarration[i] = text;
-        tour->stopInstruction[i] = text;
+        tour->stops.at(i + 1).stopTitle = text;
+        tour->stops.at(i + 1).stopURL = text;
+        tour->stops.at(i + 1).stopNarration = text;
+        tour->stops.at(i + 1).stopInstruction = text;
     }
     return tour;
 }
@@ -178,9 +178,9 @@ void checkGenerators(const Template& source, const TourModel& tour) {
     check([&](TemplateFiller& filler) { fillIndexPage(filler, tour); });
     check([&](TemplateFiller& filler) { fillContentsPage(filler, tour); });
     check([&](TemplateFiller& filler) { fillTourGuide(filler, tour); });
-    check([&](TemplateFiller& filler) { fillPreviewTemplate(filler, tour.stopCount); });
-    if (tour.stopCount > 0)
-        check([&](TemplateFiller& filler) { fillStopPage(filler, tour, tour.stopCount); });
+    check([&](TemplateFiller& filler) { fillPreviewTemplate(filler, tour.stopCount()); });
+    if (tour.stopCount() > 0)
+        check([&](TemplateFiller& filler) { fillStopPage(filler, tour, tour.stopCount()); });
 }
 
 /// Takes the first line off the input.

@@ -35,9 +35,10 @@ using Stops = std::vector<Stop>;
 
 Stops stopsOf(const TourModel& model) {
     Stops stops;
-    for (int n = 0; n < std::min<int>(model.stopCount, tourCapacity); ++n) {
+    for (int n = 0; n < std::min<int>(model.stopCount(), tourCapacity); ++n) {
         const auto i = static_cast<std::size_t>(n);
-        stops.push_back({model.stopTitle[i], model.stopURL[i], model.stopNarration[i]});
+        stops.push_back({model.stops.at(i + 1).stopTitle, model.stops.at(i + 1).stopURL,
+                         model.stops.at(i + 1).stopNarration});
     }
     return stops;
 }

@@ -67,7 +67,7 @@ public:
         openTour(m_context);
         showNextStop(m_context);
         insertStop(m_context);
-        m_model.stopTitle.at(1) = "A new stop";
+        m_model.stops.at(2).stopTitle = "A new stop";
         makeStopPages(m_context, 2, 2);
         showNextStop(m_context);
         deleteStop(m_context);

@@ -77,15 +77,15 @@ TEST(ScriptReader, workedScriptFillsTheModel) {
     EXPECT_EQ(model.navWidth, 94);
     EXPECT_EQ(model.tourAuthor, "Ann Lee");
     EXPECT_EQ(model.tourTitle, "Plants of the Desert");
-    ASSERT_EQ(model.stopCount, 2);
-    EXPECT_EQ(model.stopTitle[0], "Cactus");
-    EXPECT_EQ(model.stopURL[0], "http://host/cactus.htm");
-    EXPECT_EQ(model.stopNarration[0], "Cacti store water.<BR>\r\nLook at the spines.\r\n");
-    EXPECT_EQ(model.stopInstruction[0], "Read the page, then go on.\r\n");
-    EXPECT_EQ(model.stopTitle[1], "Our notes");
-    EXPECT_EQ(model.stopURL[1], "notes.htm");
-    EXPECT_EQ(model.stopNarration[1], "<!--narration-->\r\n");
-    EXPECT_EQ(model.stopInstruction[1], "<!--instruction-->\r\n");
+    ASSERT_EQ(model.stopCount(), 2);
+    EXPECT_EQ(model.stops.at(1).stopTitle, "Cactus");
+    EXPECT_EQ(model.stops.at(1).stopURL, "http://host/cactus.htm");
+    EXPECT_EQ(model.stops.at(1).stopNarration, "Cacti store water.<BR>\r\nLook at the spines.\r\n");
+    EXPECT_EQ(model.stops.at(1).stopInstruction, "Read the page, then go on.\r\n");
+    EXPECT_EQ(model.stops.at(2).stopTitle, "Our notes");
+    EXPECT_EQ(model.stops.at(2).stopURL, "notes.htm");
+    EXPECT_EQ(model.stops.at(2).stopNarration, "<!--narration-->\r\n");
+    EXPECT_EQ(model.stops.at(2).stopInstruction, "<!--instruction-->\r\n");
 }
 
 TEST(ScriptReader, everyKindOfLineEndIsRead) {
@@ -93,8 +93,9 @@ TEST(ScriptReader, everyKindOfLineEndIsRead) {
         const Reading reading = read(workedScript(31, end));
         EXPECT_EQ(reading.errors, Lines{});
         EXPECT_EQ(reading.model.tourTitle, "Plants of the Desert");
-        EXPECT_EQ(reading.model.stopCount, 2);
-        EXPECT_EQ(reading.model.stopNarration[0], "Cacti store water.<BR>\r\nLook at the spines.\r\n");
+        EXPECT_EQ(reading.model.stopCount(), 2);
+        EXPECT_EQ(reading.model.stops.at(1).stopNarration,
+                  "Cacti store water.<BR>\r\nLook at the spines.\r\n");
     }
 }
 
@@ -139,36 +140,36 @@ TEST(ScriptReader, prematureEndAnywhereIsReportedWithTheCountOfAttempts) {
     for (const CutCase& cut : cases) {
         SCOPED_TRACE("cut after line " + std::to_string(cut.lines));
         TourModel before;
-        before.stopCount = -1;
+        before.stops.setCount(-1);
         const Reading reading = read(workedScript(cut.lines), before);
         EXPECT_EQ(reading.errors, cut.errors);
-        EXPECT_EQ(reading.model.stopCount, cut.stopCount);
+        EXPECT_EQ(reading.model.stopCount(), cut.stopCount);
     }
 }
 
 TEST(ScriptReader, fileThatEndsAfterAnAddressRepeatsTheAddressAsBothTexts) {
     const TourModel model = read(workedScript(15)).model;
-    EXPECT_EQ(model.stopURL[0], "http://host/cactus.htm");
-    EXPECT_EQ(model.stopNarration[0], "http://host/cactus.htm\r\n");
-    EXPECT_EQ(model.stopInstruction[0], "http://host/cactus.htm\r\n");
+    EXPECT_EQ(model.stops.at(1).stopURL, "http://host/cactus.htm");
+    EXPECT_EQ(model.stops.at(1).stopNarration, "http://host/cactus.htm\r\n");
+    EXPECT_EQ(model.stops.at(1).stopInstruction, "http://host/cactus.htm\r\n");
 }
 
 TEST(ScriptReader, fileThatEndsInANarrationRepeatsItsLastLineAsInstruction) {
     const TourModel model = read(workedScript(18)).model;
-    EXPECT_EQ(model.stopNarration[0], "Cacti store water.<BR>\r\nLook at the spines.\r\n");
-    EXPECT_EQ(model.stopInstruction[0], "Look at the spines.\r\n");
+    EXPECT_EQ(model.stops.at(1).stopNarration, "Cacti store water.<BR>\r\nLook at the spines.\r\n");
+    EXPECT_EQ(model.stops.at(1).stopInstruction, "Look at the spines.\r\n");
 }
 
 TEST(ScriptReader, textStaysEmptyWhenTheLastLineCannotBeginOne) {
     const TourModel afterEmptyLine = read(workedScript(19)).model;
-    EXPECT_EQ(afterEmptyLine.stopNarration[0], "Cacti store water.<BR>\r\nLook at the spines.\r\n");
-    EXPECT_EQ(afterEmptyLine.stopInstruction[0], "");
+    EXPECT_EQ(afterEmptyLine.stops.at(1).stopNarration, "Cacti store water.<BR>\r\nLook at the spines.\r\n");
+    EXPECT_EQ(afterEmptyLine.stops.at(1).stopInstruction, "");
 
     const Reading afterMarker = read("T\r\nS\r\na.htm\r\n<<<VoskInfo>>> Stop2\r\n");
     EXPECT_EQ(afterMarker.errors,
               (Lines{"Premature end of file in line 5", "Premature end of file in line 6"}));
-    EXPECT_EQ(afterMarker.model.stopNarration[0], "");
-    EXPECT_EQ(afterMarker.model.stopInstruction[0], "");
+    EXPECT_EQ(afterMarker.model.stops.at(1).stopNarration, "");
+    EXPECT_EQ(afterMarker.model.stops.at(1).stopInstruction, "");
 }
 
 TEST(ScriptReader, markerLinesInsideATextAreSkipped) {
@@ -176,68 +177,68 @@ TEST(ScriptReader, markerLinesInsideATextAreSkipped) {
         read("T\r\nS\r\na.htm\r\n<<<VoskInfo>>>#Author = X\r\nN1\r\n<<<VoskInfo>>> Stop7\r\nN2\r\n\r\n"
              "I1\r\n<<<VoskInfo>>>\r\nI2\r\n");
     EXPECT_EQ(reading.errors, Lines{});
-    EXPECT_EQ(reading.model.stopNarration[0], "N1\r\nN2\r\n");
-    EXPECT_EQ(reading.model.stopInstruction[0], "I1\r\nI2\r\n");
+    EXPECT_EQ(reading.model.stops.at(1).stopNarration, "N1\r\nN2\r\n");
+    EXPECT_EQ(reading.model.stops.at(1).stopInstruction, "I1\r\nI2\r\n");
     EXPECT_EQ(reading.model.tourAuthor, "");
 }
 
 TEST(ScriptReader, markerAsLastLineOfANarrationIsNoTextForTheInstruction) {
     const Reading reading = read("T\r\nS\r\na.htm\r\nN\r\n<<<VoskInfo>>> Stop2\r\n");
     EXPECT_EQ(reading.errors, Lines{"Premature end of file in line 7"});
-    EXPECT_EQ(reading.model.stopNarration[0], "N\r\n");
-    EXPECT_EQ(reading.model.stopInstruction[0], "");
+    EXPECT_EQ(reading.model.stops.at(1).stopNarration, "N\r\n");
+    EXPECT_EQ(reading.model.stops.at(1).stopInstruction, "");
 }
 
 TEST(ScriptReader, fileWithTitleOfAStopOnlyCountsThatStop) {
     const Reading reading = read("T\r\nLonely\r\n");
     EXPECT_EQ(reading.errors, Lines{});
-    ASSERT_EQ(reading.model.stopCount, 1);
-    EXPECT_EQ(reading.model.stopTitle[0], "Lonely");
-    EXPECT_EQ(reading.model.stopURL[0], "");
-    EXPECT_EQ(reading.model.stopNarration[0], "");
+    ASSERT_EQ(reading.model.stopCount(), 1);
+    EXPECT_EQ(reading.model.stops.at(1).stopTitle, "Lonely");
+    EXPECT_EQ(reading.model.stops.at(1).stopURL, "");
+    EXPECT_EQ(reading.model.stops.at(1).stopNarration, "");
 }
 
 TEST(ScriptReader, stopReplacesTheWholeRecordThatStoodThereBefore) {
     const TourModel before = read(workedScript()).model;
     const TourModel after = read("T\r\nLonely\r\n", before).model;
-    EXPECT_EQ(after.stopTitle[0], "Lonely");
-    EXPECT_EQ(after.stopURL[0], "");
-    EXPECT_EQ(after.stopNarration[0], "");
-    EXPECT_EQ(after.stopInstruction[0], "");
+    EXPECT_EQ(after.stops.at(1).stopTitle, "Lonely");
+    EXPECT_EQ(after.stops.at(1).stopURL, "");
+    EXPECT_EQ(after.stops.at(1).stopNarration, "");
+    EXPECT_EQ(after.stops.at(1).stopInstruction, "");
 }
 
 TEST(ScriptReader, lastLineNeedsNoEnd) {
     const Reading reading = read("T\nS\na.htm\nN\n\nI");
     EXPECT_EQ(reading.errors, Lines{});
-    EXPECT_EQ(reading.model.stopCount, 1);
-    EXPECT_EQ(reading.model.stopInstruction[0], "I\r\n");
+    EXPECT_EQ(reading.model.stopCount(), 1);
+    EXPECT_EQ(reading.model.stops.at(1).stopInstruction, "I\r\n");
 }
 
 TEST(ScriptReader, numberOnAStopLineIsNotRead) {
     const TourModel model = read("T\r\n<<<VoskInfo>>> Stop9\r\nA\r\na\r\nN\r\n\r\nI\r\n\r\n<<<VoskInfo>>> "
                                  "Stop1\r\nB\r\nb\r\nN\r\n\r\nI\r\n")
                                 .model;
-    ASSERT_EQ(model.stopCount, 2);
-    EXPECT_EQ(model.stopTitle[0], "A");
-    EXPECT_EQ(model.stopTitle[1], "B");
+    ASSERT_EQ(model.stopCount(), 2);
+    EXPECT_EQ(model.stops.at(1).stopTitle, "A");
+    EXPECT_EQ(model.stops.at(2).stopTitle, "B");
 }
 
 TEST(ScriptReader, stopsNeedNoMarkerLines) {
     const TourModel model =
         read("T\r\n\r\nA\r\n\r\na\r\n\r\nN\r\n\r\nI\r\n\r\nB\r\nb\r\nN\r\n\r\nI\r\n").model;
-    ASSERT_EQ(model.stopCount, 2);
-    EXPECT_EQ(model.stopURL[0], "a");
-    EXPECT_EQ(model.stopTitle[1], "B");
+    ASSERT_EQ(model.stopCount(), 2);
+    EXPECT_EQ(model.stops.at(1).stopURL, "a");
+    EXPECT_EQ(model.stops.at(2).stopTitle, "B");
 }
 
 TEST(ScriptReader, blanksAtTheEndsOfLinesAreLostAndTabsAreKept) {
     const TourModel model =
         read("  \r\n  Ti tle  \r\n  S  \r\n  a b.htm  \r\n  N1  \r\n\tN2\t\r\n   \r\n \t \r\n").model;
     EXPECT_EQ(model.tourTitle, "Ti tle");
-    EXPECT_EQ(model.stopTitle[0], "S");
-    EXPECT_EQ(model.stopURL[0], "a b.htm");
-    EXPECT_EQ(model.stopNarration[0], "N1\r\n\tN2\t\r\n");
-    EXPECT_EQ(model.stopInstruction[0], "\t\r\n");
+    EXPECT_EQ(model.stops.at(1).stopTitle, "S");
+    EXPECT_EQ(model.stops.at(1).stopURL, "a b.htm");
+    EXPECT_EQ(model.stops.at(1).stopNarration, "N1\r\n\tN2\t\r\n");
+    EXPECT_EQ(model.stops.at(1).stopInstruction, "\t\r\n");
 }
 
 TEST(ScriptReader, markerCountsBehindBlanksAndOnlyInItsOwnCase) {
@@ -291,12 +292,12 @@ TEST(ScriptReader, whatTheScriptDoesNotNameKeepsItsValue) {
 TEST(ScriptReader, fileWithoutTitleKeepsTitleAndStopsAndReportsOnce) {
     TourModel before;
     before.tourTitle = "Old";
-    before.stopCount = 3;
+    before.stops.setCount(3);
     const Reading reading = read("\r\n<<<VoskInfo>>>#AutoBuffer\r\n\r\n", before);
     EXPECT_EQ(reading.errors, Lines{"Premature end of file in line 4"});
     EXPECT_TRUE(reading.model.autoBuffer);
     EXPECT_EQ(reading.model.tourTitle, "Old");
-    EXPECT_EQ(reading.model.stopCount, 3);
+    EXPECT_EQ(reading.model.stopCount(), 3);
 }
 
 void expectThatEveryCommandWasApplied(const TourModel& model) {
@@ -547,24 +548,24 @@ TEST(ScriptReader, commandShorterThanTheMarkerIsIgnored) {
 
 TEST(ScriptReader, hundredStopsAreKept) {
     const Reading reading = read(scriptOfStops(100));
-    EXPECT_EQ(reading.model.stopCount, 100);
-    EXPECT_EQ(reading.model.stopTitle[99], "Stop 100");
-    EXPECT_EQ(reading.model.stopInstruction[99], "I100\r\n");
+    EXPECT_EQ(reading.model.stopCount(), 100);
+    EXPECT_EQ(reading.model.stops.at(100).stopTitle, "Stop 100");
+    EXPECT_EQ(reading.model.stops.at(100).stopInstruction, "I100\r\n");
     EXPECT_EQ(reading.surplus.stops, 0);
 }
 
 TEST(ScriptReader, stopsAfterThe100thAreCountedButNotStored) {
     const Reading reading = read(scriptOfStops(101));
     EXPECT_EQ(reading.errors, Lines{});
-    EXPECT_EQ(reading.model.stopCount, 101);
-    EXPECT_EQ(reading.model.stopTitle[99], "Stop 100");
+    EXPECT_EQ(reading.model.stopCount(), 101);
+    EXPECT_EQ(reading.model.stops.at(100).stopTitle, "Stop 100");
     EXPECT_EQ(reading.surplus.stops, 1);
 }
 
 TEST(ScriptReader, moreStopsThanA16BitNumberHoldsAreCountedUpToItsLargest) {
     const Reading reading = read(scriptOfStops(40000));
-    EXPECT_EQ(reading.model.stopCount, std::numeric_limits<std::int16_t>::max());
-    EXPECT_EQ(reading.model.stopTitle[99], "Stop 100");
+    EXPECT_EQ(reading.model.stopCount(), std::numeric_limits<std::int16_t>::max());
+    EXPECT_EQ(reading.model.stops.at(100).stopTitle, "Stop 100");
 }
 
 TEST(ScriptReader, textsBecomeUnicodeAndReferencesOfMissingCharactersAreTurnedBack) {
@@ -573,10 +574,10 @@ TEST(ScriptReader, textsBecomeUnicodeAndReferencesOfMissingCharactersAreTurnedBa
              "\x97&#128512;\r\n\r\n&#1046;\r\n")
             .model;
     EXPECT_EQ(model.tourTitle, "“ Café ” → &eacute; &#233; &#0231;");
-    EXPECT_EQ(model.stopTitle[0], "€ 5");
-    EXPECT_EQ(model.stopURL[0], "http://h/é?&#8594;");
-    EXPECT_EQ(model.stopNarration[0], "—😀\r\n");
-    EXPECT_EQ(model.stopInstruction[0], "Ж\r\n");
+    EXPECT_EQ(model.stops.at(1).stopTitle, "€ 5");
+    EXPECT_EQ(model.stops.at(1).stopURL, "http://h/é?&#8594;");
+    EXPECT_EQ(model.stops.at(1).stopNarration, "—😀\r\n");
+    EXPECT_EQ(model.stops.at(1).stopInstruction, "Ж\r\n");
 }
 
 TEST(ScriptReader, noBreakSpaceIsNotTrimmed) {
@@ -587,16 +588,16 @@ TEST(ScriptReader, nulBytesAreCharactersLikeOthers) {
     using namespace std::string_literals;
     const TourModel model = read("A\0B\r\nS\0\r\n\0\r\nN\0N\r\n\r\nI\r\n"s).model;
     EXPECT_EQ(model.tourTitle, "A\0B"s);
-    EXPECT_EQ(model.stopTitle[0], "S\0"s);
-    EXPECT_EQ(model.stopURL[0], "\0"s);
-    EXPECT_EQ(model.stopNarration[0], "N\0N\r\n"s);
+    EXPECT_EQ(model.stops.at(1).stopTitle, "S\0"s);
+    EXPECT_EQ(model.stops.at(1).stopURL, "\0"s);
+    EXPECT_EQ(model.stops.at(1).stopNarration, "N\0N\r\n"s);
 }
 
 TEST(ScriptReader, lineOfTenMegabytesIsKept) {
     const std::string longLine(10'000'000, 'x');
     const TourModel model = read("T\r\nS\r\na.htm\r\n" + longLine + "\r\n\r\nI\r\n").model;
-    EXPECT_EQ(model.stopNarration[0], longLine + "\r\n");
-    EXPECT_EQ(model.stopInstruction[0], "I\r\n");
+    EXPECT_EQ(model.stops.at(1).stopNarration, longLine + "\r\n");
+    EXPECT_EQ(model.stops.at(1).stopInstruction, "I\r\n");
 }
 
 TEST(ScriptReader, errorsOfTheWorkingCopysScriptAreShownOneByOne) {
@@ -631,7 +632,7 @@ TEST(ScriptReader, fileThatCannotBeReadBehavesLikeAnEmptyOneAndIsLogged) {
     for (const bool folderInItsPlace : {false, true}) {
         TestTour tour;
         tour.model.tourTitle = "Old";
-        tour.model.stopCount = 2;
+        tour.model.stops.setCount(2);
         if (folderInItsPlace)
             std::filesystem::create_directory(tour.workspace.workingFile("script.txt"));
         readScript(tour.context);
@@ -641,7 +642,7 @@ TEST(ScriptReader, fileThatCannotBeReadBehavesLikeAnEmptyOneAndIsLogged) {
             tour.log.failures[0].starts_with("cannot read " + tour.workspace.workingFile("script.txt")))
             << tour.log.failures[0];
         EXPECT_EQ(tour.model.tourTitle, "Old");
-        EXPECT_EQ(tour.model.stopCount, 2);
+        EXPECT_EQ(tour.model.stopCount(), 2);
     }
 }
 

@@ -41,33 +41,31 @@ TEST(ScriptRoundTrip, workedScriptComesBackWithTheEmptyLinesOfTextsDoubled) {
 
 TEST(ScriptRoundTrip, typedParagraphReadsBackAsAMarkedOne) {
     TourModel model;
-    model.stopCount = 1;
-    model.stopNarration[0] = "a\r\n\r\nb";
+    model.stops.setCount(1);
+    model.stops.at(1).stopNarration = "a\r\n\r\nb";
     const std::string script = composeScript(model);
-    EXPECT_EQ(model.stopNarration[0], "a<BR>\r\nb");
-    EXPECT_EQ(read(script).model.stopNarration[0], "a<BR>\r\nb\r\n");
+    EXPECT_EQ(model.stops.at(1).stopNarration, "a<BR>\r\nb");
+    EXPECT_EQ(read(script).model.stops.at(1).stopNarration, "a<BR>\r\nb\r\n");
 }
 
 TEST(ScriptRoundTrip, fullTourComesBack) {
     TourModel model;
     model.tourTitle = "Full";
-    model.stopCount = model.launchURLCount = tourCapacity;
+    model.launchURLCount = tourCapacity;
+    model.stops.setCount(tourCapacity);
     for (std::size_t i = 0; i < 100; ++i) {
         const std::string number = std::to_string(i);
-        model.stopTitle[i] = "S" + number;
-        model.stopURL[i] = "http://h/" + number;
-        model.stopNarration[i] = "N" + number + "\r\n";
-        model.stopInstruction[i] = "I" + number + "\r\n";
+        model.stops.at(i + 1).stopTitle = "S" + number;
+        model.stops.at(i + 1).stopURL = "http://h/" + number;
+        model.stops.at(i + 1).stopNarration = "N" + number + "\r\n";
+        model.stops.at(i + 1).stopInstruction = "I" + number + "\r\n";
         model.launchURL[i] = "http://l/" + number;
     }
     const Reading reading = read(composeScript(model));
     EXPECT_EQ(reading.errorLines, std::vector<int>{});
-    EXPECT_EQ(reading.model.stopCount, 100);
+    EXPECT_EQ(reading.model.stopCount(), 100);
     EXPECT_EQ(reading.model.launchURLCount, 100);
-    EXPECT_EQ(reading.model.stopTitle, model.stopTitle);
-    EXPECT_EQ(reading.model.stopURL, model.stopURL);
-    EXPECT_EQ(reading.model.stopNarration, model.stopNarration);
-    EXPECT_EQ(reading.model.stopInstruction, model.stopInstruction);
+    EXPECT_EQ(reading.model.stops, model.stops);
     EXPECT_EQ(reading.model.launchURL, model.launchURL);
 }
 
@@ -200,12 +198,15 @@ RandomTour randomTour(unsigned seed) {
     typed.launchURLCount = back.launchURLCount = static_cast<std::int16_t>(make.below(4));
     for (std::size_t i = 0; i < static_cast<std::size_t>(typed.launchURLCount); ++i)
         setText(typed.launchURL[i], back.launchURL[i], make.address());
-    typed.stopCount = back.stopCount = static_cast<std::int16_t>(make.below(6));
-    for (std::size_t i = 0; i < static_cast<std::size_t>(typed.stopCount); ++i) {
-        setText(typed.stopTitle[i], back.stopTitle[i], make.lineOr("Untitled"));
-        setText(typed.stopURL[i], back.stopURL[i], make.addressOr("NoURL"));
-        setText(typed.stopNarration[i], back.stopNarration[i], make.textOr("<!--narration-->"));
-        setText(typed.stopInstruction[i], back.stopInstruction[i], make.textOr("<!--instruction-->"));
+    typed.stops.setCount(static_cast<std::int16_t>(make.below(6)));
+    back.stops.setCount(typed.stopCount());
+    for (std::size_t i = 0; i < static_cast<std::size_t>(typed.stopCount()); ++i) {
+        setText(typed.stops.at(i + 1).stopTitle, back.stops.at(i + 1).stopTitle, make.lineOr("Untitled"));
+        setText(typed.stops.at(i + 1).stopURL, back.stops.at(i + 1).stopURL, make.addressOr("NoURL"));
+        setText(typed.stops.at(i + 1).stopNarration, back.stops.at(i + 1).stopNarration,
+                make.textOr("<!--narration-->"));
+        setText(typed.stops.at(i + 1).stopInstruction, back.stops.at(i + 1).stopInstruction,
+                make.textOr("<!--instruction-->"));
     }
     return tour;
 }
@@ -221,11 +222,7 @@ void expectSameTour(const TourModel& found, const TourModel& expected) {
     EXPECT_EQ(found.tourAuthor, expected.tourAuthor);
     EXPECT_EQ(found.launchURLCount, expected.launchURLCount);
     EXPECT_EQ(found.launchURL, expected.launchURL);
-    EXPECT_EQ(found.stopCount, expected.stopCount);
-    EXPECT_EQ(found.stopTitle, expected.stopTitle);
-    EXPECT_EQ(found.stopURL, expected.stopURL);
-    EXPECT_EQ(found.stopNarration, expected.stopNarration);
-    EXPECT_EQ(found.stopInstruction, expected.stopInstruction);
+    EXPECT_EQ(found.stops, expected.stops);
 }
 
 TEST(ScriptRoundTrip, randomToursComeBackAndAreStableFromTheSecondWritingOn) {

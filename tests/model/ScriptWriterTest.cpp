@@ -28,13 +28,13 @@ TourModel workedModel() {
     model.launchURL[0] = "http://host/start.htm";
     model.tourAuthor = "Ann Lee";
     model.tourTitle = "Plants of the Desert";
-    model.stopCount = 2;
-    model.stopTitle[0] = "Cactus";
-    model.stopURL[0] = "http://host/cactus.htm";
-    model.stopNarration[0] = "Cacti store water.<BR>\r\nLook at the spines.\r\n";
-    model.stopInstruction[0] = "Read the page, then go on.\r\n";
-    model.stopTitle[1] = "Our notes";
-    model.stopURL[1] = "notes.htm";
+    model.stops.setCount(2);
+    model.stops.at(1).stopTitle = "Cactus";
+    model.stops.at(1).stopURL = "http://host/cactus.htm";
+    model.stops.at(1).stopNarration = "Cacti store water.<BR>\r\nLook at the spines.\r\n";
+    model.stops.at(1).stopInstruction = "Read the page, then go on.\r\n";
+    model.stops.at(2).stopTitle = "Our notes";
+    model.stops.at(2).stopURL = "notes.htm";
     return model;
 }
 
@@ -42,11 +42,11 @@ TourModel workedModel() {
 TourModel oneStop() {
     TourModel model;
     model.tourTitle = "T";
-    model.stopCount = 1;
-    model.stopTitle[0] = "S";
-    model.stopURL[0] = "a.htm";
-    model.stopNarration[0] = "N";
-    model.stopInstruction[0] = "I";
+    model.stops.setCount(1);
+    model.stops.at(1).stopTitle = "S";
+    model.stops.at(1).stopURL = "a.htm";
+    model.stops.at(1).stopNarration = "N";
+    model.stops.at(1).stopInstruction = "I";
     return model;
 }
 
@@ -76,19 +76,18 @@ TEST(ScriptWriter, workedModelIsWrittenLineByLine) {
 
 TEST(ScriptWriter, placeholdersAreStoredInTheModel) {
     TourModel model;
-    model.stopCount = 1;
+    model.stops.setCount(1);
     composeScript(model);
     EXPECT_EQ(model.tourTitle, "Untitled Tour");
-    EXPECT_EQ(model.stopTitle[0], "Untitled");
-    EXPECT_EQ(model.stopURL[0], "NoURL");
-    EXPECT_EQ(model.stopNarration[0], "<!--narration-->");
-    EXPECT_EQ(model.stopInstruction[0], "<!--instruction-->");
-    EXPECT_EQ(model.stopTitle[1], "");
+    EXPECT_EQ(model.stops.at(1).stopTitle, "Untitled");
+    EXPECT_EQ(model.stops.at(1).stopURL, "NoURL");
+    EXPECT_EQ(model.stops.at(1).stopNarration, "<!--narration-->");
+    EXPECT_EQ(model.stops.at(1).stopInstruction, "<!--instruction-->");
 }
 
 TEST(ScriptWriter, placeholdersAreWritten) {
     TourModel model;
-    model.stopCount = 1;
+    model.stops.setCount(1);
     EXPECT_EQ(composeScript(model),
               crlfLines({"<<<VoskInfo>>>#BufferDelay = 10", "<<<VoskInfo>>>#SingleWindow",
                          "<<<VoskInfo>>>#NarHeight = 100", "<<<VoskInfo>>>#AdvWidth = 110",
@@ -172,7 +171,7 @@ TEST(ScriptWriter, hundredLaunchingPointsAreWritten) {
 
 TEST(ScriptWriter, hundredStopsAreWrittenOfATourThatClaimsMore) {
     TourModel model;
-    model.stopCount = 101;
+    model.stops.setCount(101);
     const std::string script = composeScript(model);
     EXPECT_TRUE(hasLine(script, "<<<VoskInfo>>> Stop100"));
     EXPECT_FALSE(hasLine(script, "<<<VoskInfo>>> Stop101"));
@@ -180,25 +179,25 @@ TEST(ScriptWriter, hundredStopsAreWrittenOfATourThatClaimsMore) {
 
 TEST(ScriptWriter, textWithALineEndOfItsOwnIsFollowedByTwoEmptyLines) {
     TourModel model = oneStop();
-    model.stopNarration[0] = "N1\r\nN2\r\n";
+    model.stops.at(1).stopNarration = "N1\r\nN2\r\n";
     EXPECT_EQ(stopsOf(composeScript(model)),
               crlfLines({"<<<VoskInfo>>> Stop1", "S", "a.htm", "", "N1", "N2", "", "", "I", ""}));
 }
 
 TEST(ScriptWriter, blankLinesInTextsBecomeParagraphsInFileAndModel) {
     TourModel model = oneStop();
-    model.stopNarration[0] = "a\r\n\r\nb";
-    model.stopInstruction[0] = "c\r\n\r\nd";
+    model.stops.at(1).stopNarration = "a\r\n\r\nb";
+    model.stops.at(1).stopInstruction = "c\r\n\r\nd";
     EXPECT_EQ(stopsOf(composeScript(model)),
               crlfLines({"<<<VoskInfo>>> Stop1", "S", "a.htm", "", "a<BR>", "b", "", "c<BR>", "d", ""}));
-    EXPECT_EQ(model.stopNarration[0], "a<BR>\r\nb");
-    EXPECT_EQ(model.stopInstruction[0], "c<BR>\r\nd");
+    EXPECT_EQ(model.stops.at(1).stopNarration, "a<BR>\r\nb");
+    EXPECT_EQ(model.stops.at(1).stopInstruction, "c<BR>\r\nd");
 }
 
 TEST(ScriptWriter, titleAndAddressAreNotMarkedUp) {
     TourModel model = oneStop();
     model.tourTitle = " spaced ";
-    model.stopTitle[0] = " <b>S</b> ";
+    model.stops.at(1).stopTitle = " <b>S</b> ";
     const std::string script = composeScript(model);
     EXPECT_TRUE(hasLine(script, " spaced "));
     EXPECT_TRUE(hasLine(script, " <b>S</b> "));
@@ -208,9 +207,9 @@ TEST(ScriptWriter, textsAreWrittenInWindows1252WithReferencesForTheRest) {
     TourModel model = oneStop();
     model.tourTitle = "“Café” →";
     model.tourAuthor = "Žofie Ж";
-    model.stopTitle[0] = "5 €";
-    model.stopNarration[0] = "😀 – &amp;";
-    model.stopInstruction[0] = "→";
+    model.stops.at(1).stopTitle = "5 €";
+    model.stops.at(1).stopNarration = "😀 – &amp;";
+    model.stops.at(1).stopInstruction = "→";
     const std::string script = composeScript(model);
     EXPECT_TRUE(hasLine(script, "\x93"
                                 "Caf\xE9\x94 &#8594;"));
@@ -223,7 +222,7 @@ TEST(ScriptWriter, textsAreWrittenInWindows1252WithReferencesForTheRest) {
 
 TEST(ScriptWriter, addressesKeepMissingCharactersPercentEncoded) {
     TourModel model = oneStop();
-    model.stopURL[0] = "http://h/é→";
+    model.stops.at(1).stopURL = "http://h/é→";
     model.launchURLCount = 1;
     model.launchURL[0] = "http://h/Ж";
     const std::string script = composeScript(model);

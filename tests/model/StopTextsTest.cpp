@@ -135,15 +135,15 @@ TEST(StopTexts, longTextWhoseParagraphsNobodyMarksHasNoBlankLine) {
 /// Puts typed texts into the first of two stops, writes the script and reads it back.
 TourModel readBack(std::string_view title, std::string_view narration, std::string_view instruction) {
     TourModel tour;
-    tour.stopCount = 2;
-    tour.stopTitle[0] = storableTitle(title);
-    tour.stopNarration[0] = storableText(narration, noNarration);
-    tour.stopInstruction[0] = storableText(instruction, noInstruction);
-    tour.stopURL[0] = "first.htm";
-    tour.stopTitle[1] = "Second";
-    tour.stopURL[1] = "second.htm";
-    tour.stopNarration[1] = "Its narration";
-    tour.stopInstruction[1] = "Its instruction";
+    tour.stops.setCount(2);
+    tour.stops.at(1).stopTitle = storableTitle(title);
+    tour.stops.at(1).stopNarration = storableText(narration, noNarration);
+    tour.stops.at(1).stopInstruction = storableText(instruction, noInstruction);
+    tour.stops.at(1).stopURL = "first.htm";
+    tour.stops.at(2).stopTitle = "Second";
+    tour.stops.at(2).stopURL = "second.htm";
+    tour.stops.at(2).stopNarration = "Its narration";
+    tour.stops.at(2).stopInstruction = "Its instruction";
     const std::string script = composeScript(tour);
     TourModel read;
     parseScript(script, read, [](int line, std::string_view error) { ADD_FAILURE() << line << error; });
@@ -165,14 +165,15 @@ TEST(StopTexts, nothingThatCanBeTypedShiftsAScript) {
         const std::string instruction = typed();
         SCOPED_TRACE(title + "|" + narration + "|" + instruction);
         const TourModel read = readBack(title, narration, instruction);
-        ASSERT_EQ(read.stopCount, 2);
-        ASSERT_EQ(read.stopURL[0], "first.htm");
-        ASSERT_EQ(read.stopTitle[1], "Second");
-        ASSERT_EQ(read.stopURL[1], "second.htm");
-        ASSERT_EQ(read.stopNarration[1], "Its narration\r\n");
-        ASSERT_EQ(read.stopInstruction[1], "Its instruction\r\n");
-        ASSERT_EQ(std::count(read.stopNarration[0].begin(), read.stopNarration[0].end(), 'x'),
-                  std::count(narration.begin(), narration.end(), 'x'));
+        ASSERT_EQ(read.stopCount(), 2);
+        ASSERT_EQ(read.stops.at(1).stopURL, "first.htm");
+        ASSERT_EQ(read.stops.at(2).stopTitle, "Second");
+        ASSERT_EQ(read.stops.at(2).stopURL, "second.htm");
+        ASSERT_EQ(read.stops.at(2).stopNarration, "Its narration\r\n");
+        ASSERT_EQ(read.stops.at(2).stopInstruction, "Its instruction\r\n");
+        ASSERT_EQ(
+            std::count(read.stops.at(1).stopNarration.begin(), read.stops.at(1).stopNarration.end(), 'x'),
+            std::count(narration.begin(), narration.end(), 'x'));
     }
 }
 

@@ -130,11 +130,11 @@ TEST_F(WorkspaceTest, initTourDefaultsLeavesWhatTheScriptSets) {
     m_tour.handOver.wizardTourTitle = "title";
     m_workspace.initTourDefaults();
     EXPECT_EQ(model.tourTitle, "Title");
-    EXPECT_EQ(model.stopCount, 1);
-    EXPECT_EQ(model.stopTitle[0], "S");
-    EXPECT_EQ(model.stopURL[0], "a.htm");
-    EXPECT_EQ(model.stopNarration[0], "N");
-    EXPECT_EQ(model.stopInstruction[0], "I");
+    EXPECT_EQ(model.stopCount(), 1);
+    EXPECT_EQ(model.stops.at(1).stopTitle, "S");
+    EXPECT_EQ(model.stops.at(1).stopURL, "a.htm");
+    EXPECT_EQ(model.stops.at(1).stopNarration, "N");
+    EXPECT_EQ(model.stops.at(1).stopInstruction, "I");
     EXPECT_TRUE(model.autoBuffer);
     EXPECT_EQ(model.bufferDelay, 33);
     EXPECT_EQ(model.stopLabel, "halt");

@@ -40,7 +40,7 @@ protected:
 
 TEST_F(Framesets, templateIsFilledRegionByRegion) {
     tour.model.tourTitle = "Plants";
-    tour.model.stopCount = 7;
+    tour.model.stops.setCount(7);
     tour.model.bufferDelay = 30;
     fillFrameset(tour.context, "out.htm", "http://home.example/");
     EXPECT_EQ(tour.working("out.htm"),

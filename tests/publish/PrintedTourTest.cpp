@@ -14,13 +14,13 @@ namespace {
 TourModel tourOf(std::int16_t stops) {
     TourModel model;
     model.tourTitle = "Rivers";
-    model.stopCount = stops;
+    model.stops.setCount(stops);
     for (std::int16_t n = 1; n <= stops; ++n) {
         const auto i = static_cast<std::size_t>(n - 1);
-        model.stopTitle.at(i) = "Stop " + std::to_string(n);
-        model.stopURL.at(i) = "page" + std::to_string(n);
-        model.stopNarration.at(i) = "Words " + std::to_string(n);
-        model.stopInstruction.at(i) = "Do " + std::to_string(n);
+        model.stops.at(i + 1).stopTitle = "Stop " + std::to_string(n);
+        model.stops.at(i + 1).stopURL = "page" + std::to_string(n);
+        model.stops.at(i + 1).stopNarration = "Words " + std::to_string(n);
+        model.stops.at(i + 1).stopInstruction = "Do " + std::to_string(n);
     }
     return model;
 }

@@ -47,7 +47,7 @@ TEST_F(ShippedTemplates, makeANewTourWithoutAComplaint) {
     tour.handOver.wizardTourTitle = "Harbour";
     finishNewTour(tour.context, tour.handOver);
     expectNoComplaint();
-    EXPECT_GT(tour.model.stopCount, 0);
+    EXPECT_GT(tour.model.stopCount(), 0);
 }
 
 TEST_F(ShippedTemplates, holdEverythingThatATourOfManyPartsNeeds) {
@@ -91,7 +91,7 @@ TEST_F(ShippedTemplates, publishTheSampleTourWithoutAComplaint) {
     open(copy);
     saveTour(tour.context);
     expectNoComplaint();
-    EXPECT_GT(tour.model.stopCount, 0);
+    EXPECT_GT(tour.model.stopCount(), 0);
 }
 
 } // namespace

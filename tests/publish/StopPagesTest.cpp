@@ -175,12 +175,12 @@ TEST_F(StopPages, labelStandsBeforeTheNumberInTheHeading) {
 TEST_F(StopPages, standardInstructionsReplaceThoseOfAllStopsWhateverTheRange) {
     tour.model.autoInstruction = true;
     addStops(3);
-    tour.model.stopInstruction[3] = "left over";
+    tour.model.stops.at(4).stopInstruction = "left over";
     makeStopPages(tour.context, 1, 1);
-    EXPECT_EQ(tour.model.stopInstruction[0], nextInstruction);
-    EXPECT_EQ(tour.model.stopInstruction[1], nextInstruction);
-    EXPECT_EQ(tour.model.stopInstruction[2], exitInstruction);
-    EXPECT_EQ(tour.model.stopInstruction[3], "left over");
+    EXPECT_EQ(tour.model.stops.at(1).stopInstruction, nextInstruction);
+    EXPECT_EQ(tour.model.stops.at(2).stopInstruction, nextInstruction);
+    EXPECT_EQ(tour.model.stops.at(3).stopInstruction, exitInstruction);
+    EXPECT_EQ(tour.model.stops.at(4).stopInstruction, "left over");
     EXPECT_THAT(linesOf("page1.htm"), Contains(nextInstruction));
     EXPECT_THAT(pagesOf(tour), ElementsAre("page1.htm"));
 }
@@ -198,29 +198,29 @@ TEST_F(StopPages, onlyStopTellsHowToLeave) {
     tour.model.autoInstruction = true;
     addStops(1);
     makeStopPages(tour.context, 1, 1);
-    EXPECT_EQ(tour.model.stopInstruction[0], exitInstruction);
+    EXPECT_EQ(tour.model.stops.at(1).stopInstruction, exitInstruction);
 }
 
 TEST_F(StopPages, standardInstructionsAreGivenEvenForAnEmptyRange) {
     tour.model.autoInstruction = true;
     addStops(2);
     makeStopPages(tour.context, 2, 1);
-    EXPECT_EQ(tour.model.stopInstruction[0], nextInstruction);
-    EXPECT_EQ(tour.model.stopInstruction[1], exitInstruction);
+    EXPECT_EQ(tour.model.stops.at(1).stopInstruction, nextInstruction);
+    EXPECT_EQ(tour.model.stops.at(2).stopInstruction, exitInstruction);
     EXPECT_THAT(pagesOf(tour), IsEmpty());
 }
 
 TEST_F(StopPages, ownInstructionsSurviveWithoutAutoInstruction) {
     tour.addStop("One", "a.htm", "Words.\r\n", "My own.\r\n");
     makeStopPages(tour.context, 1, 1);
-    EXPECT_EQ(tour.model.stopInstruction[0], "My own.\r\n");
+    EXPECT_EQ(tour.model.stops.at(1).stopInstruction, "My own.\r\n");
     EXPECT_THAT(linesOf("page1.htm"), Contains("My own."));
 }
 
 TEST_F(StopPages, tourWithoutStopsHasNoPages) {
     for (const bool autoInstruction : {false, true}) {
         tour.model.autoInstruction = autoInstruction;
-        makeStopPages(tour.context, 1, tour.model.stopCount);
+        makeStopPages(tour.context, 1, tour.model.stopCount());
         EXPECT_THAT(pagesOf(tour), IsEmpty());
         EXPECT_THAT(tour.log.failures, IsEmpty());
         EXPECT_EQ(tour.log.notes.size(), autoInstruction ? 1U : 0U);
@@ -232,7 +232,7 @@ TEST_F(StopPages, withoutALastStopToInstructNoPageIsWrittenAtAll) {
     tour.model.autoInstruction = true;
     makeStopPages(tour.context, 1, 2);
     EXPECT_THAT(pagesOf(tour), IsEmpty());
-    EXPECT_EQ(tour.model.stopInstruction[0], "");
+    EXPECT_EQ(tour.model.stops.at(1).stopInstruction, "");
 }
 
 TEST_F(StopPages, hundredStopsHaveAPageEach) {
@@ -248,7 +248,7 @@ TEST_F(StopPages, hundredStopsHaveAPageEach) {
 
 TEST_F(StopPages, stopNumberAboveAHundredEndsTheCall) {
     addStops(100);
-    tour.model.stopCount = 101;
+    tour.model.stops.setCount(101);
     makeStopPages(tour.context, 99, 101);
     EXPECT_THAT(pagesOf(tour), ElementsAre("page100.htm", "page99.htm"));
     EXPECT_THAT(tour.log.failures, ElementsAre(HasSubstr("stop 101")));
@@ -257,10 +257,10 @@ TEST_F(StopPages, stopNumberAboveAHundredEndsTheCall) {
 TEST_F(StopPages, standardInstructionsOfTooManyStopsFailBeforeAnyPage) {
     addStops(100);
     tour.model.autoInstruction = true;
-    tour.model.stopCount = 101;
+    tour.model.stops.setCount(101);
     makeStopPages(tour.context, 1, 101);
     EXPECT_THAT(pagesOf(tour), IsEmpty());
-    EXPECT_EQ(tour.model.stopInstruction[99], nextInstruction);
+    EXPECT_EQ(tour.model.stops.at(100).stopInstruction, nextInstruction);
     EXPECT_EQ(tour.log.failures.size(), 1U);
 }
 
@@ -281,7 +281,8 @@ TEST_F(StopPages, rangeIsWrittenUpToTheFirstNumberThatIsNoStop) {
                             {-1, 2, {}, 1},
                             {lowest, highest, {}, 1},
                             {highest, lowest, {}, 0},
-                            {100, highest, {"page100.htm"}, 1},
+                            {100, highest, {}, 1},
+                            {3, 5, {"page3.htm"}, 1},
                             {101, 101, {}, 1},
                             {highest, highest, {}, 1}};
     addStops(3);

@@ -74,7 +74,7 @@ TEST_F(TourCommands, templateTourFillsTheWorkingCopyAndTheModel) {
     EXPECT_FALSE(test::exists(tour.workspace.workingFile("page7.htm")));
     EXPECT_TRUE(test::exists(tour.workspace.workingFile("style.css")));
     EXPECT_EQ(tour.model.tourTitle, "Tour of the Templates");
-    EXPECT_EQ(tour.model.stopCount, 1);
+    EXPECT_EQ(tour.model.stopCount(), 1);
     EXPECT_EQ(tour.model.bufferDelay, 20);
     EXPECT_EQ(tour.model.currentStop, 0);
     EXPECT_FALSE(tour.model.tourChanged);
@@ -122,7 +122,7 @@ TEST_F(OpenTour, beginsAtTheOpeningPageWithoutChanges) {
     EXPECT_EQ(tour.model.currentStop, 0);
     EXPECT_FALSE(tour.model.tourChanged);
     EXPECT_EQ(tour.model.tourTitle, "Harbour");
-    EXPECT_EQ(tour.model.stopCount, 2);
+    EXPECT_EQ(tour.model.stopCount(), 2);
 }
 
 TEST_F(OpenTour, generatesEveryPageButTheFramesetsOfTheSavedTour) {
@@ -180,7 +180,7 @@ TEST_F(OpenTour, errorsInTheScriptAreShownWithTheirLines) {
 TEST_F(OpenTour, tourWithoutStopsHasAnEmptyContentsPage) {
     writeTourFile("script.txt", "Harbour\r\n");
     openTour(tour.context);
-    EXPECT_EQ(tour.model.stopCount, 0);
+    EXPECT_EQ(tour.model.stopCount(), 0);
     EXPECT_FALSE(test::exists(tour.workspace.workingFile("page1.htm")));
     EXPECT_THAT(tour.workingLines("toc.htm"), Not(Contains(HasSubstr("page"))));
     EXPECT_THAT(tour.log.failures, IsEmpty());
@@ -258,7 +258,7 @@ protected:
 TEST_F(NewTour, hasTheTemplatesStopsUnderTheTypedTitle) {
     finishNewTour(tour.context, tour.handOver);
     EXPECT_EQ(tour.model.tourTitle, "My Harbour");
-    EXPECT_EQ(tour.model.stopCount, 1);
+    EXPECT_EQ(tour.model.stopCount(), 1);
     EXPECT_THAT(savedLines("script.txt"), Contains("My Harbour"));
     EXPECT_THAT(savedLines("script.txt"), Contains("Stop of the templates"));
     for (const std::string_view name : {"playtour.htm", "openhelp.htm", "index.htm", "toc.htm", "tguide.htm"})

@@ -131,7 +131,6 @@ TEST_F(ContentsPage, linksToEachStop) {
 }
 
 TEST_F(ContentsPage, withoutStopsEndsBehindTheTitle) {
-    tour.model.stopTitle[0] = "left over";
     makeContentsPage(tour.context);
     EXPECT_THAT(linesOf("toc.htm"),
                 ElementsAre("<h5><font>", "<!--variable here", "Plants</font></h5>", "</body>", "</html>"));
@@ -147,7 +146,7 @@ TEST_F(ContentsPage, listsAHundredStops) {
 }
 
 TEST_F(ContentsPage, stopsAtTheHundredAndFirstStop) {
-    tour.model.stopCount = 101;
+    tour.model.stops.setCount(101);
     makeContentsPage(tour.context);
     EXPECT_EQ(linesOf("toc.htm").back(), "<a href=\"page100.htm\">Stop 100&#151;</a><BR>");
     EXPECT_EQ(tour.log.failures.size(), 1U);
@@ -211,7 +210,6 @@ TEST_F(TourGuide, holdsTitleNarrationAndAddressOfEachStopAndNoInstruction) {
 }
 
 TEST_F(TourGuide, withoutStopsHasNoEntries) {
-    tour.model.stopTitle[0] = "left over";
     makeTourGuide(tour.context);
     EXPECT_THAT(linesOf("tguide.htm"),
                 ElementsAre("<html>", "<!--variable one",
@@ -220,8 +218,8 @@ TEST_F(TourGuide, withoutStopsHasNoEntries) {
 }
 
 TEST_F(TourGuide, stopsAtTheHundredAndFirstStop) {
-    tour.model.stopCount = 101;
-    tour.model.stopTitle[99] = "last";
+    tour.model.stops.setCount(101);
+    tour.model.stops.at(100).stopTitle = "last";
     makeTourGuide(tour.context);
     EXPECT_THAT(linesOf("tguide.htm"),
                 Contains("<P><B><FONT COLOR=\"#CC0000\"><FONT SIZE=+1>Stop-100: last</FONT></FONT></B></P>"));

@@ -69,11 +69,12 @@ TEST_F(RecoveryKeeperTest, tourThatIsAsItWasSavedIsNotKept) {
 TEST_F(RecoveryKeeperTest, everyKindOfChangeIsKept) {
     const std::vector<std::function<void(test::TestTour&)>> changes = {
         [](auto& tour) { tour.model.tourTitle += "!"; },
-        [](auto& tour) { tour.model.stopCount = 2; },
+        [](auto& tour) { tour.model.stops.setCount(2); },
         [](auto& tour) {
-            std::swap(tour.model.stopURL[0], tour.model.stopURL[1]), tour.model.stopURL[0] += "x";
+            std::swap(tour.model.stops.at(1).stopURL, tour.model.stops.at(2).stopURL),
+                tour.model.stops.at(1).stopURL += "x";
         },
-        [](auto& tour) { tour.model.stopNarration[2] += "more"; },
+        [](auto& tour) { tour.model.stops.at(3).stopNarration += "more"; },
         [](auto& tour) { tour.model.navWidth = 1; },
         [](auto& tour) { tour.writeWorking("own.htm", "<p>changed</p>"); },
         [](auto& tour) { tour.writeWorking("picture.png", "png"); },
@@ -129,8 +130,8 @@ TEST_F(RecoveryKeeperTest, recoveryBringsEverythingBack) {
         Program program(state);
         program.openTour(folder);
         TourModel& model = program.tour.model;
-        model.stopTitle[1] = "The second";
-        model.stopNarration[1] = "New words.\r\n";
+        model.stops.at(2).stopTitle = "The second";
+        model.stops.at(2).stopNarration = "New words.\r\n";
         model.tourAuthor = "Ann";
         model.currentStop = 2;
         program.tour.writeWorking("picture.png", "png");
@@ -146,7 +147,7 @@ TEST_F(RecoveryKeeperTest, recoveryBringsEverythingBack) {
     EXPECT_TRUE(model.editingMode);
     EXPECT_EQ(model.tourTitle, "Rivers");
     EXPECT_EQ(model.tourAuthor, "Ann");
-    EXPECT_EQ(model.stopCount, 3);
+    EXPECT_EQ(model.stopCount(), 3);
     EXPECT_EQ(model.currentStop, 2);
     EXPECT_EQ(next.tour.working("own.htm"), "<p>own</p>");
     EXPECT_EQ(next.tour.working("picture.png"), "png");

@@ -122,7 +122,7 @@ std::string damageOf(const std::string& folder) {
     TourModel model;
     int errors = 0;
     parseScript(script, model, [&](int, std::string_view) { ++errors; });
-    if (errors > 0 || model.stopCount < 1 || model.tourTitle.empty())
+    if (errors > 0 || model.stopCount() < 1 || model.tourTitle.empty())
         return "the script is damaged";
     for (const std::string name : {"playtour.htm", "framever.htm", "fv1.htm"}) {
         if (!exists(folder + "/" + name))

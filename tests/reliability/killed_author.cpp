@@ -59,11 +59,11 @@ private:
         switch (pick(12)) {
         case 0:
         case 1:
-            if (model.stopCount < 20)
+            if (model.stopCount() < 20)
                 m_window.insertStop();
             return false;
         case 2:
-            if (model.currentStop > 0 && model.stopCount > 1)
+            if (model.currentStop > 0 && model.stopCount() > 1)
                 m_window.deleteStop();
             return false;
         case 3:

@@ -138,7 +138,7 @@ private:
     void takeBusyMainWindow() {
         QTcpServer silent; // Takes connections and never answers.
         silent.listen(QHostAddress::LocalHost);
-        std::string& address = m_program.model.stopURL.at(1);
+        std::string& address = m_program.model.stops.at(2).stopURL;
         const std::string former = address;
         address = "http://127.0.0.1:" + std::to_string(silent.serverPort()) + "/";
         makeStopPages(m_program.tour, 2, 2);
@@ -291,7 +291,7 @@ private:
         m_program.model.autoInstruction = false;
         showStop(3);
         waitUntilLoaded();
-        m_program.model.stopNarration[2] +=
+        m_program.model.stops.at(3).stopNarration +=
             "A word that is spelt wrng, an entity &eacute; and <!-- a comment -->.\r\n";
         m_window.editNarrationFrame();
         auto& editor = *m_window.findChild<frmNarEdit*>();

@@ -67,11 +67,8 @@ std::vector<std::string> TestTour::workingLines(std::string_view name) const {
 
 void TestTour::addStop(std::string_view title, std::string_view address, std::string_view narration,
                        std::string_view instruction) {
-    const auto i = static_cast<std::size_t>(model.stopCount++);
-    model.stopTitle.at(i) = title;
-    model.stopURL.at(i) = address;
-    model.stopNarration.at(i) = narration;
-    model.stopInstruction.at(i) = instruction;
+    model.stops.insert(model.stops.held() + 1, {std::string(title), std::string(address),
+                                                std::string(narration), std::string(instruction)});
 }
 
 void TestTour::useTemplates(const std::string& folder) {

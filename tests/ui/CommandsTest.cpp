@@ -43,8 +43,8 @@ struct Program {
 
     QString order() const {
         QString titles;
-        for (std::int16_t i = 0; i < parts.model.stopCount; ++i)
-            titles += toQString(parts.model.stopTitle.at(static_cast<std::size_t>(i))).right(1);
+        for (std::int16_t i = 0; i < parts.model.stopCount(); ++i)
+            titles += toQString(parts.model.stops.at(i + 1).stopTitle).right(1);
         return titles + QLatin1Char('@') + QString::number(parts.model.currentStop);
     }
 
@@ -106,7 +106,7 @@ void editsNarration(Program& program, const Give& give) {
     const auto* const editor = program.window.findChild<frmNarEdit*>();
     QVERIFY(editor != nullptr && editor->isVisible());
     QCOMPARE(editor->findChild<QLineEdit*>("txtStopTitle")->text(),
-             toQString(program.parts.model.stopTitle[1]));
+             toQString(program.parts.model.stops.at(2).stopTitle));
 }
 
 struct Command {

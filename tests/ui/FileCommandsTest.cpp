@@ -257,7 +257,7 @@ private slots:
             press(dialog, "btnOK");
         });
         window.load();
-        QCOMPARE(program.model.stopCount, std::int16_t{3});
+        QCOMPARE(program.model.stopCount(), std::int16_t{3});
     }
 
     void anExistingTourIsOpenedByTheKeyboardAlone() {
@@ -279,7 +279,7 @@ private slots:
             QTest::keyClick(tree, Qt::Key_Return);
         });
         window.load();
-        QCOMPARE(program.model.stopCount, std::int16_t{3});
+        QCOMPARE(program.model.stopCount(), std::int16_t{3});
     }
 
     void newFromTheMenuBeginsWithTheSecondPageWithoutPrevious() {
@@ -323,7 +323,7 @@ private slots:
         window.newTour();
         QVERIFY(!QFile::exists(program.working("page2.htm")));
         QCOMPARE(program.model.tourTitle, std::string("Test tour"));
-        QCOMPARE(program.model.stopCount, std::int16_t{2});
+        QCOMPARE(program.model.stopCount(), std::int16_t{2});
     }
 
     // Open
@@ -356,7 +356,7 @@ private slots:
         window.openTour();
         QVERIFY(!program.model.tourChanged);
         QCOMPARE(program.model.narHeight, std::int16_t{100});
-        QCOMPARE(program.model.stopCount, std::int16_t{2});
+        QCOMPARE(program.model.stopCount(), std::int16_t{2});
         QVERIFY(!program.handOver.openFolderChosen);
         QCOMPARE(program.workspace.tourPath, toUtf8(program.path("MyTours/walk")));
     }

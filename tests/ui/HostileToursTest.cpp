@@ -1057,7 +1057,7 @@ private slots:
             if (address == QLatin1String("Back")) {
                 open.click("Back");
             } else if (address.startsWith(QLatin1String("stop "))) {
-                open.program.model.stopURL[1] = toUtf8(address.mid(5));
+                open.program.model.stops.at(2).stopURL = toUtf8(address.mid(5));
                 open.window.runToolBarCommand("EdBro");
             } else {
                 QLineEdit& field = *open.address().lineEdit();
@@ -1094,7 +1094,7 @@ private slots:
         for (const char* command : {"EdNar", "EdBro", "Forward", "Back", "Prev", "Next", "Insert", "Delete"})
             tour.window.runToolBarCommand(QLatin1String(command));
         QVERIFY(tour.program.model.currentStop >= 0);
-        QVERIFY(tour.program.model.currentStop <= tour.program.model.stopCount);
+        QVERIFY(tour.program.model.currentStop <= tour.program.model.stopCount());
     }
 
     /// Stands at the end, and counts all that came before.

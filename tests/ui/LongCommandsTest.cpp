@@ -192,7 +192,7 @@ private:
         });
         m_program->model.tourChanged = false;
         m_window->openTour();
-        QCOMPARE(m_program->model.stopCount, std::int16_t(stops));
+        QCOMPARE(m_program->model.stopCount(), std::int16_t(stops));
     }
 
     BrowserView& browser() const { return *m_window->findChild<BrowserView*>(QStringLiteral("broMain")); }

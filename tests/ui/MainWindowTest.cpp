@@ -160,7 +160,7 @@ private slots:
         QVERIFY(!program.model.tourChanged);
         QCOMPARE(program.model.currentStop, std::int16_t{0});
         QCOMPARE(program.filesOf("NewTour"), program.filesOf("Template"));
-        QVERIFY(program.model.stopCount > 0);
+        QVERIFY(program.model.stopCount() > 0);
         QCOMPARE(test::dialogsExpected(), 0);
     }
 

@@ -51,7 +51,7 @@ public:
         window.show();
         program.model.autoInstruction = autoInstruction;
         program.model.currentStop = 2;
-        program.model.stopInstruction[1] = "Look at stop 2.";
+        program.model.stops.at(2).stopInstruction = "Look at stop 2.";
         edit();
     }
 
@@ -281,8 +281,8 @@ private slots:
             open.click("btnCancel");
         }
         QVERIFY(!open.editor().isVisible());
-        QCOMPARE(open.program.model.stopTitle[1], std::string("Stop 2"));
-        QCOMPARE(open.program.model.stopNarration[1], std::string("Words of stop 2.\r\n"));
+        QCOMPARE(open.program.model.stops.at(2).stopTitle, std::string("Stop 2"));
+        QCOMPARE(open.program.model.stops.at(2).stopNarration, std::string("Words of stop 2.\r\n"));
         QVERIFY(!open.program.model.tourChanged);
     }
 
@@ -630,9 +630,9 @@ private slots:
         const TourModel& model = open.program.model;
         QVERIFY(!open.editor().isVisible());
         QVERIFY(model.tourChanged);
-        QCOMPARE(model.stopTitle[1], std::string("Cactus"));
-        QCOMPARE(model.stopNarration[1], std::string("Line 1\r\nLine 2"));
-        QCOMPARE(model.stopInstruction[1], std::string("Go\r\non"));
+        QCOMPARE(model.stops.at(2).stopTitle, std::string("Cactus"));
+        QCOMPARE(model.stops.at(2).stopNarration, std::string("Line 1\r\nLine 2"));
+        QCOMPARE(model.stops.at(2).stopInstruction, std::string("Go\r\non"));
         QVERIFY(open.page(2).find("Line 1\r\nLine 2\r\n<br><br>\r\nGo\r\non\r\n") != std::string::npos);
         for (const char* list : {"toc.htm", "tguide.htm"})
             QVERIFY2(test::readFile(toUtf8(open.program.working(list))).find("Cactus") != std::string::npos,
@@ -653,21 +653,21 @@ private slots:
         open.title().setText("Moved");
         open.program.model.currentStop = 3;
         open.click("btnOK");
-        QCOMPARE(open.program.model.stopTitle[1], std::string("Stop 2"));
-        QCOMPARE(open.program.model.stopTitle[2], std::string("Moved"));
+        QCOMPARE(open.program.model.stops.at(2).stopTitle, std::string("Stop 2"));
+        QCOMPARE(open.program.model.stops.at(3).stopTitle, std::string("Moved"));
         QVERIFY(open.page(3).find("Moved") != std::string::npos);
     }
 
     void applyOnTheOpeningPageStoresNothingButMarksTheTourAsChanged() {
         OpenEditor open;
-        const TourTexts before = open.program.model.stopTitle;
+        const StopList before = open.program.model.stops;
         const std::string page = open.page(2);
         open.title().setText("Other");
         open.program.model.currentStop = 0;
         open.click("btnOK");
         QVERIFY(open.program.model.tourChanged);
         QVERIFY(!open.editor().isVisible());
-        QVERIFY(open.program.model.stopTitle == before);
+        QVERIFY(open.program.model.stops == before);
         QCOMPARE(open.page(2), page);
         QVERIFY(!QFile::exists(open.program.working("tmpframe.htm")));
     }
@@ -684,8 +684,8 @@ private slots:
         open.text().setPlainText(typed);
         open.instruction().setPlainText(typed);
         open.click("btnOK");
-        QCOMPARE(open.program.model.stopNarration[1], std::string("<!--narration-->"));
-        QCOMPARE(open.program.model.stopInstruction[1], std::string("<!--instruction-->"));
+        QCOMPARE(open.program.model.stops.at(2).stopNarration, std::string("<!--narration-->"));
+        QCOMPARE(open.program.model.stops.at(2).stopInstruction, std::string("<!--instruction-->"));
         QCOMPARE(open.text().toPlainText(), QString("<!--narration-->"));
         QCOMPARE(open.instruction().toPlainText(), QString("<!--instruction-->"));
     }
@@ -693,10 +693,10 @@ private slots:
     void automaticInstructionIsStoredWhateverTheFieldShows() {
         OpenEditor open(true);
         // The generator replaces the instructions of all stops that the tour counts.
-        open.program.model.stopCount = 1;
+        open.program.model.stops.setCount(1);
         open.instruction().setPlainText("Own words");
         open.click("btnOK");
-        QCOMPARE(open.program.model.stopInstruction[1], std::string("AUTO"));
+        QCOMPARE(open.program.model.stops.at(2).stopInstruction, std::string("AUTO"));
     }
 
     void pageOfAStopWithAutomaticInstructionsShowsThem() {
@@ -709,17 +709,17 @@ private slots:
     void textsThatNobodyChangedStayAsTheyAre() {
         OpenEditor open;
         const std::string text = "a\u00a0b \r\n<B>\u2192</B> 😀\r\n\r\nc\r\n";
-        open.program.model.stopNarration[1] = text;
-        open.program.model.stopTitle[1] = " T  x ";
+        open.program.model.stops.at(2).stopNarration = text;
+        open.program.model.stops.at(2).stopTitle = " T  x ";
         open.window.editNarrationFrame();
         open.click("btnOK");
-        QCOMPARE(open.program.model.stopNarration[1], text);
-        QCOMPARE(open.program.model.stopTitle[1], std::string(" T  x "));
+        QCOMPARE(open.program.model.stops.at(2).stopNarration, text);
+        QCOMPARE(open.program.model.stops.at(2).stopTitle, std::string(" T  x "));
     }
 
     void textOfTheLongestThatCanBeEditedIsEdited() {
         OpenEditor open;
-        open.program.model.stopNarration[1] = std::string(HtmlField::longestEdited, 'n');
+        open.program.model.stops.at(2).stopNarration = std::string(HtmlField::longestEdited, 'n');
         open.edit();
         QVERIFY(!open.text().isReadOnly());
         QVERIFY(open.button("btnBold").isEnabled());
@@ -729,7 +729,7 @@ private slots:
     void textThatIsTooLongIsShownInPartAndStaysWhole() {
         OpenEditor open;
         const std::string tooLong = repeatedLine(HtmlField::longestEdited);
-        open.program.model.stopNarration[1] = tooLong;
+        open.program.model.stops.at(2).stopNarration = tooLong;
         open.edit();
         QVERIFY(open.text().isReadOnly());
         QVERIFY(!open.button("btnBold").isEnabled());
@@ -741,8 +741,8 @@ private slots:
         QVERIFY(!open.editor().unappliedTexts());
         open.title().setText("Another title");
         open.click("btnOK");
-        QCOMPARE(open.program.model.stopTitle[1], std::string("Another title"));
-        QVERIFY(open.program.model.stopNarration[1] == tooLong);
+        QCOMPARE(open.program.model.stops.at(2).stopTitle, std::string("Another title"));
+        QVERIFY(open.program.model.stops.at(2).stopNarration == tooLong);
 
         open.program.model.currentStop = 3;
         open.edit();
@@ -750,32 +750,32 @@ private slots:
         QVERIFY(open.button("btnBold").isEnabled());
         QVERIFY(!open.text().document()->isUndoAvailable());
         open.click("btnOK");
-        QVERIFY(open.program.model.stopNarration[2].size() < 1000);
+        QVERIFY(open.program.model.stops.at(3).stopNarration.size() < 1000);
     }
 
     void instructionThatIsTooLongStaysWhole() {
         OpenEditor open;
         const std::string tooLong = repeatedLine(HtmlField::longestEdited);
-        open.program.model.stopInstruction[1] = tooLong;
+        open.program.model.stops.at(2).stopInstruction = tooLong;
         open.edit();
         QVERIFY(open.instruction().isReadOnly());
         QVERIFY(open.button("btnBold").isEnabled());
         open.click("btnOK");
-        QVERIFY(open.program.model.stopInstruction[1] == tooLong);
+        QVERIFY(open.program.model.stops.at(2).stopInstruction == tooLong);
     }
 
     void titleThatIsTooLongStaysWholeUntilItIsChanged() {
         OpenEditor open;
         const std::string tooLong(static_cast<std::size_t>(open.title().maxLength()) + 1, 't');
-        open.program.model.stopTitle[1] = tooLong;
+        open.program.model.stops.at(2).stopTitle = tooLong;
         open.edit();
         open.click("btnOK");
-        QVERIFY(open.program.model.stopTitle[1] == tooLong);
+        QVERIFY(open.program.model.stops.at(2).stopTitle == tooLong);
         open.edit();
         open.title().selectAll();
         QTest::keyClicks(&open.title(), "Short");
         open.click("btnOK");
-        QCOMPARE(open.program.model.stopTitle[1], std::string("Short"));
+        QCOMPARE(open.program.model.stops.at(2).stopTitle, std::string("Short"));
     }
 
     void titleIsOneLineWhateverIsPasted() {
@@ -784,7 +784,7 @@ private slots:
         open.title().selectAll();
         open.title().paste();
         open.click("btnOK");
-        QCOMPARE(open.program.model.stopTitle[1], std::string("two lines"));
+        QCOMPARE(open.program.model.stops.at(2).stopTitle, std::string("two lines"));
     }
 
     void textsThatWouldShiftTheScriptAreStoredHarmless() {
@@ -792,14 +792,14 @@ private slots:
         open.title().setText("<<<VoskInfo>>> Stop7");
         open.text().setPlainText("a\n\n\nb");
         open.click("btnOK");
-        QCOMPARE(open.program.model.stopTitle[1], std::string("&lt;<<VoskInfo>>> Stop7"));
-        QCOMPARE(open.program.model.stopNarration[1], std::string("a<BR>\r\n<BR>\r\nb\r\n"));
+        QCOMPARE(open.program.model.stops.at(2).stopTitle, std::string("&lt;<<VoskInfo>>> Stop7"));
+        QCOMPARE(open.program.model.stops.at(2).stopNarration, std::string("a<BR>\r\n<BR>\r\nb\r\n"));
         open.window.save();
         TourModel read;
         parseScript(test::readFile(toUtf8(open.program.path("MyTours/walk/script.txt"))), read,
                     [](int, std::string_view error) { QFAIL(std::string(error).c_str()); });
-        QCOMPARE(read.stopCount, std::int16_t{3});
-        QCOMPARE(read.stopTitle[2], std::string("Stop 3"));
+        QCOMPARE(read.stopCount(), std::int16_t{3});
+        QCOMPARE(read.stops.at(3).stopTitle, std::string("Stop 3"));
     }
 
     void returnInTheTitleAndCtrlReturnInATextApply() {
@@ -808,7 +808,7 @@ private slots:
         open.title().setText("By Return");
         open.title().setFocus();
         QTest::keyClick(open.editor().windowHandle(), Qt::Key_Return);
-        QCOMPARE(open.program.model.stopTitle[1], std::string("By Return"));
+        QCOMPARE(open.program.model.stops.at(2).stopTitle, std::string("By Return"));
         open.edit();
         QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
         open.fill("ab", 1, 0);
@@ -816,7 +816,7 @@ private slots:
         QTest::keyClick(open.editor().windowHandle(), Qt::Key_Return);
         QCOMPARE(open.text().toPlainText(), QString("a\nb"));
         QTest::keyClick(open.editor().windowHandle(), Qt::Key_Return, Qt::ControlModifier);
-        QCOMPARE(open.program.model.stopNarration[1], std::string("a\r\nb"));
+        QCOMPARE(open.program.model.stops.at(2).stopNarration, std::string("a\r\nb"));
     }
 
     // Colours and spelling
@@ -986,14 +986,14 @@ private slots:
         QCOMPARE(open.text().toPlainText(), QString::fromUtf8("My <B>w\u00f6rds</B> 😀"));
         QVERIFY(open.text().textCursor().atEnd());
         QCOMPARE(open.page(2), page);
-        QCOMPARE(open.program.model.stopTitle[1], std::string("Stop 2"));
+        QCOMPARE(open.program.model.stops.at(2).stopTitle, std::string("Stop 2"));
         QVERIFY(!open.program.model.tourChanged);
     }
 
     void previewShowsAutomaticInstructions() {
         OpenEditor open(true);
         QTRY_VERIFY_WITH_TIMEOUT(shownText(open.preview()).contains("Click the Next button"), patience);
-        QCOMPARE(open.program.model.stopInstruction[1], std::string("Look at stop 2."));
+        QCOMPARE(open.program.model.stops.at(2).stopInstruction, std::string("Look at stop 2."));
     }
 
     void previewLeavesTheFocusWhereItIs() {

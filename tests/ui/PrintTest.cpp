@@ -58,13 +58,13 @@ public:
     explicit Print(std::int16_t stops) {
         TourModel& model = program.model;
         model.tourTitle = "Rivers";
-        model.stopCount = stops;
+        model.stops.setCount(stops);
         for (std::int16_t n = 1; n <= stops; ++n) {
             const auto i = static_cast<std::size_t>(n - 1);
-            model.stopTitle.at(i) = "Title" + std::to_string(n);
-            model.stopURL.at(i) = "http://host/" + std::to_string(n);
-            model.stopNarration.at(i) = "Words <b>about</b> " + std::to_string(n);
-            model.stopInstruction.at(i) = "Do it.";
+            model.stops.at(i + 1).stopTitle = "Title" + std::to_string(n);
+            model.stops.at(i + 1).stopURL = "http://host/" + std::to_string(n);
+            model.stops.at(i + 1).stopNarration = "Words <b>about</b> " + std::to_string(n);
+            model.stops.at(i + 1).stopInstruction = "Do it.";
         }
         QDir(documents()).removeRecursively();
     }
@@ -248,7 +248,7 @@ private slots:
         std::string words;
         for (int n = 1; n <= 2000; ++n)
             words += "word" + std::to_string(n) + (n % 50 == 0 ? "<br>\r\n" : " ");
-        print.program.model.stopNarration[0] = words;
+        print.program.model.stops.at(1).stopNarration = words;
         const QString page = print.pages().first();
         QVERIFY(page.contains("word50"));
         QVERIFY(!page.contains("word2000"));
@@ -269,7 +269,7 @@ private slots:
 
     void otherLettersArePrinted() {
         Print print(1);
-        print.program.model.stopTitle[0] =
+        print.program.model.stops.at(1).stopTitle =
             "\xCE\xA0\xCE\xBF\xCF\x84\xCE\xB1\xCE\xBC\xCF\x8C\xCF\x82 \xC3\xA4";
         QVERIFY(print.pages().first().contains(QString::fromUtf8("Ποταμός ä")));
     }

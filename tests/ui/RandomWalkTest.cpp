@@ -198,7 +198,7 @@ private:
         ++list.current;
         // Gives the new stop a name of its own, as the author would next.
         const std::int16_t stop = program.model.currentStop;
-        program.model.stopTitle.at(static_cast<std::size_t>(stop - 1)) = toUtf8(title);
+        program.model.stops.at(stop).stopTitle = toUtf8(title);
         makeStopPages(program.tour, stop, stop);
         return "insert";
     }
@@ -230,8 +230,8 @@ private:
 
     static void checkModel(const PlainList& list, const UiFixture& program, const QString& where) {
         QStringList titles;
-        for (std::size_t i = 0; i < static_cast<std::size_t>(program.model.stopCount); ++i)
-            titles.append(toQString(program.model.stopTitle.at(i)));
+        for (std::size_t i = 0; i < static_cast<std::size_t>(program.model.stopCount()); ++i)
+            titles.append(toQString(program.model.stops.at(i + 1).stopTitle));
         QVERIFY2(titles == list.titles, qPrintable(where));
     }
 

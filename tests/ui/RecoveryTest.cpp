@@ -72,7 +72,7 @@ private slots:
         run.window().insertStop();
         QVERIFY(waitUntil([&] { return !leftBy(program).empty(); }));
         QVERIFY2(time.elapsed() < mostLost, qPrintable(QString::number(time.elapsed())));
-        QCOMPARE(leftBy(program).front().record.model.stopCount, std::int16_t(4));
+        QCOMPARE(leftBy(program).front().record.model.stopCount(), std::int16_t(4));
     }
 
     void typedTextIsKeptWithinTwoSecondsAndComesBackInTheEditor() {
@@ -104,7 +104,7 @@ private slots:
         QVERIFY(waitUntil([&] { return editor.isVisible(); }));
         QVERIFY(editor.findChild<HtmlField*>("txtText")->shownText().contains("half a sen"));
         QVERIFY(editor.findChild<QLineEdit*>("txtStopTitle")->text().contains('!'));
-        QCOMPARE(program.model.stopNarration[1], std::string("Words of stop 2.\r\n"));
+        QCOMPARE(program.model.stops.at(2).stopNarration, std::string("Words of stop 2.\r\n"));
         QVERIFY(waitUntil([&] { return program.model.currentStop == 2; }));
         QVERIFY(leftBy(program).size() == 1); // It is kept until it is applied and saved.
         QVERIFY(leftBy(program)[0].record.unapplied.has_value());
@@ -131,7 +131,7 @@ private slots:
             press(dialog, "btnRecover");
         });
         Run next(program); // No wizard comes: the test would wait for it for ever.
-        QCOMPARE(program.model.stopCount, std::int16_t(4));
+        QCOMPARE(program.model.stopCount(), std::int16_t(4));
         QVERIFY(program.model.tourChanged);
         QCOMPARE(toQString(program.workspace.tourPath), tour);
         QCOMPARE(test::readFile(toUtf8(program.working("own page.htm"))), std::string("own"));
@@ -195,7 +195,7 @@ private slots:
                     press(dialog, "btnNotNow");
             });
             Run next(program, tour); // A tour named on the command line comes after that.
-            QCOMPARE(program.model.stopCount, std::int16_t(3));
+            QCOMPARE(program.model.stopCount(), std::int16_t(3));
             QCOMPARE(leftBy(program).size(), std::size_t(1));
         }
     }
@@ -206,7 +206,7 @@ private slots:
             RecoveryStore store(program.scratch / "state/recovery", program.log);
             RecoveryRecord record;
             record.time = stops;
-            record.model.stopCount = static_cast<std::int16_t>(stops);
+            record.model.stops.setCount(static_cast<std::int16_t>(stops));
             QVERIFY(store.keep(record, program.scratch / "NewTour"));
         }
         QStringList offered;
@@ -218,7 +218,7 @@ private slots:
         }
         Run next(program);
         QCOMPARE(offered, (QStringList{"5", "2"}));
-        QCOMPARE(program.model.stopCount, std::int16_t(2));
+        QCOMPARE(program.model.stopCount(), std::int16_t(2));
     }
 
     void quitLeavesNothingToRecover() {

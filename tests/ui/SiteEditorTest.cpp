@@ -78,7 +78,7 @@ private slots:
         SiteEditor open;
         open.editor().close();
         QVERIFY(waitUntil([&] { return !open.isOpen(); }));
-        open.program.model.stopURL[1] = toUtf8(open.served("/plain.htm"));
+        open.program.model.stops.at(2).stopURL = toUtf8(open.served("/plain.htm"));
         open.edit();
         QVERIFY(open.shows("/plain.htm"));
         QCOMPARE(open.address().currentText(), open.served("/plain.htm"));
@@ -87,7 +87,7 @@ private slots:
     void opensLocalPagesByTheNameThatLinksHave() {
         SiteEditor open;
         open.write(QString::fromUtf8("my pägé.htm"), "<title>Mine</title>mine");
-        open.program.model.stopURL[1] = "my%20p%c3%a4g%c3%a9.htm";
+        open.program.model.stops.at(2).stopURL = "my%20p%c3%a4g%c3%a9.htm";
         open.edit();
         QVERIFY(waitUntil([&] { return open.browser().locationName() == "Mine"; }));
     }
@@ -97,7 +97,7 @@ private slots:
         open.visit(open.served("/plain.htm"));
         const frmBrowser* const editor = &open.editor();
         open.editor().setWindowState(Qt::WindowMinimized);
-        open.program.model.stopURL[1] = toUtf8(open.served("/moving.htm"));
+        open.program.model.stops.at(2).stopURL = toUtf8(open.served("/moving.htm"));
         open.edit();
         QCOMPARE(&open.editor(), editor);
         QVERIFY(!open.editor().isMinimized());
@@ -258,10 +258,10 @@ private slots:
         SiteEditor open;
         open.visit(open.served("/plain.htm"));
         open.program.model.currentStop = 0;
-        const auto before = open.program.model.stopURL;
+        const auto before = open.program.model.stops;
         open.click("Yes");
         QVERIFY(open.program.model.tourChanged);
-        QCOMPARE(open.program.model.stopURL, before);
+        QVERIFY(open.program.model.stops == before);
         QVERIFY(open.isOpen());
         QVERIFY(QFile::exists(open.program.working("brhist.txt")));
     }
@@ -287,7 +287,7 @@ private slots:
 
     void changeOfAnAddressIsWarnedOf() {
         SiteEditor open;
-        open.program.model.stopURL[1] = "http://old.example/";
+        open.program.model.stops.at(2).stopURL = "http://old.example/";
         open.visit(open.served("/plain.htm"));
         onNextDialog([&](QDialog& warning) {
             QCOMPARE(warning.objectName(), QString("frmWarnURL"));
@@ -317,7 +317,7 @@ private slots:
     void declinedWarningKeepsTheAddressAndGoesBackToThePage() {
         QFETCH(QString, answer);
         SiteEditor open;
-        open.program.model.stopURL[1] = "http://old.example/";
+        open.program.model.stops.at(2).stopURL = "http://old.example/";
         open.visit(open.served("/plain.htm"));
         onNextDialog([&](QDialog& warning) {
             if (answer.isEmpty())
@@ -340,7 +340,7 @@ private slots:
     void warningCanBeSwitchedOffByEitherButton() {
         QFETCH(QString, button);
         SiteEditor open;
-        open.program.model.stopURL[1] = "http://old.example/";
+        open.program.model.stops.at(2).stopURL = "http://old.example/";
         open.visit(open.served("/plain.htm"));
         onNextDialog([&](QDialog& warning) {
             QTest::keyClick(warning.findChild<QCheckBox*>("Check1"), Qt::Key_Space);
@@ -364,7 +364,8 @@ private slots:
         SiteEditor open;
         open.visit(open.served("/plain.htm"));
         open.program.options.warnURLChange = warn;
-        open.program.model.stopURL[1] = toUtf8(old.contains("%1") ? old.arg(open.served("/plain.htm")) : old);
+        open.program.model.stops.at(2).stopURL =
+            toUtf8(old.contains("%1") ? old.arg(open.served("/plain.htm")) : old);
         open.click("Yes"); // A warning would stay open and fail the test by its time limit.
         QCOMPARE(open.stopURL(2), toUtf8(open.served("/plain.htm")));
     }
@@ -532,7 +533,7 @@ private slots:
         const QString before = open.browser().locationURL();
         const QString tooLong =
             QStringLiteral("An address of more than %L1 characters cannot be shown.").arg(2 * 1024 * 1024);
-        std::string& address = open.program.model.stopURL[1];
+        std::string& address = open.program.model.stops.at(2).stopURL;
         address = "http://127.0.0.1:9/" + std::string(2 * 1024 * 1024, 'a');
         open.window.editSiteFrame();
         QCOMPARE(open.notice(), tooLong);

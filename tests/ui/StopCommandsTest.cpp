@@ -56,8 +56,8 @@ struct OpenTour {
 
     QStringList titles() const {
         QStringList list;
-        for (std::int16_t i = 0; i < program.model.stopCount; ++i)
-            list.append(toQString(program.model.stopTitle.at(static_cast<std::size_t>(i))));
+        for (std::int16_t i = 0; i < program.model.stopCount(); ++i)
+            list.append(toQString(program.model.stops.at(i + 1).stopTitle));
         return list;
     }
 
@@ -211,11 +211,11 @@ private slots:
         OpenTour tour(0);
         tour.clickTool("Insert");
         tour.waitForStop(1);
-        QCOMPARE(tour.program.model.stopCount, std::int16_t{1});
+        QCOMPARE(tour.program.model.stopCount(), std::int16_t{1});
         QCOMPARE(tour.program.model.currentStop, std::int16_t{1});
-        QCOMPARE(tour.program.model.stopTitle[0], std::string("Title"));
-        QCOMPARE(tour.program.model.stopURL[0], std::string("newpage.htm"));
-        QCOMPARE(tour.program.model.stopNarration[0], std::string("<!--narration-->"));
+        QCOMPARE(tour.program.model.stops.at(1).stopTitle, std::string("Title"));
+        QCOMPARE(tour.program.model.stops.at(1).stopURL, std::string("newpage.htm"));
+        QCOMPARE(tour.program.model.stops.at(1).stopNarration, std::string("<!--narration-->"));
         QVERIFY(tour.pageShows(1, "Title"));
     }
 
@@ -246,7 +246,7 @@ private slots:
         tour.goTo(2);
         tour.clickTool("Delete");
         tour.waitForStop(1);
-        QCOMPARE(tour.program.model.stopCount, std::int16_t{1});
+        QCOMPARE(tour.program.model.stopCount(), std::int16_t{1});
         QVERIFY(test::exists(toUtf8(tour.program.working("page2.htm"))));
         QVERIFY(tour.pageShows(1, "Stop 1"));
     }
@@ -255,7 +255,7 @@ private slots:
         OpenTour tour(1);
         tour.goTo(1);
         tour.clickTool("Delete");
-        QCOMPARE(tour.program.model.stopCount, std::int16_t{0});
+        QCOMPARE(tour.program.model.stopCount(), std::int16_t{0});
         QCOMPARE(tour.program.model.currentStop, std::int16_t{0});
         QTRY_VERIFY_WITH_TIMEOUT(tour.browser().locationURL().endsWith("NewTour/framever.htm"), patience);
     }

@@ -42,9 +42,12 @@ TourModel printable(const TourModel& model) {
     TourModel printed = model;
     const auto cut = [](std::string& text) { text.resize(skipUtf16(text, 0, mostLaidOut + 1)); };
     cut(printed.tourTitle);
-    for (TourTexts* const texts : {&printed.stopTitle, &printed.stopURL, &printed.stopNarration,
-                                   &printed.stopInstruction, &printed.launchURL})
-        std::for_each(texts->begin(), texts->end(), cut);
+    std::for_each(printed.launchURL.begin(), printed.launchURL.end(), cut);
+    for (Stop& stop : printed.stops) {
+        for (std::string* const text :
+             {&stop.stopTitle, &stop.stopURL, &stop.stopNarration, &stop.stopInstruction})
+            cut(*text);
+    }
     return printed;
 }
 
@@ -98,7 +101,7 @@ QWidget* frmPrint::makeRange() {
     connect(m_selectedStops, &QRadioButton::toggled, this, &frmPrint::selectStops);
     connect(m_from, &QLineEdit::textChanged, this, [this] { correct(*m_from, firstStop); });
     connect(m_to, &QLineEdit::textChanged, this,
-            [this] { correct(*m_to, QString::number(m_tour.model.stopCount)); });
+            [this] { correct(*m_to, QString::number(m_tour.model.stopCount())); });
     return group;
 }
 
@@ -117,7 +120,7 @@ void frmPrint::selectStops(bool selected) {
     m_to->setEnabled(selected);
     if (selected) {
         m_from->setText(firstStop);
-        m_to->setText(QString::number(m_tour.model.stopCount));
+        m_to->setText(QString::number(m_tour.model.stopCount()));
     }
 }
 
@@ -130,7 +133,7 @@ void frmPrint::correct(QLineEdit& field, const QString& otherwise) {
 
 StopRange frmPrint::wantedRange() const {
     if (m_allStops->isChecked())
-        return {1, m_tour.model.stopCount};
+        return {1, m_tour.model.stopCount()};
     return {numberIn(*m_from), numberIn(*m_to)};
 }
 

@@ -24,7 +24,7 @@ frmRecover::frmRecover(const RecoveryRecord& record, QWidget* parent) : QDialog(
                   makeTextLabel("lblTitle", shortened(beginningOf(record.model.tourTitle, 201), 200), this));
     facts->addRow(tr("Last change:"),
                   makeTextLabel("lblTime", QLocale().toString(time, QLocale::LongFormat), this));
-    facts->addRow(tr("Stops:"), makeTextLabel("lblStops", QString::number(record.model.stopCount), this));
+    facts->addRow(tr("Stops:"), makeTextLabel("lblStops", QString::number(record.model.stopCount()), this));
     facts->addRow(tr("Folder:"),
                   makeTextLabel("lblFolder", folder.isEmpty() ? tr("none, never saved") : folder, this));
 

@@ -237,7 +237,7 @@ void frmMain::editSiteFrame() {
 void frmMain::prepareSiteEdit() {
     const TourContext& tour = m_parts.tour;
     HandOver& handOver = m_parts.handOver;
-    handOver.siteEditURL = tour.model.stopURL.at(static_cast<std::size_t>(tour.model.currentStop - 1));
+    handOver.siteEditURL = tour.model.stops.at(tour.model.currentStop).stopURL;
     if (!isRemoteAddress(handOver.siteEditURL))
         handOver.siteEditURL.insert(0, tour.workspace.folders().newTourPath);
     handOver.siteEditResult.clear();

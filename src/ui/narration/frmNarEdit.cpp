@@ -100,13 +100,13 @@ frmNarEdit::~frmNarEdit() = default;
 
 void frmNarEdit::editCurrentStop() {
     const TourModel& model = m_parts.tour.model;
-    if (model.currentStop < 1 || model.currentStop > tourCapacity)
+    if (model.currentStop < 1 || model.currentStop > model.stops.held())
         return;
-    const auto i = static_cast<std::size_t>(model.currentStop - 1);
-    setTitle(model.stopTitle[i]);
-    m_narration->setTypedText(model.stopNarration[i]);
+    const Stop& stop = model.stops.at(model.currentStop);
+    setTitle(stop.stopTitle);
+    m_narration->setTypedText(stop.stopNarration);
     if (!model.autoInstruction)
-        m_instruction->setTypedText(model.stopInstruction[i]);
+        m_instruction->setTypedText(stop.stopInstruction);
     m_loaded = texts();
     tellTarget();
     if (!isVisible())
@@ -377,8 +377,8 @@ void frmNarEdit::apply() {
         const BusyPointer busy(tour.desktop);
         tour.model.tourChanged = true;
         const std::int16_t stop = tour.model.currentStop;
-        if (stop >= 1 && stop <= tourCapacity) {
-            storeTexts(static_cast<std::size_t>(stop - 1));
+        if (stop >= 1 && stop <= tour.model.stops.held()) {
+            storeTexts(tour.model.stops.at(stop));
             makeStopPages(tour, stop, stop);
             makeContentsPage(tour);
             makeTourGuide(tour);
@@ -388,18 +388,17 @@ void frmNarEdit::apply() {
     hide();
 }
 
-void frmNarEdit::storeTexts(std::size_t i) {
-    TourModel& model = m_parts.tour.model;
-    model.stopNarration[i] = storable(*m_narration, noNarration);
-    model.stopTitle[i] = storableTitle(title());
-    m_narration->setTypedText(model.stopNarration[i]);
-    setTitle(model.stopTitle[i]);
-    if (model.autoInstruction) {
-        model.stopInstruction[i] = automaticInstruction;
+void frmNarEdit::storeTexts(Stop& stop) {
+    stop.stopNarration = storable(*m_narration, noNarration);
+    stop.stopTitle = storableTitle(title());
+    m_narration->setTypedText(stop.stopNarration);
+    setTitle(stop.stopTitle);
+    if (m_parts.tour.model.autoInstruction) {
+        stop.stopInstruction = automaticInstruction;
         return;
     }
-    model.stopInstruction[i] = storable(*m_instruction, noInstruction);
-    m_instruction->setTypedText(model.stopInstruction[i]);
+    stop.stopInstruction = storable(*m_instruction, noInstruction);
+    m_instruction->setTypedText(stop.stopInstruction);
 }
 
 void frmNarEdit::showPreview(bool shown) {
@@ -430,16 +429,17 @@ void frmNarEdit::refreshPreview() {
         return;
     const TourModel& tour = m_parts.tour.model;
     const std::int16_t stop = std::clamp<std::int16_t>(tour.currentStop, 1, tourCapacity);
-    const auto i = static_cast<std::size_t>(stop - 1);
     TourModel model; // The texts of all other stops may be many megabytes.
-    model.stopCount = tour.stopCount;
+    model.stops.setCount(std::max(tour.stopCount(), stop));
+    Stop& shown = model.stops.at(stop);
     model.autoInstruction = tour.autoInstruction;
     model.stopLabel = beginningForPreview(tour.stopLabel);
     model.homeSiteURL = beginningForPreview(tour.homeSiteURL);
-    model.stopURL[i] = beginningForPreview(tour.stopURL[i]);
-    model.stopTitle[i] = storableTitle(toUtf8(m_title->text()));
-    model.stopNarration[i] = storableText(toUtf8(m_narration->shownText()), noNarration);
-    model.stopInstruction[i] = storableText(toUtf8(m_instruction->shownText()), noInstruction);
+    if (stop <= tour.stops.held())
+        shown.stopURL = beginningForPreview(tour.stops.at(stop).stopURL);
+    shown.stopTitle = storableTitle(toUtf8(m_title->text()));
+    shown.stopNarration = storableText(toUtf8(m_narration->shownText()), noNarration);
+    shown.stopInstruction = storableText(toUtf8(m_instruction->shownText()), noInstruction);
     m_preview->showPage(QByteArray::fromStdString(composeStopPage(source.bytes, std::move(model), stop)));
 }
 

@@ -19,6 +19,7 @@ namespace wendmark {
 
 class HtmlField;
 class NarrationPreview;
+struct Stop;
 
 /// Edits the title, the narration and the instruction of a stop. Not modal: what Apply stores goes into the
 /// stop that is current then. Apply and Cancel hide the window, its close box destroys it.
@@ -74,7 +75,7 @@ private:
     void takeOver(const EditedText& edited);
 
     void apply();
-    void storeTexts(std::size_t i);
+    void storeTexts(Stop& stop);
     void showPreview(bool shown);
     void rememberPreview(bool shown);
     void refreshPreview();

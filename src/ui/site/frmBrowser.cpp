@@ -488,7 +488,7 @@ bool frmBrowser::storeSite() {
     const std::int16_t stop = tour.model.currentStop;
     if (stop < 1 || stop > tourCapacity)
         return true;
-    std::string& address = tour.model.stopURL.at(static_cast<std::size_t>(stop - 1));
+    std::string& address = tour.model.stops.at(stop).stopURL;
     if (!maySiteReplace(address, page))
         return false;
     const BusyPointer busy(tour.desktop);

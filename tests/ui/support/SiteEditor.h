@@ -47,9 +47,7 @@ public:
     /// Waits until the browser shows a page at this address, or one that ends with it.
     bool shows(const QString& address) const;
 
-    const std::string& stopURL(int stop) const {
-        return program.model.stopURL[static_cast<std::size_t>(stop - 1)];
-    }
+    const std::string& stopURL(int stop) const { return program.model.stops.at(stop).stopURL; }
     QString served(const QString& path) const { return server.address(path); }
     QString local(const QString& name) const;
     QStringList history() const;
