@@ -6,9 +6,8 @@
 #include "maker.h"
 #include "model/Desktop.h"
 #include "model/HandOver.h"
+#include "model/TourFiles.h"
 #include "model/TourModel.h"
-
-#include <algorithm>
 
 namespace wendmark {
 
@@ -26,17 +25,6 @@ std::map<std::string, std::string> byLowerCaseName(const std::vector<std::string
             chosen.emplace(std::move(target), name);
     }
     return chosen;
-}
-
-/// "page7.htm"; an author's page may be called "page-one.htm".
-bool isStopPage(std::string_view name) {
-    constexpr std::string_view beginning = "page";
-    constexpr std::string_view end = ".htm";
-    if (name.size() <= beginning.size() + end.size() || !name.starts_with(beginning) || !name.ends_with(end))
-        return false;
-    const std::string_view number =
-        name.substr(beginning.size(), name.size() - beginning.size() - end.size());
-    return number.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
 } // namespace
@@ -230,22 +218,6 @@ void Workspace::replaceTourFiles() {
     }
     for (const Outcome& failure : replacement.commit(savedLast()))
         m_log.skip(failure);
-}
-
-const std::vector<std::string>& savedLast() {
-    static const std::vector<std::string> patterns = {"toc.htm",          "framever.htm", "fv1.htm",
-                                                      "_tourlaunch*.htm", "playtour.htm", "script.txt"};
-    return patterns;
-}
-
-bool isGeneratedFile(const std::string& name) {
-    static const std::vector<std::string> patterns = {
-        "framever.htm", "playtour.htm", "fv1.htm",     "tmpframe.htm", "_tourlaunch*.htm",
-        "openhelp.htm", "index.htm",    "toc.htm",     "tguide.htm",   "nav3.htm",
-        "link.txt",     "script.txt",   "script1.txt", "ft.htm"};
-    return isStopPage(name) || std::any_of(patterns.begin(), patterns.end(), [&](const std::string& pattern) {
-               return matchesWildcard(name, pattern);
-           });
 }
 
 bool fileExists(const std::string& path) {

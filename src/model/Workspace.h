@@ -115,15 +115,6 @@ private:
     Log& m_log;
 };
 
-/// Patterns of the files that a save puts in place last, in this order: what leads to stops comes after the
-/// stops, and the script, as which the folder opens, after everything else. However far a save gets, each
-/// file finds what it leads to.
-const std::vector<std::string>& savedLast();
-
-/// Whether the program makes the file of this name anew, from the model and the templates, whenever it needs
-/// it.
-bool isGeneratedFile(const std::string& name);
-
 /// Whether a file can be opened for reading.
 bool fileExists(const std::string& path);
 

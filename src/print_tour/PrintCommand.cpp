@@ -33,7 +33,7 @@ Outcome readTour(TourRun& run, const std::string& tour) {
 }
 
 StopRange wantedRange(const PrintRequest& request, const TourModel& model) {
-    return {request.from.value_or(1), request.toStop.value_or(model.stopCount)};
+    return {request.from.value_or(1), request.toStop.value_or(model.stopCount())};
 }
 
 QPageSize usualPageSize() {

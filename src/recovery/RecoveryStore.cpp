@@ -2,7 +2,7 @@
 
 #include "base/Files.h"
 #include "base/Log.h"
-#include "model/Workspace.h"
+#include "model/TourFiles.h"
 
 #include <algorithm>
 #include <random>

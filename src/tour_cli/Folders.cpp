@@ -2,6 +2,7 @@
 
 #include "base/Files.h"
 #include "base/Names.h"
+#include "model/TourFiles.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -11,10 +12,6 @@ namespace wendmark::cli {
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr std::string_view neededTemplates[] = {"framever.htm", "page.htm",     "openhelp.htm",
-                                                "index.htm",    "toc.htm",      "tguide.htm",
-                                                "navtemp.htm",  "navfinal.htm", "script.txt"};
 
 std::string withoutSeparatorAtEnd(std::string path) {
     while (path.size() > 1 && path.back() == pathSeparator)
@@ -64,8 +61,8 @@ WorkspaceFolders runFolders(const std::optional<std::string>& templateFolder) {
 }
 
 Outcome checkTemplates(const WorkspaceFolders& folders) {
-    for (const std::string_view name : neededTemplates) {
-        Outcome readable = files::read(folders.templatePath + std::string(name)).outcome;
+    for (const std::string& name : neededTemplates()) {
+        Outcome readable = files::read(folders.templatePath + name).outcome;
         if (!readable.ok())
             return readable;
     }

@@ -1,6 +1,7 @@
 #include "publish/TourSave.h"
 
 #include "base/Names.h"
+#include "model/TourFiles.h"
 #include "support/SystemLimits.h"
 #include "support/TestTour.h"
 
