@@ -1,95 +1,64 @@
 #include "hostile/Effort.h"
 
+#include "support/Allocations.h"
+
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdio>
-#include <ctime>
-#include <fstream>
-#include <malloc.h>
-#include <stdexcept>
 #include <string>
 
 namespace wendmark::test {
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool sanitized = true;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-constexpr bool sanitized = true;
-#else
-constexpr bool sanitized = false;
-#endif
-#else
-constexpr bool sanitized = false;
-#endif
-
-#ifdef NDEBUG
-constexpr bool optimised = true;
-#else
-constexpr bool optimised = false;
-#endif
-
-constexpr double secondsAllowed = optimised && !sanitized ? 1 : 30;
 constexpr double megabyte = 1024.0 * 1024;
-constexpr double constantMegabytes = 16;
-
-/// A size in the process's own account of its memory, in megabytes.
-double memory(std::string_view name) {
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);) {
-        if (line.starts_with(name))
-            return std::stod(line.substr(name.size() + 1)) / 1024;
-    }
-    throw std::runtime_error("the memory in use is not to be had");
-}
-
-void forgetFormerPeak() {
-    malloc_trim(0);
-    std::ofstream reset("/proc/self/clear_refs");
-    if (!(reset << '5' << std::flush))
-        throw std::runtime_error("the peak of the memory in use cannot be reset");
-}
-
-/// What the process has worked; what others do on this machine at the same time does not count.
-double secondsOfWork() {
-    timespec time{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
-}
-
-struct Effort {
-    double seconds;
-    double megabytes;
-};
+constexpr double constantBytes = 16 * megabyte;
+constexpr double constantAllocations = 10'000;
+constexpr std::size_t timesLarger = 10;
+constexpr double slack = 2; // Buffers that double are more or less full, and a cut input is another one.
 
 Effort effortOf(const std::function<void()>& call) {
-    forgetFormerPeak();
-    const double before = memory("VmRSS");
-    const double start = secondsOfWork();
+    Allocations::forgetPeak();
+    const Allocations before = Allocations::now();
     call();
-    return {secondsOfWork() - start, memory("VmHWM") - before};
+    const Allocations after = Allocations::now();
+    return {after.count - before.count, after.bytes - before.bytes,
+            static_cast<std::size_t>(after.peak - before.held)};
+}
+
+double megabytes(std::size_t bytes) {
+    return static_cast<double>(bytes) / megabyte;
+}
+
+Effort printedEffortOf(std::string_view what, std::size_t inputBytes, const std::function<void()>& call) {
+    const Effort effort = effortOf(call);
+    std::printf("%-44s input %7.1f MB %9zu allocations of %8.1f MB, of which at most %7.1f MB were held\n",
+                std::string(what).c_str(), megabytes(inputBytes), effort.allocations, megabytes(effort.bytes),
+                megabytes(effort.peak));
+    return effort;
 }
 
 } // namespace
 
-void expectLittleEffort(std::string_view what, std::size_t inputBytes, double timesInput,
-                        const std::function<void()>& call) {
-    const double inputMegabytes = static_cast<double>(inputBytes) / megabyte;
-    Effort least = effortOf(call);
-    for (int more = 0; more < 2 && least.seconds > secondsAllowed; ++more) {
-        const Effort again = effortOf(call);
-        least = {std::min(least.seconds, again.seconds), std::max(least.megabytes, again.megabytes)};
-    }
-    std::printf("%-44s input %7.1f MB %7.3f s, memory grew by %7.1f MB\n", std::string(what).c_str(),
-                inputMegabytes, least.seconds, least.megabytes);
-    EXPECT_LE(least.seconds, secondsAllowed) << what;
-    // The sanitizers keep what was freed for a while, to see who still uses it.
-    if (!sanitized) {
-        EXPECT_LE(least.megabytes, timesInput * inputMegabytes + constantMegabytes) << what;
-    }
+Effort expectLittleEffort(std::string_view what, std::size_t inputBytes, double timesInput,
+                          const std::function<void()>& call) {
+    const Effort effort = printedEffortOf(what, inputBytes, call);
+    EXPECT_LE(static_cast<double>(effort.peak), timesInput * static_cast<double>(inputBytes) + constantBytes)
+        << what;
+    return effort;
+}
+
+void expectEffortInProportion(std::string_view what, std::string_view input, double timesInput,
+                              const std::function<void(std::string_view)>& call) {
+    const std::string_view tenth = input.substr(0, input.size() / timesLarger);
+    const Effort small = printedEffortOf(what, tenth.size(), [&] { call(tenth); });
+    const Effort large = expectLittleEffort(what, input.size(), timesInput, [&] { call(input); });
+    const double most = slack * timesLarger;
+    EXPECT_LE(static_cast<double>(large.allocations),
+              most * static_cast<double>(small.allocations) + constantAllocations)
+        << what;
+    EXPECT_LE(static_cast<double>(large.bytes), most * static_cast<double>(small.bytes) + constantBytes)
+        << what;
 }
 
 } // namespace wendmark::test

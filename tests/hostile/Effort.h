@@ -6,12 +6,22 @@
 
 namespace wendmark::test {
 
-/// Runs one call on input of `inputBytes`, prints how long it took and by how much the memory of the process
-/// grew at most, and expects it to take no longer than a second and no more memory than `timesInput` times
-/// the input and a constant. Builds that are not optimised get more time; so do those that watch every
-/// access, and as these keep what was freed, their memory is not judged. A call that is too slow because
-/// something else has the machine is given two more chances, so it must be one that can be repeated.
-void expectLittleEffort(std::string_view what, std::size_t inputBytes, double timesInput,
-                        const std::function<void()>& call);
+/// The work of one call, as far as it does not depend on the machine.
+struct Effort {
+    std::size_t allocations; ///< Calls of `new`.
+    std::size_t bytes;       ///< That these have taken, whether or not they were given back meanwhile.
+    std::size_t peak;        ///< Most bytes held at one time, beyond those held before.
+};
+
+/// Runs one call on input of `inputBytes`, prints its effort and expects that it holds no more memory than
+/// `timesInput` times the input and a constant. One that never comes back is ended with the test program;
+/// how long it takes is printed by bench/, and judged nowhere.
+Effort expectLittleEffort(std::string_view what, std::size_t inputBytes, double timesInput,
+                          const std::function<void()>& call);
+
+/// Same for all of `input`, after a call with its first tenth; and expects that the larger input takes no
+/// more allocations and bytes than in proportion, give or take what doubling buffers do.
+void expectEffortInProportion(std::string_view what, std::string_view input, double timesInput,
+                              const std::function<void(std::string_view)>& call);
 
 } // namespace wendmark::test

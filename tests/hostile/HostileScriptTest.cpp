@@ -59,8 +59,8 @@ protected:
 
     /// Measures the reading of this script. The model then holds what was read.
     void read(std::string_view what, std::string_view script) {
-        writeFile(tour.workspace.tourFile("script.txt"), script);
-        expectLittleEffort("read: " + std::string(what), script.size(), 6, [&] {
+        expectEffortInProportion("read: " + std::string(what), script, 6, [&](std::string_view part) {
+            writeFile(tour.workspace.tourFile("script.txt"), part);
             tour.model = TourModel();
             tour.desktop.lineErrors.clear();
             tour.log.warnings.clear();
@@ -69,16 +69,16 @@ protected:
         EXPECT_LE(tour.desktop.lineErrors.size(), 1U + mostShownLineErrors);
     }
 
-    /// Same, and then the opening of a tour that holds the first tenth of the script. Each text goes into two
-    /// pages, the title into eight.
+    /// Same, and before it the opening of a tour that holds the first tenth of the script. Each text goes
+    /// into two pages, the title into eight.
     void readAndOpen(std::string_view what, std::string_view script) {
-        const std::string_view tenth = script.substr(0, script.size() / 10);
-        writeFile(tour.workspace.tourFile("script.txt"), tenth);
-        expectLittleEffort("open: " + std::string(what), tenth.size(), 6, [&] {
-            tour.desktop.lineErrors.clear();
-            tour.log.failures.clear();
-            openTour(tour.context);
-        });
+        expectEffortInProportion("open: " + std::string(what), script.substr(0, script.size() / 10), 6,
+                                 [&](std::string_view part) {
+                                     writeFile(tour.workspace.tourFile("script.txt"), part);
+                                     tour.desktop.lineErrors.clear();
+                                     tour.log.failures.clear();
+                                     openTour(tour.context);
+                                 });
         EXPECT_LE(tour.desktop.lineErrors.size(), 1U + mostShownLineErrors);
         if (tour.model.stopCount() > tourCapacity)
             EXPECT_THAT(tour.log.failures, Contains(HasSubstr("a tour has at most 100 stops")));
