@@ -30,7 +30,14 @@ Clock realClock() {
     return [=] { return start + static_cast<float>(elapsed.elapsed()) / 1000; };
 }
 
-QtDesktop::QtDesktop(Clock clock) : m_clock(std::move(clock)) {}
+StepClock realStepClock() {
+    QElapsedTimer elapsed;
+    elapsed.start();
+    return [=] { return elapsed.elapsed(); };
+}
+
+QtDesktop::QtDesktop(Clock clock, StepClock stepClock)
+    : m_clock(std::move(clock)), m_stepClock(std::move(stepClock)) {}
 
 void QtDesktop::showLineError(const std::string& text) {
     QMessageBox box(QMessageBox::Warning, QStringLiteral("Wendmark"), toQString(text), QMessageBox::Ok,
@@ -48,17 +55,17 @@ void QtDesktop::processPendingEvents() {
 void QtDesktop::stayResponsive() {
     if (m_betweenSteps)
         return;
-    if (!m_sinceEvents.isValid()) {
-        m_sinceEvents.start();
+    if (!m_firstStep) {
+        m_firstStep = m_stepClock();
         QCoreApplication::postEvent(this, new QEvent(QEvent::User)); // Comes when events are handled.
-    } else if (m_sinceEvents.elapsed() >= longestSilence) {
+    } else if (m_stepClock() - *m_firstStep >= longestSilence) {
         const QScopedValueRollback between(m_betweenSteps, true);
         QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
 }
 
 void QtDesktop::customEvent(QEvent*) {
-    m_sinceEvents.invalidate();
+    m_firstStep.reset();
 }
 
 void QtDesktop::navigateMainBrowser(const std::string& address) {

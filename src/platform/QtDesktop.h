@@ -2,9 +2,9 @@
 
 #include "model/Desktop.h"
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <functional>
+#include <optional>
 
 namespace wendmark {
 
@@ -14,12 +14,19 @@ using Clock = std::function<float()>;
 /// A clock that starts with the system's time of day and then counts on.
 Clock realClock();
 
+/// Milliseconds, counted from anywhere.
+using StepClock = std::function<qint64()>;
+
+/// A clock that counts the system's time from now on.
+StepClock realStepClock();
+
 /// The desktop of the window program.
 class QtDesktop final : public QObject, public Desktop {
     Q_OBJECT
 
 public:
-    explicit QtDesktop(Clock clock = realClock());
+    /// `stepClock` tells how long a command has kept the windows waiting.
+    explicit QtDesktop(Clock clock = realClock(), StepClock stepClock = realStepClock());
 
     void showLineError(const std::string& text) override;
     void processPendingEvents() override;
@@ -44,9 +51,10 @@ protected:
 
 private:
     Clock m_clock;
+    StepClock m_stepClock;
     bool m_hourglass = false;
     bool m_betweenSteps = false;
-    QElapsedTimer m_sinceEvents; ///< Runs from the first step after events were handled.
+    std::optional<qint64> m_firstStep; ///< When the first step after events were handled was.
 };
 
 } // namespace wendmark

@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QCursor>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QTest>
@@ -19,9 +18,9 @@ using test::UiFixture;
 namespace {
 
 constexpr int stops = 12;
-constexpr std::size_t narrationSize = 4'000'000; // Bytes.
+constexpr int longestSilence = 100; // Milliseconds of a command after which the windows get their turn.
 
-/// Calls `act` every few milliseconds that the windows get while a command is under way.
+/// Calls `act` in each turn that the windows get while a command is under way.
 class BetweenSteps final {
 public:
     BetweenSteps(UiFixture& program, std::function<void()> act) : m_act(std::move(act)) {
@@ -31,7 +30,7 @@ public:
             ++turns;
             m_act();
         });
-        m_timer.start(1);
+        m_timer.start(0);
     }
 
     int turns = 0;
@@ -67,14 +66,16 @@ class LongCommandsTest final : public QObject {
 
 private slots:
     void init() {
+        everyStepTakes(0);
         m_program = std::make_unique<UiFixture>();
         const QString small = m_program->makeTour(QStringLiteral("small"), 3);
         m_big = m_program->makeTour(QStringLiteral("big"), stops);
+        m_program->stepClock = [this] { return m_milliseconds += m_stepTime; };
         m_window = std::make_unique<frmMain>(m_program->parts());
         m_window->load(small);
         m_window->show();
         QVERIFY(test::waitUntil([this] { return !browser().isBusy(); }));
-        makeBig();
+        everyStepTakes(longestSilence);
     }
 
     void cleanup() {
@@ -93,21 +94,39 @@ private slots:
         QCOMPARE(m_program->log.failures, std::vector<std::string>());
     }
 
+    /// A command's first step begins the count, and the second one ends it here.
     void ordinaryCommandsAreNotInterrupted() {
         BetweenSteps between(*m_program, [] {});
-        int quick = 0; // A busy disk makes any command a long one.
-        for (int k = 0; k < 20; ++k) {
-            QElapsedTimer passed;
-            passed.start();
-            m_window->refresh();
-            if (passed.elapsed() >= 100) {
-                between.turns = 0;
-                continue;
-            }
-            QCOMPARE(between.turns, 0);
-            ++quick;
-        }
-        QVERIFY(quick > 0);
+        everyStepTakes(0);
+        openBig();
+        m_window->save();
+        QCOMPARE(between.turns, 0);
+        QCoreApplication::sendPostedEvents();
+        everyStepTakes(longestSilence - 1);
+        m_program->desktop.stayResponsive();
+        m_program->desktop.stayResponsive();
+        QCOMPARE(between.turns, 0);
+    }
+
+    void turnsComeAsSoonAsACommandIsLong() {
+        int betweenSteps = 0;
+        QObject events;
+        QCoreApplication::sendPostedEvents();
+        QTimer::singleShot(0, &events, [&] { betweenSteps += m_program->desktop.isBetweenSteps() ? 1 : 0; });
+        m_program->desktop.stayResponsive();
+        QCOMPARE(betweenSteps, 0);
+        m_program->desktop.stayResponsive();
+        QCOMPARE(betweenSteps, 1);
+    }
+
+    void commandIsLongByTheSystemsTime() {
+        m_program->stepClock = realStepClock();
+        int turns = 0;
+        QObject events;
+        QTimer::singleShot(0, &events, [&] { turns += m_program->desktop.isBetweenSteps() ? 1 : 0; });
+        while (turns == 0) // As long as it takes; the step clock is not asked to be quick.
+            m_program->desktop.stayResponsive();
+        QCOMPARE(turns, 1);
     }
 
     void authorsInputWaits() {
@@ -134,24 +153,27 @@ private slots:
         QVERIFY(!stopsSeen.empty());
         QCOMPARE(std::count(stopsSeen.begin(), stopsSeen.end(), std::int16_t(0)),
                  qsizetype(stopsSeen.size()));
-        QElapsedTimer passed;
-        passed.start();
-        QVERIFY(test::waitUntil([&] { return passed.elapsed() > 300; })); // Nothing tells that nothing comes.
-        QCOMPARE(m_program->model.currentStop, std::int16_t(0));          // The page before it said that.
+        test::fireClocks(*m_window);
+        QCOMPARE(m_program->model.currentStop, std::int16_t(0)); // The page before it said that.
     }
 
     void announcedStopIsTakenOverAfterASave() {
         openBig();
         m_window->next();
         const auto& label = *m_window->findChild<QLabel*>(QStringLiteral("lblStopNum"));
-        QVERIFY(test::waitUntil([&] { return label.text() == QLatin1String("1") && !browser().isBusy(); }));
+        QVERIFY(test::waitUntil([&] { return label.text() == QLatin1String("1"); }));
+        showSilentPage();
         bool said = false;
+        std::vector<std::int16_t> stopsSeen;
         BetweenSteps between(*m_program, [&] {
             if (!std::exchange(said, true))
                 announceStop2();
+            stopsSeen.push_back(m_program->model.currentStop);
         });
         m_window->save();
         QVERIFY(said);
+        QCOMPARE(std::count(stopsSeen.begin(), stopsSeen.end(), std::int16_t(1)),
+                 qsizetype(stopsSeen.size()));
         QVERIFY(test::waitUntil([&] { return m_program->model.currentStop == 2; }));
     }
 
@@ -163,26 +185,25 @@ private slots:
             checksBetweenSteps += m_program->desktop.isBetweenSteps() ? 1 : 0;
             return std::nullopt;
         };
-        QElapsedTimer passed;
-        passed.start();
-        while (passed.elapsed() < 1500) // Three times as long as the recovery waits between two looks.
-            openBig();
-        QVERIFY(test::waitUntil([&] { return checks > 0; }));
+        BetweenSteps between(*m_program, [this] { test::fireClocks(*m_window); });
+        openBig();
+        QVERIFY(between.turns > 0);
         QCOMPARE(checksBetweenSteps, 0);
+        test::fireClocks(*m_window);
+        QVERIFY(checks > 0);
     }
 
 private:
-    /// Gives each stop of the tour on disk a narration that takes its time.
-    void makeBig() const {
-        std::string script = "<<<VoskInfo>>>#BufferDelay = 30\r\n\r\nBig tour\r\n\r\n";
-        const std::string line(80, 'w');
-        for (int n = 1; n <= stops; ++n) {
-            script += "<<<VoskInfo>>> Stop" + std::to_string(n) + "\r\nStop\r\nnewpage.htm\r\n\r\n";
-            for (std::size_t size = 0; size < narrationSize; size += line.size() + 2)
-                script += line + "\r\n";
-            script += "\r\n<!--instruction-->\r\n\r\n";
-        }
-        test::writeFile(m_big.toStdString() + "/script.txt", script);
+    /// From now on the clock of long commands goes on by so many milliseconds whenever it is looked at.
+    void everyStepTakes(qint64 milliseconds) { m_stepTime = milliseconds; }
+
+    /// Shows a page that announces no stop, so that no announcement comes but those that a test makes up.
+    /// Each stop announces itself more than once: the navigator may not have been there the first time.
+    void showSilentPage() const {
+        browser().navigate(m_program->working(QStringLiteral("newpage.htm")));
+        QVERIFY(test::waitUntil([this] {
+            return browser().locationName() == QLatin1String("A stop without a page") && !browser().isBusy();
+        }));
     }
 
     void openBig() const {
@@ -205,6 +226,8 @@ private:
     std::unique_ptr<UiFixture> m_program;
     std::unique_ptr<frmMain> m_window;
     QString m_big;
+    qint64 m_milliseconds = 0;
+    qint64 m_stepTime = 0;
 };
 
 } // namespace wendmark

@@ -16,7 +16,6 @@
 #include <QTimer>
 #include <QTreeView>
 #include <QWebEngineProfile>
-#include <deque>
 #include <filesystem>
 
 namespace wendmark::test {
@@ -24,31 +23,6 @@ namespace wendmark::test {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::deque<std::function<void(QDialog&)>>& expectedAnswers() {
-    static std::deque<std::function<void(QDialog&)>> answers;
-    return answers;
-}
-
-constexpr int pollInterval = 10;     // Milliseconds.
-constexpr int dialogPatience = 1000; // Polls.
-
-void answerWhenShown(int pollsLeft) {
-    auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    static QPointer<QDialog> answered;
-    if (dialog == nullptr || !dialog->isVisible() || dialog == answered) {
-        if (pollsLeft == 0)
-            QFAIL("the dialog that the test expects does not come");
-        QTimer::singleShot(pollInterval, qApp, [pollsLeft] { answerWhenShown(pollsLeft - 1); });
-        return;
-    }
-    answered = dialog;
-    const std::function<void(QDialog&)> answer = std::move(expectedAnswers().front());
-    expectedAnswers().pop_front();
-    if (!expectedAnswers().empty())
-        QTimer::singleShot(pollInterval, qApp, [] { answerWhenShown(dialogPatience); });
-    answer(*dialog);
-}
 
 /// Builds script lines that readScript() understands.
 std::string scriptOf(int stopCount) {
@@ -64,7 +38,7 @@ std::string scriptOf(int stopCount) {
 } // namespace
 
 UiFixture::UiFixture()
-    : desktop([this] { return m_seconds += clockStep; })
+    : desktop([this] { return m_seconds += clockStep; }, [this] { return stepClock(); })
     , settings(path(QStringLiteral("settings.ini")))
     , registry(path(QStringLiteral("registry.ini")))
     , workspace(WorkspaceFolders::inside(scratch.path()), model, handOver, desktop, log)
@@ -72,6 +46,7 @@ UiFixture::UiFixture()
     , profile(makeBrowserProfile(nullptr))
     , recoveryStore(scratch / "state/recovery", log)
     , recovery(tour, recoveryStore) {
+    watchDialogs();
     fs::copy(WENDMARK_ASSETS "/Template", scratch / "Template");
     fs::copy(WENDMARK_ASSETS "/MyTours", scratch / "MyTours", fs::copy_options::recursive);
     startProgram(tour, handOver, options);
@@ -79,7 +54,7 @@ UiFixture::UiFixture()
 }
 
 UiFixture::~UiFixture() {
-    expectedAnswers().clear();
+    expectNoDialogs();
 }
 
 ProgramParts UiFixture::parts() {
@@ -115,14 +90,13 @@ bool waitUntil(const std::function<bool()>& condition, int patience) {
     return condition();
 }
 
-void onNextDialog(std::function<void(QDialog&)> answer) {
-    expectedAnswers().push_back(std::move(answer));
-    if (expectedAnswers().size() == 1)
-        QTimer::singleShot(0, qApp, [] { answerWhenShown(dialogPatience); });
-}
-
-int dialogsExpected() {
-    return static_cast<int>(expectedAnswers().size());
+void fireClocks(const QWidget& window, int longest) {
+    for (QTimer* const timer : window.findChildren<QTimer*>()) {
+        if (!timer->isActive() || timer->isSingleShot() || timer->interval() > longest)
+            continue;
+        QTimerEvent event(timer->timerId());
+        QCoreApplication::sendEvent(timer, &event);
+    }
 }
 
 void press(QDialog& dialog, const QString& button) {

@@ -12,6 +12,7 @@
 #include "recovery/RecoveryKeeper.h"
 #include "support/TestTour.h"
 #include "ui/ProgramParts.h"
+#include "ui/support/DialogWatch.h"
 
 #include <QTemporaryDir>
 #include <functional>
@@ -19,6 +20,7 @@
 
 class QDialog;
 class QWebEngineProfile;
+class QWidget;
 
 namespace wendmark::test {
 
@@ -34,6 +36,7 @@ public:
     HandOver handOver;
     Options options;
     RecordingLog log;
+    StepClock stepClock = realStepClock(); ///< Says when a command has become a long one.
     QtDesktop desktop;
     SettingsStore settings;
     Registry registry; ///< Reads "registry.ini" of the scratch folder, which does not exist unless a test
@@ -69,12 +72,9 @@ private:
 /// Unlike Qt Test's own waits, which look for events and then sleep, it never holds the engine up.
 bool waitUntil(const std::function<bool()>& condition, int patience = 30000);
 
-/// Calls `answer` with the next modal dialog as soon as it is on screen, and again for each one after it for
-/// which a further call was made. Fails the test when none comes.
-void onNextDialog(std::function<void(QDialog&)> answer);
-
-/// How many answers still wait for their dialog; 0 at the end of a test that saw all it expected.
-int dialogsExpected();
+/// Lets the time come at once for each clock of a window: the timers that run again and again, at least every
+/// `longest` milliseconds.
+void fireClocks(const QWidget& window, int longest = 500);
 
 /// Presses the button of this object name or, in a message box, of this caption.
 void press(QDialog& dialog, const QString& button);
