@@ -19,7 +19,8 @@ inline std::int64_t timeNow() {
     return std::int64_t(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
 }
 
-/// 'B': a command begins; 'S': the state that it has led to; 'C': the same, and it is saved.
+/// 'B': a command begins; 'S': the state that it has led to; 'C': the same, and it is saved. 'L': the
+/// recovery begins to look at what there is to keep.
 inline void report(char kind, const std::string& state) {
     const std::string line = std::string(1, kind) + " " + std::to_string(timeNow()) + " " + state + "\n";
     if (write(STDOUT_FILENO, line.data(), line.size()) < 0)

@@ -30,6 +30,11 @@ public:
         m_window.load(tour);
         m_window.show();
         reportState('C');
+        auto& look = m_program.recovery.unappliedTexts;
+        look = [windows = look] {
+            report('L', "");
+            return windows();
+        };
     }
 
     [[noreturn]] void work() {
