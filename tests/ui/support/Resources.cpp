@@ -37,7 +37,7 @@ qint64 memoryOf(qint64 process) {
     qint64 memory = 0;
     for (const QByteArray& line : rollup.readAll().split('\n')) {
         const qsizetype value = line.indexOf(':') + 1;
-        if (line.startsWith("Pss_Anon:") || line.startsWith("Pss_Shmem:"))
+        if (line.startsWith("Pss_Anon:") || line.startsWith("Pss_Shmem:") || line.startsWith("SwapPss:"))
             memory += line.mid(value).simplified().split(' ').first().toLongLong() * kibibyte;
     }
     return memory;
