@@ -19,6 +19,7 @@
 #include "publish/TourCommands.h"
 #include "recovery/RecoveryKeeper.h"
 #include "recovery/SavedScripts.h"
+#include "ui/dialogs/FolderEntry.h"
 #include "ui/dialogs/frmSplash.h"
 #include "ui/main/frmMain.h"
 
@@ -77,7 +78,7 @@ int main(int argc, char* argv[]) {
     log.skip(folder.outcome);
     const QString tourFolder = tourFolderFrom(parser);
     SingleProgram program(folder.path);
-    if (!program.isFirst())
+    if (!enterFolder(program))
         return 0;
 
     TourModel model;

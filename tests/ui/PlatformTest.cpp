@@ -6,6 +6,7 @@
 #include "platform/SingleProgram.h"
 #include "platform/Strings.h"
 #include "support/ScratchFolder.h"
+#include "ui/dialogs/FolderEntry.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmSplash.h"
 #include "ui/support/UiFixture.h"
@@ -13,7 +14,11 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
+#include <QLocale>
+#include <QLockFile>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -22,6 +27,39 @@
 #include <vector>
 
 namespace wendmark {
+
+using test::onNextDialog;
+
+namespace {
+
+constexpr int mostProcesses = 1 << 22; // Linux counts its processes no further.
+
+std::string lockIn(const test::ScratchFolder& folder) {
+    return folder / ".wendmark.lock";
+}
+
+/// What a lock file of this process holds: process, program, machine, its id, and the id of its last start.
+struct LockFile {
+    LockFile() {
+        const test::ScratchFolder scratch;
+        QLockFile lock(toQString(scratch / "lock"));
+        if (lock.tryLock(0))
+            lines = QByteArray::fromStdString(test::readFile(scratch / "lock")).split('\n');
+    }
+
+    QByteArray text() const { return lines.join('\n'); }
+
+    QList<QByteArray> lines;
+};
+
+void leaveForeignLock(const test::ScratchFolder& folder) {
+    LockFile lock;
+    lock.lines[2] = "attic";
+    lock.lines[3] = "00000000000000000000000000000001";
+    test::writeFile(lockIn(folder), lock.text().toStdString());
+}
+
+} // namespace
 
 class PlatformTest final : public QObject {
     Q_OBJECT
@@ -165,14 +203,149 @@ private slots:
     void secondProgramWakesTheFirst() {
         const test::ScratchFolder scratch;
         SingleProgram first(toQString(scratch.path()));
-        QVERIFY(first.isFirst());
+        QVERIFY(enterFolder(first));
         QSignalSpy woken(&first, &SingleProgram::activationRequested);
         SingleProgram second(toQString(scratch.path()));
-        QVERIFY(!second.isFirst());
-        QTRY_COMPARE(woken.count(), 1);
+        QVERIFY(!enterFolder(second));
+        QCOMPARE(woken.count(), 1);
+        QCOMPARE(second.enter(), SingleProgram::Entry::answered);
+        QCOMPARE(woken.count(), 2);
         const test::ScratchFolder elsewhere;
         SingleProgram other(toQString(elsewhere.path()));
-        QVERIFY(other.isFirst());
+        QVERIFY(enterFolder(other));
+    }
+
+    void lockOfACrashedProgramIsTakenOverWithoutAWord_data() {
+        QTest::addColumn<QByteArray>("lock");
+        LockFile ended;
+        ended.lines[0] = QByteArray::number(mostProcesses + 1);
+        QTest::newRow("no such process") << ended.text();
+        LockFile earlier;
+        earlier.lines[4] = "11111111-2222-3333-4444-555555555555";
+        QTest::newRow("before the machine was started anew") << earlier.text();
+        QTest::newRow("copied with its folder while its program works elsewhere") << LockFile().text();
+        QTest::newRow("cut short by a full disk") << QByteArray();
+    }
+    void lockOfACrashedProgramIsTakenOverWithoutAWord() {
+        QFETCH(QByteArray, lock);
+        const test::ScratchFolder scratch;
+        test::writeFile(lockIn(scratch), lock.toStdString());
+        SingleProgram program(toQString(scratch.path()));
+        program.patience = 1;
+        QVERIFY(enterFolder(program));
+        QVERIFY(QByteArray::fromStdString(test::readFile(lockIn(scratch))) == LockFile().text());
+        SingleProgram second(toQString(scratch.path()));
+        QCOMPARE(second.enter(), SingleProgram::Entry::answered);
+    }
+
+    void lockOfAnotherMachineIsToldAndTakenOver() {
+        const test::ScratchFolder scratch;
+        leaveForeignLock(scratch);
+        const QDateTime since = QFileInfo(toQString(lockIn(scratch))).lastModified();
+        SingleProgram program(toQString(scratch.path()));
+        onNextDialog([&](QDialog& message) {
+            const QString text = test::textOf(message);
+            QVERIFY(text.contains("the computer \"attic\""));
+            QVERIFY(text.contains(QLocale().toString(since, QLocale::ShortFormat)));
+            QVERIFY(text.contains(toQString(scratch.path())));
+            QCOMPARE(qobject_cast<QMessageBox*>(&message)->defaultButton()->text(), QString("&Quit"));
+            test::press(message, "Go On Here");
+        });
+        QVERIFY(enterFolder(program));
+        QCOMPARE(test::dialogsExpected(), 0);
+        SingleProgram second(toQString(scratch.path()));
+        QCOMPARE(second.enter(), SingleProgram::Entry::answered);
+    }
+
+    void programQuitsBeforeTheLockOfAnotherMachine_data() {
+        QTest::addColumn<int>("key");
+        QTest::newRow("Esc") << static_cast<int>(Qt::Key_Escape);
+        QTest::newRow("Return") << static_cast<int>(Qt::Key_Return);
+    }
+    void programQuitsBeforeTheLockOfAnotherMachine() {
+        QFETCH(int, key);
+        const test::ScratchFolder scratch;
+        leaveForeignLock(scratch);
+        const std::string before = test::readFile(lockIn(scratch));
+        SingleProgram program(toQString(scratch.path()));
+        onNextDialog([&](QDialog& message) { QTest::keyClick(&message, static_cast<Qt::Key>(key)); });
+        QVERIFY(!enterFolder(program));
+        QCOMPARE(test::dialogsExpected(), 0);
+        QCOMPARE(test::readFile(lockIn(scratch)), before);
+    }
+
+    void sameNameIsNotTheSameMachine() {
+        LockFile lock;
+        if (lock.lines.value(3).isEmpty())
+            QSKIP("this system gives machines no id");
+        const test::ScratchFolder scratch;
+        lock.lines[3] = "00000000000000000000000000000001";
+        test::writeFile(lockIn(scratch), lock.text().toStdString());
+        SingleProgram program(toQString(scratch.path()));
+        QCOMPARE(program.enter(), SingleProgram::Entry::elsewhere);
+    }
+
+    void programThatDoesNotAnswerIsToldAndTriedAgain() {
+        const test::ScratchFolder scratch;
+        auto busy = std::make_unique<QLockFile>(toQString(lockIn(scratch)));
+        QVERIFY(busy->tryLock(0));
+        SingleProgram program(toQString(scratch.path()));
+        program.patience = 1;
+        const auto tell = [&](QDialog& message) {
+            const QString text = test::textOf(message);
+            QVERIFY(text.contains("does not answer"));
+            QVERIFY(text.contains(toQString(scratch.path())));
+        };
+        onNextDialog([&](QDialog& message) {
+            tell(message);
+            test::press(message, "Try Again");
+        });
+        onNextDialog([&](QDialog& message) {
+            tell(message);
+            QTest::keyClick(&message, Qt::Key_Escape);
+        });
+        QVERIFY(!enterFolder(program));
+        onNextDialog([&](QDialog& message) {
+            busy.reset();
+            test::press(message, "Try Again");
+        });
+        QVERIFY(enterFolder(program));
+        QCOMPARE(test::dialogsExpected(), 0);
+    }
+
+    void folderThatCannotBeWrittenIsToldAndDoneWithoutItsLock() {
+        const test::ScratchFolder scratch;
+        test::writeFile(scratch / "file", ""); // A file where a folder is needed takes no lock of anybody.
+        const QString folder = toQString(scratch / "file");
+        SingleProgram program(folder);
+        onNextDialog([&](QDialog& message) {
+            QVERIFY(test::textOf(message).contains("cannot write into its folder"));
+            QVERIFY(test::textOf(message).contains(folder));
+            QTest::keyClick(&message, Qt::Key_Escape);
+        });
+        QVERIFY(!enterFolder(program));
+        onNextDialog([](QDialog& message) { test::press(message, "Go On Anyway"); });
+        QVERIFY(enterFolder(program));
+        QCOMPARE(test::dialogsExpected(), 0);
+        SingleProgram second(folder); // The first is found without a lock.
+        QSignalSpy woken(&program, &SingleProgram::activationRequested);
+        QVERIFY(!enterFolder(second));
+        QCOMPARE(woken.count(), 1);
+    }
+
+    void lockThatCannotBeTakenAwayIsTold() {
+        const test::ScratchFolder scratch;
+        QLockFile holder(toQString(lockIn(scratch)));
+        QVERIFY(holder.tryLock(0));
+        leaveForeignLock(scratch); // Into the same file, as a shared disk shows the lock of another machine.
+        SingleProgram program(toQString(scratch.path()));
+        onNextDialog([](QDialog& message) { test::press(message, "Go On Here"); });
+        onNextDialog([](QDialog& message) {
+            QVERIFY(test::textOf(message).contains("cannot be taken away"));
+            test::press(message, "Quit");
+        });
+        QVERIFY(!enterFolder(program));
+        QCOMPARE(test::dialogsExpected(), 0);
     }
 
     void iconsTakeTheColourOfTheText() {
@@ -227,7 +400,7 @@ private slots:
         const Registry registry(toQString(scratch / "machine.ini"));
         frmAbout about(registry);
         about.show();
-        test::onNextDialog([](QDialog& message) {
+        onNextDialog([](QDialog& message) {
             QCOMPARE(test::textOf(message),
                      QString("Wendmark|System Information Is Unavailable At This Time"));
             test::press(message, "OK");
