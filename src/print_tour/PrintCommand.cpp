@@ -67,7 +67,9 @@ Outcome runPrint(const PrintRequest& request, std::ostream& output, std::ostream
     WorkspaceFolders folders = runFolders({});
     folders.newTourPath = files::join(tour, ""); // Nothing is edited, so no copy is needed.
     TourRun run(folders, errors);
-    Outcome outcome = readTour(run, tour);
+    Outcome outcome = checkTour(tour, folders);
+    if (outcome.ok())
+        outcome = readTour(run, tour);
     if (!outcome.ok())
         return outcome;
     const TourModel& model = run.model();

@@ -1,6 +1,7 @@
 #include "tour_cli/Commands.h"
 
 #include "base/Files.h"
+#include "model/ReservedFolders.h"
 #include "publish/TourCommands.h"
 #include "publish/TourSave.h"
 #include "tour_cli/Folders.h"
@@ -32,18 +33,14 @@ Outcome checkScript(const std::string& tour) {
 /// Nothing is saved into the window program's own folders, nor among the templates in use, by whatever way
 /// they are reached.
 Outcome checkTarget(const std::string& target, const WorkspaceFolders& folders) {
-    const WorkspaceFolders own = WorkspaceFolders::inside(folders.appPath);
-    std::string reserved = target;
-    if (isInside(target, own.templatePath) || isInside(target, folders.templatePath))
-        reserved = own.templatePath;
-    else if (isInside(target, own.newTourPath))
-        reserved = own.newTourPath;
-    const std::string message = reservedFolderMessage(own, reserved);
-    return message.empty() ? Outcome::success() : refuse(target + ": " + message);
+    const std::string message = reservedTourMessage(folders, target);
+    return message.empty() ? checkTour(target, folders) : refuse(target + ": " + message);
 }
 
 Outcome checkPublish(const std::string& tour, const std::string& target, const WorkspaceFolders& folders) {
-    Outcome outcome = checkScript(tour);
+    Outcome outcome = checkTour(tour, folders);
+    if (outcome.ok())
+        outcome = checkScript(tour);
     if (outcome.ok())
         outcome = checkTarget(target, folders);
     return outcome.ok() ? checkTemplates(folders) : outcome;

@@ -2,6 +2,7 @@
 
 #include "base/Files.h"
 #include "base/Names.h"
+#include "model/ReservedFolders.h"
 #include "model/TourFiles.h"
 
 #include <algorithm>
@@ -58,6 +59,12 @@ WorkspaceFolders runFolders(const std::optional<std::string>& templateFolder) {
     if (templateFolder)
         folders.templatePath = files::join(absoluteFolder(*templateFolder), "");
     return folders;
+}
+
+Outcome checkTour(const std::string& tour, const WorkspaceFolders& folders) {
+    const WorkspaceFolders own = WorkspaceFolders::inside(folders.appPath);
+    const std::string message = reservedTourMessage(own, tour);
+    return message.empty() ? Outcome::success() : Outcome::failure(tour + ": " + message);
 }
 
 Outcome checkTemplates(const WorkspaceFolders& folders) {

@@ -21,6 +21,9 @@ bool isInside(const std::string& path, const std::string& folder);
 /// The fixed folders of the program, with the templates from elsewhere if they are named.
 WorkspaceFolders runFolders(const std::optional<std::string>& templateFolder);
 
+/// Fails for a folder of the window program's own, by whatever way it is reached: no tour is kept in one.
+Outcome checkTour(const std::string& tour, const WorkspaceFolders& folders);
+
 /// Fails on the first template that a tour cannot be generated without.
 Outcome checkTemplates(const WorkspaceFolders& folders);
 

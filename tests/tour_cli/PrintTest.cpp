@@ -109,6 +109,14 @@ TEST_F(PrintTest, fileThatIsThereIsReplacedOnlyByAWholeOne) {
     EXPECT_THAT(readFile(scratch / "tour.pdf"), ::testing::StartsWith("%PDF"));
 }
 
+TEST_F(PrintTest, programsOwnFoldersAreNoTours) {
+    const std::string app = fs::path(WENDMARK_TOUR).parent_path();
+    fs::create_directory_symlink(app + "/Template", scratch / "link");
+    for (const std::string& folder : {app + "/Template", app + "/TEMPLATE/inner", scratch / "link"})
+        expectFailure(program(), {"print", folder, "--to", scratch / "tour.pdf"},
+                      {folder, "The 'Template' folder is used for internal operations"});
+}
+
 TEST_F(PrintTest, whatCannotBeReadOrWrittenIsNamed) {
     fs::create_directory(scratch / "empty");
     expectFailure(program(), {"print", scratch / "empty", "--to", scratch / "tour.pdf"},

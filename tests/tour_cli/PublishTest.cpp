@@ -308,6 +308,22 @@ TEST_F(PublishTest, foldersOfTheProgramStayUntouched) {
     EXPECT_EQ(folderState(scratch / "app"), before);
 }
 
+TEST_F(PublishTest, programsOwnFoldersAreNoTours) {
+    const ProgramRun ownProgram = programInFolder(scratch / "app");
+    writeFile(scratch / "app/NewTour/script.txt", scriptWithStops(1));
+    writeFile(scratch / "app/NewTour/inner/script.txt", scriptWithStops(1));
+    fs::create_directory_symlink(scratch / "app/NewTour", scratch / "link");
+    for (const std::string name : {"app/Template", "app/TEMPLATE", "app/NewTour", "app/NewTour/inner",
+                                   "app/newtour", "link", "link/inner"}) {
+        const bool isTemplate = name.find("/T") != std::string::npos;
+        expectFailure(ownProgram, {"publish", scratch / name, "--into", scratch / "www"},
+                      {scratch / name, isTemplate ? "The 'Template' folder" : "The 'NewTour' folder",
+                       "cannot be used to store or retrieve user tours."});
+        expectFailure(ownProgram, {"publish", tour, "--into", scratch / name},
+                      {scratch / name, isTemplate ? "The 'Template' folder" : "The 'NewTour' folder"});
+    }
+}
+
 TEST_F(PublishTest, programsFoldersNeedNotBeWritable) {
     const ProgramRun ownProgram = programInFolder(scratch / "app");
     fs::permissions(scratch / "app", fs::perms(0555));

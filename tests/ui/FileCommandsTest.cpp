@@ -16,6 +16,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
+#include <filesystem>
 
 namespace wendmark {
 
@@ -402,6 +403,34 @@ private slots:
         expectMessage(
             "Wendmark: Defective Tour Folder|The selected folder does not contain all necessary tour files");
         window.load(program.path("MyTours/nowhere"));
+    }
+
+    void programsOwnFoldersAreNotOpenedFromTheCommandLine_data() {
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("Template") << "Template"
+                                  << "Template";
+        QTest::newRow("NewTour") << "NewTour"
+                                 << "NewTour";
+        QTest::newRow("other case") << "newtour"
+                                    << "NewTour";
+        QTest::newRow("inside, through a link") << "MyTours/link/walk"
+                                                << "NewTour";
+    }
+    void programsOwnFoldersAreNotOpenedFromTheCommandLine() {
+        QFETCH(QString, folder);
+        QFETCH(QString, name);
+        UiFixture program;
+        frmMain window(program.parts());
+        std::filesystem::create_directory_symlink(program.scratch / "NewTour",
+                                                  program.scratch / "MyTours/link");
+        expectMessage("Wendmark|The '" + name +
+                      "' folder is used for internal operations, and cannot be used to store or retrieve "
+                      "user tours.");
+        window.load(program.path(folder));
+        QCOMPARE(test::dialogsExpected(), 0);
+        QVERIFY(program.workspace.tourPath.empty());
+        QVERIFY(QFile::exists(program.working("script.txt"))); // The templates' tour is still the open one.
     }
 
     // Save and Save As

@@ -1,6 +1,7 @@
 #include "ui/dialogs/DialogParts.h"
 
 #include "base/Files.h"
+#include "model/ReservedFolders.h"
 #include "platform/Strings.h"
 #include "ui/Messages.h"
 
@@ -89,6 +90,13 @@ void runDialog(QDialog& dialog) {
     dialog.adjustSize();
     centreOnScreen(dialog);
     dialog.exec();
+}
+
+bool mayOpenTourIn(const QString& path, const WorkspaceFolders& folders, QWidget* parent) {
+    const std::string reserved = reservedTourMessage(folders, toUtf8(path));
+    if (!reserved.empty())
+        showMessage(parent, toQString(reserved), programTitle(), QMessageBox::Warning);
+    return reserved.empty();
 }
 
 bool createTourFolder(const QString& path) {

@@ -13,6 +13,8 @@ class QWidget;
 /// Pieces that the small dialogs have in common.
 namespace wendmark {
 
+struct WorkspaceFolders;
+
 /// Pixels between the parts of a dialog.
 inline constexpr int dialogGap = 8;
 
@@ -40,6 +42,10 @@ QDialogButtonBox* makeSelectionButtons(QWidget* parent);
 
 /// Shows the dialog modally in the middle of the screen, until it is left.
 void runDialog(QDialog& dialog);
+
+/// Whether `path` is no folder of the program's own, such as Template, in which no tour is kept. Else the
+/// author is told why it is not opened.
+bool mayOpenTourIn(const QString& path, const WorkspaceFolders& folders, QWidget* parent);
 
 /// Creates the folder `path` for a tour. False when it cannot be made, mostly because it exists.
 bool createTourFolder(const QString& path);

@@ -570,6 +570,8 @@ void frmMain::showOpeningPage() {
 
 void frmMain::openTourIn(const QString& folder) {
     TourContext& tour = m_parts.tour;
+    if (!mayOpenTourIn(folder, tour.workspace.folders(), this))
+        return;
     if (!folderHoldsTour(toUtf8(folder))) {
         showMessage(this, tr("The selected folder does not contain all necessary tour files"),
                     QStringLiteral("Wendmark: Defective Tour Folder"), QMessageBox::Warning);
