@@ -1,6 +1,7 @@
 #include "platform/FileLog.h"
 
 #include "platform/StateFolder.h"
+#include "platform/Strings.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -10,8 +11,6 @@
 namespace wendmark {
 
 namespace {
-
-constexpr qint64 longestFile = 1 << 20;
 
 const char* nameOf(Log::Level level) {
     switch (level) {
@@ -25,20 +24,10 @@ const char* nameOf(Log::Level level) {
     return "failure";
 }
 
-void startAnewWhenLong(const QString& path) {
-    if (QFile(path).size() <= longestFile)
-        return;
-    const QString predecessor = path + QStringLiteral(".1");
-    QFile::remove(predecessor);
-    QFile::rename(path, predecessor);
-}
-
 } // namespace
 
 FileLog::FileLog(const QString& path) : m_file(path) {
-    startAnewWhenLong(path);
-    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text))
-        std::cerr << "wendmark: no log file: " << m_file.errorString().toStdString() << '\n';
+    open(QIODevice::Append);
 }
 
 QString FileLog::defaultPath() {
@@ -51,8 +40,25 @@ void FileLog::write(Level level, const std::string& line) {
     if (!m_file.isOpen())
         return;
     const QByteArray time = QDateTime::currentDateTime().toString(Qt::ISODateWithMs).toUtf8();
-    m_file.write(time + ' ' + nameOf(level) + ": " + QByteArray::fromStdString(line) + '\n');
+    const QByteArray text = beginningOf(line, longestLine).toUtf8();
+    const QByteArray whole = time + ' ' + nameOf(level) + ": " + text + '\n';
+    if (m_file.size() + whole.size() > longestFile)
+        startAnew();
+    m_file.write(whole);
     m_file.flush();
+}
+
+void FileLog::open(QIODevice::OpenMode how) {
+    if (!m_file.open(QIODevice::WriteOnly | how))
+        std::cerr << "wendmark: no log file: " << m_file.errorString().toStdString() << '\n';
+}
+
+void FileLog::startAnew() {
+    m_file.close();
+    const QString predecessor = m_file.fileName() + QStringLiteral(".1");
+    QFile::remove(predecessor);
+    const bool kept = QFile(m_file.fileName()).rename(predecessor);
+    open(kept ? QIODevice::Append : QIODevice::Truncate);
 }
 
 } // namespace wendmark

@@ -1,27 +1,17 @@
 #include "recovery/RecoveryKeeper.h"
 
+#include "base/Files.h"
 #include "model/TourContext.h"
 #include "model/Workspace.h"
 #include "publish/TourCommands.h"
 
 namespace wendmark {
 
-namespace {
-
-std::string describe(const RecoveryRecord& record, const AuthorsFiles& files) {
-    std::string description = encodeWork(record);
-    for (const auto& [name, stamp] : files)
-        description.append(name).append(" ").append(stamp).append("\n");
-    return description;
-}
-
-} // namespace
-
 RecoveryKeeper::RecoveryKeeper(TourContext& tour, RecoveryStore& store) : m_tour(tour), m_store(store) {}
 
 void RecoveryKeeper::noteSaved() {
-    m_saved = describe({0, m_tour.workspace.tourPath, m_tour.model, {}},
-                       authorsFiles(m_tour.workspace.folders().newTourPath));
+    m_savedWork = encodeWork({0, m_tour.workspace.tourPath, m_tour.model, {}});
+    m_savedFiles = authorsFiles(m_tour.workspace.folders().newTourPath);
     m_checked.reset();
 }
 
@@ -44,11 +34,38 @@ bool RecoveryKeeper::isAsChecked(const std::optional<UnappliedTexts>& unapplied,
 
 /// False when it could not be kept.
 bool RecoveryKeeper::keep(const State& state) {
-    if (!state.record.unapplied && describe(state.record, state.files) == m_saved) {
+    if (!state.record.unapplied && isAsSaved(state)) {
         m_store.forget();
         return true;
     }
     return m_store.keep(state.record, m_tour.workspace.folders().newTourPath);
+}
+
+bool RecoveryKeeper::isAsSaved(const State& state) {
+    return encodeWork(state.record) == m_savedWork && isAsSaved(state.files);
+}
+
+/// A file that was only written anew, as the templates are by a wizard that is then left, is no change.
+bool RecoveryKeeper::isAsSaved(const AuthorsFiles& files) {
+    if (files.size() != m_savedFiles.size())
+        return false;
+    for (const auto& [name, stamp] : files) {
+        const auto saved = m_savedFiles.find(name);
+        if (saved == m_savedFiles.end() || (saved->second != stamp && !isAsInItsFolder(name)))
+            return false;
+        saved->second = stamp;
+    }
+    return true;
+}
+
+/// Whether the file is what the tour's folder holds, else the Template folder.
+bool RecoveryKeeper::isAsInItsFolder(const std::string& name) const {
+    const Workspace& workspace = m_tour.workspace;
+    const bool isInTour = !workspace.tourPath.empty() && fileExists(workspace.tourFile(name));
+    const files::Contents own = files::read(workspace.workingFile(name));
+    const files::Contents source =
+        files::read(isInTour ? workspace.tourFile(name) : workspace.templateFile(name));
+    return own.outcome.ok() && source.outcome.ok() && own.bytes == source.bytes;
 }
 
 void RecoveryKeeper::recover(const RecoverySession& session, std::int64_t now) {
@@ -56,7 +73,7 @@ void RecoveryKeeper::recover(const RecoverySession& session, std::int64_t now) {
     m_store.restoreFiles(session, m_tour.workspace.folders().newTourPath);
     m_tour.model = session.record.model;
     generateRecoveredTour(m_tour);
-    m_saved.clear();
+    m_savedWork.clear();
     m_checked.reset();
     RecoveryRecord record = session.record;
     record.time = now;

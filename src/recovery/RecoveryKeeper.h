@@ -49,11 +49,15 @@ private:
 
     bool isAsChecked(const std::optional<UnappliedTexts>& unapplied, const AuthorsFiles& files) const;
     bool keep(const State& state);
+    bool isAsSaved(const State& state);
+    bool isAsSaved(const AuthorsFiles& files);
+    bool isAsInItsFolder(const std::string& name) const;
 
     TourContext& m_tour;
     RecoveryStore& m_store;
     std::optional<State> m_checked; ///< Nothing to do while the tour is still this.
-    std::string m_saved;            ///< Work and files of the tour as it was saved.
+    std::string m_savedWork;        ///< Of the tour as it was saved.
+    AuthorsFiles m_savedFiles;      ///< Same.
 };
 
 } // namespace wendmark

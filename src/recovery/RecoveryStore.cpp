@@ -19,6 +19,14 @@ std::string filesOf(const std::string& session) {
     return files::join(session, filesFolder);
 }
 
+Outcome keepFile(const std::string& path, const std::string& folder, const std::string& name) {
+    // Under another name first, so that the former file is there until the new one is.
+    const std::string coming = files::join(folder, ".coming");
+    static_cast<void>(files::remove(coming)); // There is one only after a failure.
+    Outcome added = files::addName(path, coming);
+    return added.ok() ? files::move(coming, files::join(folder, name)) : added;
+}
+
 } // namespace
 
 AuthorsFiles authorsFiles(const std::string& workingCopy) {
@@ -33,12 +41,23 @@ AuthorsFiles authorsFiles(const std::string& workingCopy) {
 RecoveryStore::RecoveryStore(std::string folder, Log& log) : m_folder(std::move(folder)), m_log(log) {}
 
 bool RecoveryStore::keep(const RecoveryRecord& record, const std::string& workingCopy) {
-    if (m_session.empty() && !beginSession())
+    const Outcome begun = beginSession();
+    if (!begun.ok()) {
+        tell(begun);
         return false;
-    keepFiles(workingCopy);
+    }
+    const Outcome filesKept = keepFiles(workingCopy);
     const Outcome written = files::writeSecured(files::join(m_session, recordName), encodeRecord(record));
-    m_log.skip(written);
+    tell(written.ok() ? filesKept : written);
     return written.ok();
+}
+
+void RecoveryStore::tell(const Outcome& kept) {
+    if (!kept.ok() && !m_isFailing)
+        m_log.fail("unsaved work is not kept: " + kept.message());
+    if (kept.ok() && m_isFailing)
+        m_log.note("unsaved work is kept again");
+    m_isFailing = !kept.ok();
 }
 
 void RecoveryStore::forget() {
@@ -83,30 +102,32 @@ void RecoveryStore::discard(const RecoverySession& session) const {
     m_log.skip(files::removeFolder(session.folder));
 }
 
-bool RecoveryStore::beginSession() {
+Outcome RecoveryStore::beginSession() {
+    if (!m_session.empty())
+        return Outcome::success();
     std::random_device random;
     const std::string session = files::join(m_folder, std::to_string(random()) + std::to_string(random()));
-    const Outcome made = files::makeFolders(filesOf(session));
-    m_log.skip(made);
+    Outcome made = files::makeFolders(filesOf(session));
     if (made.ok())
         m_session = session;
-    return made.ok();
+    return made;
 }
 
-void RecoveryStore::keepFiles(const std::string& workingCopy) {
+/// Gives the first failure, after which the other files are kept all the same.
+Outcome RecoveryStore::keepFiles(const std::string& workingCopy) {
     const AuthorsFiles present = authorsFiles(workingCopy);
     const std::string folder = filesOf(m_session);
+    Outcome outcome = Outcome::success();
+    const auto succeeded = [&](Outcome step) {
+        const bool ok = step.ok();
+        if (!ok && outcome.ok())
+            outcome = std::move(step);
+        return ok;
+    };
     for (const auto& [name, stamp] : present) {
-        if (const auto kept = m_kept.find(name); kept != m_kept.end() && kept->second == stamp)
-            continue;
-        // Under another name first, so that the former file is there until the new one is.
-        const std::string coming = files::join(folder, ".coming");
-        static_cast<void>(files::remove(coming)); // There is one only after a failure.
-        Outcome copied = files::addName(files::join(workingCopy, name), coming);
-        if (copied.ok())
-            copied = files::move(coming, files::join(folder, name));
-        m_log.skip(copied);
-        if (copied.ok())
+        const auto kept = m_kept.find(name);
+        const bool isKept = kept != m_kept.end() && kept->second == stamp;
+        if (!isKept && succeeded(keepFile(files::join(workingCopy, name), folder, name)))
             m_kept[name] = stamp;
     }
     for (auto kept = m_kept.begin(); kept != m_kept.end();) {
@@ -114,9 +135,10 @@ void RecoveryStore::keepFiles(const std::string& workingCopy) {
             ++kept;
             continue;
         }
-        m_log.skip(files::remove(files::join(folder, kept->first)));
+        succeeded(files::remove(files::join(folder, kept->first)));
         kept = m_kept.erase(kept);
     }
+    return outcome;
 }
 
 } // namespace wendmark

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Outcome.h"
 #include "recovery/RecoveryRecord.h"
 
 #include <map>
@@ -20,7 +21,8 @@ struct RecoverySession {
 };
 
 /// Keeps tours that are being edited in folders outside the working copy, one for each run of the program: a
-/// record and the author's files. Every failure is a line in the log.
+/// record and the author's files. A failure is a line in the log; as keep() is called again and again, it
+/// writes one when it begins to fail and a note when everything is kept again.
 class RecoveryStore final {
 public:
     /// The runs of one program share `folder`, no two of them at a time; it is made when it is needed. The
@@ -43,13 +45,15 @@ public:
     void discard(const RecoverySession& session) const;
 
 private:
-    bool beginSession();
-    void keepFiles(const std::string& workingCopy);
+    Outcome beginSession();
+    Outcome keepFiles(const std::string& workingCopy);
+    void tell(const Outcome& kept);
 
     std::string m_folder;
     Log& m_log;
     std::string m_session; ///< This run's folder; empty until something is kept.
     AuthorsFiles m_kept;
+    bool m_isFailing = false; ///< Something could not be kept the last time, and the log says so.
 };
 
 /// All files of a working copy but those that are generated from the model and the templates.

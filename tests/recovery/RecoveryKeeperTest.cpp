@@ -90,6 +90,45 @@ TEST_F(RecoveryKeeperTest, everyKindOfChangeIsKept) {
     }
 }
 
+TEST_F(RecoveryKeeperTest, templatesThatAWizardFillsInAnewAreNoChange) {
+    Program program(state);
+    program.keeper.noteSaved();
+    program.tour.workspace.resetWorkingCopy();
+    program.keeper.check(1);
+    EXPECT_THAT(found(), IsEmpty());
+    program.tour.writeWorking("fr-logo.gif", "the author's");
+    program.keeper.check(2);
+    EXPECT_THAT(found(), SizeIs(1));
+}
+
+TEST_F(RecoveryKeeperTest, templateInPlaceOfATourOwnFileIsAChange) {
+    test::writeFile(folder + "/fr-logo.gif", "the author's");
+    Program program(state);
+    program.openTour(folder);
+    program.tour.writeWorking("fr-logo.gif", "the author's"); // Written anew, with the same contents.
+    program.keeper.check(1);
+    EXPECT_THAT(found(), IsEmpty());
+    program.tour.writeWorking("fr-logo.gif", test::readFile(program.tour.workspace.templateFile("fr-logo.gif")));
+    program.keeper.check(2);
+    EXPECT_THAT(found(), SizeIs(1));
+}
+
+TEST_F(RecoveryKeeperTest, folderThatCannotBeWrittenIsOneLineHoweverOftenItIsTried) {
+    test::writeFile(state, "a file where a folder is needed");
+    Program program(state);
+    program.openTour(folder);
+    program.tour.model.tourTitle = "Lakes";
+    const auto failures = program.tour.log.failures.size();
+    for (int look = 1; look <= 20; ++look)
+        program.keeper.check(look);
+    EXPECT_EQ(program.tour.log.failures.size(), failures + 1);
+    fs::remove(state);
+    program.keeper.check(21);
+    program.keeper.check(22);
+    EXPECT_THAT(found(), SizeIs(1));
+    EXPECT_EQ(program.tour.log.failures.size(), failures + 1);
+}
+
 TEST_F(RecoveryKeeperTest, textThatIsNotAppliedIsKeptUntilItIsGone) {
     Program program(state);
     program.openTour(folder);

@@ -147,10 +147,39 @@ TEST_F(RecoveryStoreTest, formerStateStaysWhenTheNewOneCannotBeKept) {
     EXPECT_TRUE(store.keep(recordOf("C"), working));
 }
 
-TEST_F(RecoveryStoreTest, folderThatCannotBeMadeIsALineInTheLog) {
-    test::writeFile(scratch / "state", "a file");
-    EXPECT_FALSE(store.keep(recordOf("A"), working));
+TEST_F(RecoveryStoreTest, folderThatCannotBeMadeIsOneLineUntilItCan) {
+    for (int round = 1; round <= 2; ++round) {
+        SCOPED_TRACE(round);
+        store.forget();
+        fs::remove_all(scratch / "state");
+        test::writeFile(scratch / "state", "a file where a folder is needed");
+        for (int look = 0; look < 20; ++look)
+            EXPECT_FALSE(store.keep(recordOf("A"), working));
+        EXPECT_THAT(log.failures, SizeIs(round));
+        fs::remove(scratch / "state");
+        for (int look = 0; look < 20; ++look)
+            EXPECT_TRUE(store.keep(recordOf("A"), working));
+        EXPECT_THAT(log.failures, SizeIs(round));
+        EXPECT_THAT(log.notes, SizeIs(round));
+        EXPECT_THAT(restored(found()[0]), ElementsAre(Pair("cactus.htm", "A cactus.")));
+    }
+}
+
+TEST_F(RecoveryStoreTest, fileThatCannotBeKeptIsOneLineAndTheRestIsKept) {
+    store.keep(recordOf("A"), working);
+    const std::string session = found()[0].folder;
+    fs::create_directories(session + "/files/stone.htm/in the way");
+    write("stone.htm", "A stone.");
+    write("tree.htm", "A tree.");
+    for (const std::string title : {"B", "C", "D"})
+        EXPECT_TRUE(store.keep(recordOf(title), working));
     EXPECT_THAT(log.failures, SizeIs(1));
+    EXPECT_THAT(restored(found()[0]), ElementsAre(Key("cactus.htm"), Key("tree.htm")));
+    fs::remove_all(session + "/files/stone.htm");
+    EXPECT_TRUE(store.keep(recordOf("E"), working));
+    EXPECT_THAT(log.failures, SizeIs(1));
+    EXPECT_THAT(log.notes, SizeIs(1));
+    EXPECT_THAT(restored(found()[0]), ElementsAre(Key("cactus.htm"), Key("stone.htm"), Key("tree.htm")));
 }
 
 } // namespace

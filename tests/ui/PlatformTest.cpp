@@ -127,6 +127,43 @@ private slots:
         QCOMPARE(value("Missing"), std::nullopt);
     }
 
+    void logFileStaysBoundedWhileTheProgramRuns() {
+        const test::ScratchFolder scratch;
+        const std::string path = scratch / "wendmark.log";
+        FileLog log(toQString(path));
+        const std::string line(1000, 'x');
+        const std::size_t linesOfThreeFiles = 3 * FileLog::longestFile / line.size();
+        for (std::size_t n = 0; n < linesOfThreeFiles; ++n) {
+            log.note(line);
+            QVERIFY(std::filesystem::file_size(path) <= FileLog::longestFile);
+        }
+        log.note("the last one");
+        QVERIFY(test::readFile(path).ends_with(" note: the last one\n"));
+        QVERIFY(std::filesystem::file_size(path + ".1") <= FileLog::longestFile);
+        QVERIFY(std::filesystem::file_size(path + ".1") > FileLog::longestFile - 2 * line.size());
+        QCOMPARE(test::folderContents(scratch.path()).size(), std::size_t(2));
+    }
+
+    void logFileIsEmptiedWhenItCannotBeRenamed() {
+        const test::ScratchFolder scratch;
+        const std::string path = scratch / "wendmark.log";
+        test::writeFile(path + ".1/in the way", "");
+        test::writeFile(path, std::string(FileLog::longestFile, 'x'));
+        FileLog(toQString(path)).note("fresh");
+        QVERIFY(test::readFile(path).ends_with(" note: fresh\n"));
+        QVERIFY(test::readFile(path).size() < 100);
+    }
+
+    void longLineOfTheLogIsCut() {
+        const test::ScratchFolder scratch;
+        FileLog log(toQString(scratch / "wendmark.log"));
+        log.note(std::string(3 * FileLog::longestFile, 'x'));
+        log.note("next");
+        const std::string text = test::readFile(scratch / "wendmark.log");
+        QVERIFY(text.size() < FileLog::longestLine + 200);
+        QVERIFY(text.ends_with(" note: next\n"));
+    }
+
     void logFileTakesEveryLineAndStartsAnewWhenLong() {
         const test::ScratchFolder scratch;
         const QString path = toQString(scratch / "wendmark.log");

@@ -9,6 +9,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QRadioButton>
 #include <QStatusBar>
 #include <QTest>
 #include <filesystem>
@@ -154,6 +155,41 @@ private slots:
         });
         Run next(program);
         QCOMPARE(program.model.tourTitle.size(), std::size_t{1'000'000});
+    }
+
+    void untouchedTourIsNotKeptWhileTheFirstDialogsAreOpen() {
+        UiFixture program;
+        RecoveryKeeper recovery(program.tour, program.recoveryStore);
+        const auto isLookedAtTwice = [&] {
+            int looks = 0;
+            recovery.unappliedTexts = [&]() -> std::optional<UnappliedTexts> {
+                ++looks;
+                return {};
+            };
+            const bool done = waitUntil([&] { return looks == 2; });
+            recovery.unappliedTexts = nullptr;
+            return done;
+        };
+        onNextDialog([&](QDialog& wizard) {
+            QCOMPARE(wizard.objectName(), QStringLiteral("frmWizard1"));
+            QVERIFY(isLookedAtTwice());
+            QVERIFY(leftBy(program).empty());
+            wizard.findChild<QRadioButton*>("optOldTour")->setChecked(true);
+            press(wizard, "btnNext");
+        });
+        onNextDialog([&](QDialog& open) {
+            QCOMPARE(open.objectName(), QStringLiteral("frmSelectFolderOpen"));
+            QVERIFY(isLookedAtTwice());
+            QVERIFY(leftBy(program).empty());
+            open.reject();
+        });
+        ProgramParts parts = program.parts();
+        frmMain window({parts.tour, parts.handOver, parts.options, parts.desktop, parts.settings,
+                        parts.registry, parts.browserProfile, recovery, parts.savedScripts});
+        window.load(QString());
+        QVERIFY(isLookedAtTwice());
+        QVERIFY(leftBy(program).empty());
+        QCOMPARE(test::dialogsExpected(), 0);
     }
 
     void discardForgetsAndTheWizardComes() {
