@@ -118,11 +118,6 @@ Outcome createNew(TourRun& run, const std::string& title, TourTarget& target, st
     return finish(run, target, "Created", output);
 }
 
-/// In words that name only folders that are there after the run.
-Outcome inWordsOf(const TourTarget& target, const Outcome& outcome) {
-    return outcome.ok() ? outcome : refuse(target.withoutHiddenFolder(outcome.message()));
-}
-
 /// Makes the target's hidden folder the working copy.
 void useAsWorkingCopy(const TourTarget& target, WorkspaceFolders& folders) {
     folders.newTourPath = files::join(target.finished(), "");
@@ -148,7 +143,7 @@ Outcome runPublish(const PublishRequest& request, std::ostream& output, std::ost
     else
         useAsWorkingCopy(target, folders);
     TourRun run(folders, errors);
-    outcome = inWordsOf(target, publish(run, tour, target, output));
+    outcome = target.inOwnWords(publish(run, tour, target, output));
     if (outcome.ok())
         workingCopy.keep();
     return outcome;
@@ -164,7 +159,7 @@ Outcome runNew(const NewRequest& request, std::ostream& output, std::ostream& er
         return outcome;
     useAsWorkingCopy(target, folders);
     TourRun run(folders, errors);
-    return inWordsOf(target, createNew(run, request.title, target, output));
+    return target.inOwnWords(createNew(run, request.title, target, output));
 }
 
 } // namespace wendmark::cli

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Outcome.h"
+#include "base/StagedReplacement.h"
 #include "tour_cli/Folders.h"
 
 #include <csignal>
@@ -29,7 +30,6 @@ private:
 class TourTarget final {
 public:
     explicit TourTarget(std::string folder);
-    ~TourTarget();
     TourTarget(const TourTarget&) = delete;
     TourTarget& operator=(const TourTarget&) = delete;
 
@@ -42,25 +42,20 @@ public:
     const std::string& folder() const { return m_folder; }
 
     /// The hidden folder, empty at first.
-    const std::string& finished() const { return m_finished; }
+    const std::string& finished() const { return m_replacement.staging(); }
 
     /// Replaces files of the folder by those of finished(), script.txt last. Others stay. When one file
     /// cannot be replaced, or a signal to end has come, the folder stays what it was.
     Outcome putInPlace();
 
-    /// The text with the folder in place of the hidden one, if that goes.
-    std::string withoutHiddenFolder(std::string text) const;
+    /// The outcome in words that name the folder in place of the hidden one, if that goes.
+    Outcome inOwnWords(const Outcome& outcome) const;
 
 private:
-    Outcome makeHiddenIn(const std::string& place);
-    Outcome replaceFiles();
-
     HeldSignals m_signals; ///< First, so that they wait until everything else is cleared away.
     std::string m_folder;
     MadeFolder m_parent;
-    std::string m_finished;
-    bool m_isNew = false;
-    bool m_keepsOld = false; ///< The hidden folder holds what the author has nowhere else.
+    StagedReplacement m_replacement;
 };
 
 } // namespace wendmark::cli

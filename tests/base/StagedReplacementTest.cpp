@@ -228,5 +228,74 @@ TEST_F(StagedReplacementTest, missingFolderIsNotMade) {
     EXPECT_FALSE(exists(m_scratch / "no"));
 }
 
+TEST_F(StagedReplacementTest, allFilesAreReplacedWhenAllCanBe) {
+    writeTarget("a.htm", "old");
+    writeTarget("B.HTM", "old");
+    writeTarget("other.htm", "kept");
+    {
+        StagedReplacement replacement(m_target, ".hidden");
+        ASSERT_TRUE(replacement.begin().ok());
+        EXPECT_EQ(replacement.staging(), m_target + "/.hidden");
+        writeFile(replacement.staging() + "/a.htm", "new");
+        ASSERT_TRUE(replacement.stage(source("b.htm", "new"), "b.htm").ok());
+        ASSERT_TRUE(replacement.stage(source("script.txt", "new"), "script.txt").ok());
+        FolderWatch watch(m_target);
+        EXPECT_TRUE(replacement.commitAllOrNothing({"a.htm", "script.txt"}).ok());
+        EXPECT_EQ(watch.namesMovedIn(), (std::vector<std::string>{"b.htm", "a.htm", "script.txt"}));
+        EXPECT_FALSE(replacement.keepsOld());
+    }
+    EXPECT_EQ(target(),
+              (FileMap{{"a.htm", "new"}, {"b.htm", "new"}, {"other.htm", "kept"}, {"script.txt", "new"}}));
+}
+
+TEST_F(StagedReplacementTest, noFileIsReplacedWhenOneCannotBe) {
+    writeTarget("a.htm", "old");
+    writeTarget("C.HTM", "old");
+    writeTarget("d.htm/inner", "kept");
+    fs::create_symlink("a.htm", m_target + "/b.htm");
+    const FileMap before = target();
+    {
+        StagedReplacement replacement(m_target);
+        ASSERT_TRUE(replacement.begin().ok());
+        for (const std::string_view name : {"a.htm", "b.htm", "c.htm", "d.htm", "e.htm"})
+            ASSERT_TRUE(replacement.stage(source(name, "new"), std::string(name)).ok());
+        const Outcome outcome = replacement.commitAllOrNothing({"d.htm"});
+        EXPECT_EQ(outcome.message(), "cannot replace " + m_target + "/d.htm: Is a directory");
+        EXPECT_FALSE(replacement.keepsOld());
+    }
+    EXPECT_EQ(target(), before);
+    EXPECT_TRUE(fs::is_symlink(m_target + "/b.htm"));
+    EXPECT_FALSE(stagingIsThere());
+}
+
+TEST_F(StagedReplacementTest, newFolderIsThereOnlyWhenCommitted) {
+    const std::string folder = m_scratch / "new";
+    {
+        StagedReplacement givenUp(folder);
+        ASSERT_TRUE(givenUp.beginNew().ok());
+        ASSERT_TRUE(givenUp.stage(source("a.htm", "new"), "a.htm").ok());
+        EXPECT_FALSE(exists(folder));
+    }
+    EXPECT_FALSE(exists(folder));
+    {
+        StagedReplacement replacement(folder);
+        ASSERT_TRUE(replacement.beginNew().ok());
+        ASSERT_TRUE(replacement.stage(source("a.htm", "new"), "a.htm").ok());
+        EXPECT_TRUE(replacement.commitAllOrNothing({}).ok());
+    }
+    EXPECT_EQ(folderContents(folder), (FileMap{{"a.htm", "new"}}));
+    EXPECT_FALSE(exists(m_scratch / ".wendmark-save"));
+}
+
+TEST_F(StagedReplacementTest, folderThatIsThereIsNoNewOne) {
+    writeTarget("a.htm", "old");
+    fs::create_symlink("nowhere", m_scratch / "dangling");
+    for (const std::string& folder : {m_target, m_scratch / "dangling"}) {
+        StagedReplacement replacement(folder);
+        EXPECT_EQ(replacement.beginNew().message(), "cannot create the folder " + folder + ": File exists");
+    }
+    EXPECT_EQ(target(), (FileMap{{"a.htm", "old"}}));
+}
+
 } // namespace
 } // namespace wendmark
