@@ -17,28 +17,36 @@ inline constexpr std::string_view scriptMarker = "<<<VoskInfo>>>";
 /// Most errors of one script that are shown; the number of those after them is shown as one more.
 inline constexpr int mostShownLineErrors = 200;
 
-/// Reads the working copy's script.txt into the model, without clearing the model first: what the script does
-/// not name keeps its value. The first mostShownLineErrors errors of lines go to
-/// reportLineError(); a file that cannot be read behaves like an empty one. Stops after the 100th are counted
-/// in stopCount but not stored, launching points after the 100th are not even counted; how many were left out
-/// is a warning in the log.
-void readScript(TourContext& context);
-
-/// Same for the script at `path`.
-void readScriptFile(TourContext& context, const std::string& path);
-
-/// Replaces the working copy's script.txt by the model. Fills empty texts of the model with their
-/// placeholders and marks the paragraphs of its narrations and instructions.
-void writeScript(TourContext& context);
-
 /// How much of a script was left out because a tour has no place for it.
 struct ScriptSurplus {
     int stops = 0;
     int launchURLs = 0;
 };
 
+/// What reading a script has come to.
+struct ScriptReading {
+    ScriptSurplus surplus;
+    bool couldBeRead = true; ///< False: there was no file, or the system did not give its bytes.
+    bool hasTitle = false;   ///< False: the script ends before the tour's title. Title and stops of the
+                             ///< model are those it had before.
+};
+
+/// Reads the working copy's script.txt into the model, without clearing the model first: what the script does
+/// not name keeps its value. The first mostShownLineErrors errors of lines go to
+/// reportLineError(); a file that cannot be read behaves like an empty one. Stops after the 100th are counted
+/// in stopCount but not stored, launching points after the 100th are not even counted; how many were left out
+/// is a warning in the log.
+ScriptReading readScript(TourContext& context);
+
+/// Same for the script at `path`.
+ScriptReading readScriptFile(TourContext& context, const std::string& path);
+
+/// Replaces the working copy's script.txt by the model. Fills empty texts of the model with their
+/// placeholders and marks the paragraphs of its narrations and instructions.
+void writeScript(TourContext& context);
+
 /// Reads a whole script, Windows-1252 bytes, as readScript() does.
-ScriptSurplus parseScript(std::string_view script, TourModel& model, const LineErrorHandler& onError);
+ScriptReading parseScript(std::string_view script, TourModel& model, const LineErrorHandler& onError);
 
 /// The bytes that writeScript() writes; changes the model as writeScript() does.
 std::string composeScript(TourModel& model);

@@ -143,10 +143,11 @@ public:
     ScriptReader(std::string_view script, TourModel& model, const LineErrorHandler& onError)
         : m_lines(script), m_model(model), m_onError(onError) {}
 
-    ScriptSurplus read() {
-        if (readHeader())
+    ScriptReading read() {
+        m_reading.hasTitle = readHeader();
+        if (m_reading.hasTitle)
             readStops();
-        return m_surplus;
+        return m_reading;
     }
 
 private:
@@ -174,7 +175,7 @@ private:
         while (readLine()) {
             if (isMarkerLine(m_line)) {
                 if (!parseScriptCommand(m_line, m_lineNumber, m_model, m_onError))
-                    ++m_surplus.launchURLs;
+                    ++m_reading.surplus.launchURLs;
             } else if (!m_line.empty()) {
                 m_model.tourTitle = windows1252::decodeHtml(m_line);
                 return true;
@@ -190,7 +191,7 @@ private:
         while (stopCounter < mostCounted && readTextLine())
             readStop(stopCounter++);
         m_model.stops.setCount(stopCounter);
-        m_surplus.stops = std::max(0, stopCounter - tourCapacity);
+        m_reading.surplus.stops = std::max(0, stopCounter - tourCapacity);
     }
 
     /// Reads a stop from its title, the current line, on. Everything is read also when there is no place for
@@ -237,7 +238,7 @@ private:
     int m_lineNumber = 0; ///< Counts attempts, also those that found the end of the file.
     TourModel& m_model;
     const LineErrorHandler& m_onError;
-    ScriptSurplus m_surplus;
+    ScriptReading m_reading;
 };
 
 /// Keywords are ASCII, whatever the language of the system.
@@ -302,26 +303,28 @@ bool parseScriptCommand(std::string_view line, int lineNumber, TourModel& model,
     return true;
 }
 
-ScriptSurplus parseScript(std::string_view script, TourModel& model, const LineErrorHandler& onError) {
+ScriptReading parseScript(std::string_view script, TourModel& model, const LineErrorHandler& onError) {
     return ScriptReader(script, model, onError).read();
 }
 
-void readScript(TourContext& context) {
-    readScriptFile(context, context.workspace.workingFile("script.txt"));
+ScriptReading readScript(TourContext& context) {
+    return readScriptFile(context, context.workspace.workingFile("script.txt"));
 }
 
-void readScriptFile(TourContext& context, const std::string& path) {
+ScriptReading readScriptFile(TourContext& context, const std::string& path) {
     const files::Contents script = files::read(path);
     context.log.skip(script.outcome);
     context.desktop.stayResponsive();
     ShownErrors errors(context.desktop);
-    const ScriptSurplus surplus =
+    ScriptReading reading =
         parseScript(script.bytes, context.model,
                     [&](int lineNumber, std::string_view message) { errors.add(lineNumber, message); });
     context.desktop.stayResponsive();
     errors.showHowManyMore();
-    warnOfSurplus(context.log, "stops", surplus.stops);
-    warnOfSurplus(context.log, "launching points", surplus.launchURLs);
+    warnOfSurplus(context.log, "stops", reading.surplus.stops);
+    warnOfSurplus(context.log, "launching points", reading.surplus.launchURLs);
+    reading.couldBeRead = script.outcome.ok();
+    return reading;
 }
 
 } // namespace wendmark

@@ -19,14 +19,13 @@ namespace {
 
 /// Reads the tour as the window program opens it, without touching its folder.
 Outcome readTour(TourRun& run, const std::string& tour) {
-    const std::string script = files::join(tour, "script.txt");
-    Outcome readable = files::read(script).outcome;
-    if (!readable.ok())
-        return readable;
+    Outcome usable = checkTitle(tour);
+    if (!usable.ok())
+        return usable;
     run.start();
     run.workspace().initTourDefaults();
     run.workspace().tourPath = tour;
-    readScriptFile(run.context(), script);
+    readScriptFile(run.context(), files::join(tour, "script.txt"));
     // An opened tour has its placeholders and the marks of its paragraphs.
     static_cast<void>(composeScript(run.model()));
     return run.outcome();

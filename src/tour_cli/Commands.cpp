@@ -20,9 +20,9 @@ Outcome refuse(const std::string& sentence) {
 
 /// The script is copied with the tour's other files, and of links only those that stay inside the folder are.
 Outcome checkScript(const std::string& tour) {
-    Outcome readable = files::read(files::join(tour, "script.txt")).outcome;
-    if (!readable.ok())
-        return readable;
+    Outcome usable = checkTitle(tour);
+    if (!usable.ok())
+        return usable;
     const files::Listing scripts = files::list(tour, files::Links::insideFolder, "script.txt");
     if (!scripts.leadOut.empty())
         return refuse("cannot use " + files::join(tour, scripts.leadOut.front()) +

@@ -3,7 +3,9 @@
 #include "base/Files.h"
 #include "base/Names.h"
 #include "model/ReservedFolders.h"
+#include "model/ScriptFile.h"
 #include "model/TourFiles.h"
+#include "model/TourModel.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -74,6 +76,17 @@ Outcome checkTemplates(const WorkspaceFolders& folders) {
             return readable;
     }
     return Outcome::success();
+}
+
+Outcome checkTitle(const std::string& tour) {
+    const std::string path = files::join(tour, "script.txt");
+    const files::Contents script = files::read(path);
+    if (!script.outcome.ok())
+        return script.outcome;
+    TourModel model;
+    const bool hasTitle = parseScript(script.bytes, model, [](int, std::string_view) {}).hasTitle;
+    return hasTitle ? Outcome::success()
+                    : Outcome::failure("cannot use " + path + ": it ends before the title of a tour");
 }
 
 MadeFolder::MadeFolder(std::string path) : m_path(std::move(path)) {}

@@ -27,6 +27,10 @@ Outcome checkTour(const std::string& tour, const WorkspaceFolders& folders);
 /// Fails on the first template that a tour cannot be generated without.
 Outcome checkTemplates(const WorkspaceFolders& folders);
 
+/// Fails when the tour's script cannot be read, and when it ends before its title: reading that would leave
+/// the tour that was there before in the model.
+Outcome checkTitle(const std::string& tour);
+
 /// A folder that is made for a run, and taken away again with all that it holds unless it is kept. One that
 /// was there before stays.
 class MadeFolder final {

@@ -26,6 +26,8 @@ struct Reading {
     TourModel model;
     Lines errors; ///< As the author sees them.
     ScriptSurplus surplus;
+    bool couldBeRead = false;
+    bool hasTitle = false;
 };
 
 LineErrorHandler collectIn(Lines& errors) {
@@ -35,8 +37,12 @@ LineErrorHandler collectIn(Lines& errors) {
 }
 
 Reading read(std::string_view script, TourModel model = {}) {
-    Reading reading{std::move(model), {}, {}};
-    reading.surplus = parseScript(script, reading.model, collectIn(reading.errors));
+    Reading reading;
+    reading.model = std::move(model);
+    const ScriptReading result = parseScript(script, reading.model, collectIn(reading.errors));
+    reading.surplus = result.surplus;
+    reading.couldBeRead = result.couldBeRead;
+    reading.hasTitle = result.hasTitle;
     return reading;
 }
 
@@ -686,6 +692,34 @@ TEST(ScriptReader, fullTourIsReadWithoutAWarning) {
     tour.writeWorking("script.txt", script);
     readScript(tour.context);
     EXPECT_EQ(tour.log.warnings, Lines{});
+}
+
+TEST(ScriptReader, tellsWhetherTheScriptHasATitle) {
+    TourModel before;
+    before.tourTitle = "Before";
+    before.stopCount = 2;
+    for (const std::string_view script : {"", "\r\n", " \n \n", "<<<VoskInfo>>>#Author = Ann\r\n",
+                                          "<<<VoskInfo>>>#AutoBuffer\r\n\r\n  <<<VoskInfo>>> Title\r\n"}) {
+        const Reading reading = read(script, before);
+        EXPECT_FALSE(reading.hasTitle) << script;
+        EXPECT_TRUE(reading.couldBeRead);
+        EXPECT_EQ(reading.model.tourTitle, "Before");
+        EXPECT_EQ(reading.model.stopCount, 2);
+        EXPECT_EQ(reading.errors.size(), 1U);
+    }
+    for (const std::string_view script : {"Title", "\r\n Title\r\n", "<<<VoskInfo>>>#AutoBuffer\nTitle\n"})
+        EXPECT_TRUE(read(script).hasTitle) << script;
+}
+
+TEST(ScriptReader, ofAFileTellsWhetherItCouldBeRead) {
+    TestTour tour;
+    tour.writeWorking("script.txt", "Title\r\n");
+    ScriptReading reading = readScript(tour.context);
+    EXPECT_TRUE(reading.couldBeRead);
+    EXPECT_TRUE(reading.hasTitle);
+    reading = readScriptFile(tour.context, tour.scratch / "missing.txt");
+    EXPECT_FALSE(reading.couldBeRead);
+    EXPECT_FALSE(reading.hasTitle);
 }
 
 } // namespace

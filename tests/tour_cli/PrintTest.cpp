@@ -123,6 +123,9 @@ TEST_F(PrintTest, whatCannotBeReadOrWrittenIsNamed) {
                   {"cannot read", "empty/script.txt"});
     expectFailure(program(), {"print", scratch / "none", "--to", scratch / "tour.pdf"},
                   {"cannot read", "none/script.txt"});
+    writeFile(scratch / "untitled/script.txt", "<<<VoskInfo>>>#AutoBuffer\r\n\r\n");
+    expectFailure(program(), {"print", scratch / "untitled", "--to", scratch / "tour.pdf"},
+                  {"cannot use", "untitled/script.txt: it ends before the title of a tour"});
     expectFailure(program(), {"print", tour, "--to", scratch / "none/tour.pdf"},
                   {"cannot write", "none/tour.pdf"});
     expectFailure(program(), {"print", tour, "--to", scratch / "empty"}, {"cannot write", "empty"});

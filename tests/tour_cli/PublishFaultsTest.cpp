@@ -44,6 +44,18 @@ TEST_F(PublishFaultsTest, tourHasNoScript) {
     expectFailure(program(), {"publish", tour}, {tour + "/script.txt", "No such file or directory"});
 }
 
+TEST_F(PublishFaultsTest, scriptHasNoTitle) {
+    for (const std::string script : {"", "\r\n\r\n", "<<<VoskInfo>>>#Author = Ann Lee\r\n\r\n",
+                                     "<<<VoskInfo>>>#NarHeight\r\n<<<VoskInfo>>> Stop1\r\n"}) {
+        writeFile(tour + "/script.txt", script);
+        for (const std::string& target : {tour, scratch / "www", scratch / "a/new"})
+            expectFailure(program(), {"publish", tour, "--into", target},
+                          {"cannot use " + tour + "/script.txt: it ends before the title of a tour"});
+        expectFailure(program(), {"publish", tour, "--working-copy", scratch / "copy"},
+                      {"cannot use " + tour + "/script.txt"});
+    }
+}
+
 TEST_F(PublishFaultsTest, scriptIsAFolder) {
     fs::remove(tour + "/script.txt");
     fs::create_directory(tour + "/script.txt");
