@@ -2,7 +2,7 @@
 #include "model/ScriptFile.h"
 #include "model/SiteLists.h"
 #include "publish/TemplateFiller.h"
-#include "publish/TourCommands.h"
+#include "commands/TourCommands.h"
 #include "support/TestTour.h"
 
 #include <benchmark/benchmark.h>
@@ -63,8 +63,8 @@ class ScriptOnDisk final {
 public:
     ScriptOnDisk(const std::string& bytes, std::size_t part) {
         tour.useShippedTemplates();
-        tour.workspace.tourPath = tour.scratch / "MyTours/hostile";
-        std::filesystem::create_directory(tour.workspace.tourPath);
+        tour.workspace.setTourPath(tour.scratch / "MyTours/hostile");
+        std::filesystem::create_directory(tour.workspace.tourPath());
         test::writeFile(tour.workspace.tourFile("script.txt"),
                         std::string_view(bytes).substr(0, bytes.size() / part));
     }

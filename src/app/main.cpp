@@ -1,7 +1,7 @@
 #include "base/Files.h"
 #include "base/Log.h"
 #include "maker.h"
-#include "model/HandOver.h"
+#include "ui/HandOver.h"
 #include "model/Options.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
@@ -16,7 +16,7 @@
 #include "platform/SingleProgram.h"
 #include "platform/StateFolder.h"
 #include "platform/Strings.h"
-#include "publish/TourCommands.h"
+#include "commands/TourCommands.h"
 #include "recovery/RecoveryKeeper.h"
 #include "recovery/SavedScripts.h"
 #include "ui/dialogs/FolderEntry.h"
@@ -89,7 +89,7 @@ int main(int argc, char* argv[]) {
     const Registry registry;
     Workspace workspace(WorkspaceFolders::inside(toUtf8(folder.path)), model, handOver, desktop, log);
     TourContext tour{model, workspace, desktop, log};
-    startProgram(tour, handOver, options);
+    startProgram(tour, options);
     warnWithoutTemplates(workspace, log);
 
     frmSplash splash;

@@ -42,8 +42,9 @@ ScriptReading readScript(TourContext& context);
 ScriptReading readScriptFile(TourContext& context, const std::string& path);
 
 /// Replaces the working copy's script.txt by the model. Fills empty texts of the model with their
-/// placeholders and marks the paragraphs of its narrations and instructions.
-void writeScript(TourContext& context);
+/// placeholders and marks the paragraphs of its narrations and instructions. False when it could not be
+/// written; why, is in the log.
+bool writeScript(TourContext& context);
 
 /// Reads a whole script, Windows-1252 bytes, as readScript() does.
 ScriptReading parseScript(std::string_view script, TourModel& model, const LineErrorHandler& onError);

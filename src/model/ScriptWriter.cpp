@@ -127,11 +127,13 @@ std::string composeScript(TourModel& model) {
     return ScriptWriter(model).compose();
 }
 
-void writeScript(TourContext& context) {
+bool writeScript(TourContext& context) {
     const std::string script = composeScript(context.model);
     context.desktop.stayResponsive();
-    context.log.skip(context.workspace.writeWorkingFile("script.txt", script));
+    const Outcome written = context.workspace.writeWorkingFile("script.txt", script);
+    context.log.skip(written);
     context.desktop.stayResponsive();
+    return written.ok();
 }
 
 } // namespace wendmark

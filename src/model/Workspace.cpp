@@ -5,7 +5,6 @@
 #include "base/StagedReplacement.h"
 #include "maker.h"
 #include "model/Desktop.h"
-#include "model/HandOver.h"
 #include "model/TourFiles.h"
 #include "model/TourModel.h"
 
@@ -34,23 +33,18 @@ WorkspaceFolders WorkspaceFolders::inside(const std::string& appPath) {
     return {appPath, folder("Template"), folder("NewTour"), folder("MyTours")};
 }
 
-Workspace::Workspace(WorkspaceFolders folders, TourModel& model, HandOver& handOver, Desktop& desktop,
-                     Log& log)
-    : m_folders(std::move(folders)), m_model(model), m_handOver(handOver), m_desktop(desktop), m_log(log) {}
+Workspace::Workspace(WorkspaceFolders folders, TourModel& model, Desktop& desktop, Log& log)
+    : m_folders(std::move(folders)), m_model(model), m_desktop(desktop), m_log(log) {}
 
 std::string Workspace::tourFile(std::string_view name) const {
-    return tourPath + pathSeparator + std::string(name);
+    return m_tourPath + pathSeparator + std::string(name);
 }
 
 void Workspace::initTourDefaults() {
     if (const Outcome entered = files::enterFolder(m_folders.newTourPath); !entered.ok())
         m_log.skip(files::makeFolder(m_folders.newTourPath));
     m_model.tourChanged = false;
-    m_handOver.openFolderChosen = false;
-    m_handOver.saveFolderChosen = false;
     m_model.homeSiteURL = makerSiteURL;
-    m_handOver.siteEditURL = makerSiteURL;
-    m_handOver.workOffline = false;
     m_model.narHeight = 100;
     m_model.advWidth = 110;
     m_model.navWidth = 94;
@@ -74,11 +68,12 @@ void Workspace::loadTourIntoWorkingCopy() {
     m_model.tourChanged = false;
 }
 
-void Workspace::copyWorkingCopyToTour() {
+bool Workspace::copyWorkingCopyToTour() {
     // The embedded browser holds on to the files that it shows for a moment.
     pause(1.0F);
-    replaceTourFiles();
+    const bool complete = replaceTourFiles();
     m_model.tourChanged = false;
+    return complete;
 }
 
 void Workspace::leaveOnlyTemplateScript() {
@@ -116,7 +111,7 @@ Outcome Workspace::copyToWorkingFile(const std::string& source, std::string_view
     return files::copy(source, workingFile(name), replacing());
 }
 
-void Workspace::pause(float seconds) {
+void Workspace::pause(float seconds) const {
     const float start = m_desktop.timeOfDay();
     do {
         m_desktop.processPendingEvents();
@@ -133,20 +128,20 @@ void Workspace::emptyWorkingCopy() {
 }
 
 void Workspace::fillFromTemplates() {
-    m_spared.clear();
-    m_spareAll = false;
-    for (const auto& [target, source] : sourcesByTargetName(m_folders.templatePath, files::Links::anywhere)) {
+    m_spared = {};
+    const files::Listing listing = files::list(m_folders.templatePath, files::Links::anywhere);
+    m_log.skip(listing.outcome);
+    for (const auto& [target, source] : sourcesByTargetName(listing, m_folders.templatePath)) {
         m_log.skip(copyToWorkingFile(source, target));
         m_desktop.stayResponsive();
     }
 }
 
 void Workspace::fillFromTour() {
-    const int failuresBefore = m_log.failureCount();
-    const auto sources = sourcesByTargetName(tourPath, files::Links::insideFolder);
-    m_sparedFolder = tourPath;
-    m_spareAll = m_log.failureCount() != failuresBefore;
-    for (const auto& [target, source] : sources) {
+    const files::Listing listing = files::list(m_tourPath, files::Links::insideFolder);
+    m_log.skip(listing.outcome);
+    m_spared = {m_tourPath, {}, !listing.outcome.ok()};
+    for (const auto& [target, source] : sourcesByTargetName(listing, m_tourPath)) {
         const Outcome copied = copyToWorkingFile(source, target);
         m_log.skip(copied);
         if (!copied.ok() && (target == "script.txt" || !isGeneratedFile(target)))
@@ -156,12 +151,18 @@ void Workspace::fillFromTour() {
 }
 
 void Workspace::spare(const std::string& name) {
-    m_sparedFolder = tourPath;
-    m_spared.insert(name);
+    m_spared.folder = m_tourPath;
+    m_spared.names.insert(name);
 }
 
 bool Workspace::isSpared(const std::string& name) const {
-    return tourPath == m_sparedFolder && (m_spareAll || m_spared.contains(name));
+    return m_tourPath == m_spared.folder && (m_spared.all || m_spared.names.contains(name));
+}
+
+/// Goes on after a failure; false when there was one.
+bool Workspace::skip(const Outcome& outcome) const {
+    m_log.skip(outcome);
+    return outcome.ok();
 }
 
 void Workspace::copyInWorkingCopy(std::string_view from, std::string_view to) {
@@ -172,52 +173,64 @@ files::Replacing Workspace::replacing() const {
     return m_folders.newTourPathIsPrivate ? files::Replacing::oldFirst : files::Replacing::completeOrNot;
 }
 
-std::map<std::string, std::string> Workspace::sourcesByTargetName(const std::string& folder,
-                                                                  files::Links links) {
-    const files::Listing listing = files::list(folder, links);
-    m_log.skip(listing.outcome);
+Workspace::Sources Workspace::sourcesByTargetName(const files::Listing& listing,
+                                                  const std::string& folder) const {
     for (const std::string& name : listing.leadOut)
         m_log.warn("left out " + files::join(folder, name) + ": the link leads out of its folder");
-    std::map<std::string, std::string> sources = byLowerCaseName(listing.names);
+    Sources sources = byLowerCaseName(listing.names);
     for (auto& [target, source] : sources)
         source = files::join(folder, source);
     return sources;
 }
 
-std::map<std::string, std::string> Workspace::savedTourSources() {
-    auto sources = sourcesByTargetName(m_folders.newTourPath, files::Links::insideFolder);
+/// False when not everything that belongs to the saved tour can be had.
+bool Workspace::savedTourSources(Sources& sources) const {
+    const files::Listing listing = files::list(m_folders.newTourPath, files::Links::insideFolder);
+    const bool listed = skip(listing.outcome);
+    sources = sourcesByTargetName(listing, m_folders.newTourPath);
     // The saved tour has the final navigator, whatever the working copy holds.
     const std::string finalNavigator = templateFile("navfinal.htm");
-    if (fileExists(finalNavigator))
-        sources["nav3.htm"] = finalNavigator;
-    else
+    if (!fileExists(finalNavigator)) {
         m_log.fail("cannot save the final navigator: " + finalNavigator + " cannot be read");
-    return sources;
+        return false;
+    }
+    sources["nav3.htm"] = finalNavigator;
+    return listed;
 }
 
-void Workspace::replaceTourFiles() {
-    if (tourPath.empty()) {
+/// False when not everything was replaced.
+bool Workspace::replaceTourFiles() {
+    if (m_tourPath.empty()) {
         m_log.fail("cannot save the tour: it has no folder");
-        return;
+        return false;
     }
-    StagedReplacement replacement(tourPath);
-    const Outcome begun = replacement.begin();
-    m_log.skip(begun);
-    if (!begun.ok())
-        return;
-    for (const auto& [target, source] : savedTourSources()) {
+    StagedReplacement replacement(m_tourPath);
+    if (!skip(replacement.begin()))
+        return false;
+    Sources sources;
+    bool complete = savedTourSources(sources);
+    if (!stageTour(replacement, sources, complete))
+        return false;
+    for (const Outcome& failure : replacement.commit(savedLast()))
+        complete = skip(failure) && complete;
+    return complete;
+}
+
+/// False when the tour's own disk does not take the files: then the tour stays what it was.
+bool Workspace::stageTour(StagedReplacement& replacement, const Sources& sources, bool& complete) const {
+    for (const auto& [target, source] : sources) {
         if (isSpared(target)) {
             m_log.fail("cannot save " + tourFile(target) + ": it could not be read when the tour was opened");
+            complete = false;
             continue;
         }
-        const Outcome staged = replacement.stage(source, target);
-        m_log.skip(staged);
-        if (!staged.ok() && fileExists(source))
-            return; // The tour's own disk does not take it: the tour stays what it was.
+        const bool staged = skip(replacement.stage(source, target));
+        if (!staged && fileExists(source))
+            return false;
+        complete = complete && staged;
         m_desktop.stayResponsive();
     }
-    for (const Outcome& failure : replacement.commit(savedLast()))
-        m_log.skip(failure);
+    return true;
 }
 
 bool fileExists(const std::string& path) {

@@ -6,13 +6,14 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace wendmark {
 
 class Desktop;
 class Log;
-struct HandOver;
+class StagedReplacement;
 struct TourModel;
 
 /// The program's fixed folders. Each ends with the path separator, except for appPath.
@@ -35,7 +36,7 @@ struct WorkspaceFolders {
 class Workspace final {
 public:
     /// All references must outlive the workspace.
-    Workspace(WorkspaceFolders folders, TourModel& model, HandOver& handOver, Desktop& desktop, Log& log);
+    Workspace(WorkspaceFolders folders, TourModel& model, Desktop& desktop, Log& log);
 
     const WorkspaceFolders& folders() const { return m_folders; }
 
@@ -58,7 +59,16 @@ public:
 
     /// Whether something of the tour that was loaded last did not arrive. The working copy may hold the
     /// templates' file in its place, so a save into the same folder leaves the author's own alone.
-    bool isIncomplete() const { return m_spareAll || !m_spared.empty(); }
+    bool isIncomplete() const { return m_spared.all || !m_spared.names.empty(); }
+
+    /// What of which folder saves leave alone.
+    struct Spared {
+        std::string folder;          ///< The tour's.
+        std::set<std::string> names; ///< Lower case.
+        bool all = false;            ///< Not even the names of the tour's files are known.
+    };
+    const Spared& spared() const { return m_spared; }
+    void setSpared(Spared spared) { m_spared = std::move(spared); }
 
     /// From now on, until another tour is loaded or the working copy is reset, saves leave this file of the
     /// tour's folder alone.
@@ -67,7 +77,8 @@ public:
     /// Replaces the tour folder's files by those of the working copy and its navigator by the final one.
     /// Files that only the tour folder has stay. When the new files cannot all be written (no space, no
     /// permission), nothing changes. Clears tourChanged in every case.
-    void copyWorkingCopyToTour();
+    /// False when something of the tour could not be saved; what, is in the log.
+    bool copyWorkingCopyToTour();
 
     /// Empties the working copy but for a copy of the templates' script, "script1.txt": what a program that
     /// ends leaves behind.
@@ -89,10 +100,11 @@ public:
     Outcome copyToWorkingFile(const std::string& source, std::string_view name) const;
 
     /// Waits while window events are handled.
-    void pause(float seconds);
+    void pause(float seconds) const;
 
     /// Folder of the open tour, without a separator at its end; empty when the tour has none yet.
-    std::string tourPath;
+    const std::string& tourPath() const { return m_tourPath; }
+    void setTourPath(std::string path) { m_tourPath = std::move(path); }
 
 private:
     void emptyWorkingCopy();
@@ -101,16 +113,19 @@ private:
     bool isSpared(const std::string& name) const;
     void copyInWorkingCopy(std::string_view from, std::string_view to);
     files::Replacing replacing() const;
-    std::map<std::string, std::string> sourcesByTargetName(const std::string& folder, files::Links links);
-    std::map<std::string, std::string> savedTourSources();
-    void replaceTourFiles();
+    /// Files by the names that they get.
+    using Sources = std::map<std::string, std::string>;
 
-    std::set<std::string> m_spared; ///< Files of the tour that saves leave alone.
-    std::string m_sparedFolder;     ///< The folder in which they lie.
-    bool m_spareAll = false;        ///< Not even the names of the tour's files are known.
+    Sources sourcesByTargetName(const files::Listing& listing, const std::string& folder) const;
+    bool savedTourSources(Sources& sources) const;
+    bool replaceTourFiles();
+    bool stageTour(StagedReplacement& replacement, const Sources& sources, bool& complete) const;
+    bool skip(const Outcome& outcome) const;
+
+    std::string m_tourPath;
+    Spared m_spared;
     WorkspaceFolders m_folders;
     TourModel& m_model;
-    HandOver& m_handOver;
     Desktop& m_desktop;
     Log& m_log;
 };

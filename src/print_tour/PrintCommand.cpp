@@ -24,7 +24,7 @@ Outcome readTour(TourRun& run, const std::string& tour) {
         return usable;
     run.start();
     run.workspace().initTourDefaults();
-    run.workspace().tourPath = tour;
+    run.workspace().setTourPath(tour);
     readScriptFile(run.context(), files::join(tour, "script.txt"));
     // An opened tour has its placeholders and the marks of its paragraphs.
     static_cast<void>(composeScript(run.model()));
@@ -73,7 +73,7 @@ Outcome runPrint(const PrintRequest& request, std::ostream& output, std::ostream
         return outcome;
     const TourModel& model = run.model();
     const PrintedTour printed =
-        composePrintedTour(model, wantedRange(request, model), true, tour, run.handOver().logoFile);
+        composePrintedTour(model, wantedRange(request, model), true, tour, std::string());
     outcome = writePdf(printed, model, tour, path);
     if (!outcome.ok())
         return outcome;

@@ -44,23 +44,26 @@ void writeFrames(TemplateFiller& filler, const TourModel& model) {
 
 } // namespace
 
-void fillFrameset(TourContext& context, std::string_view outName, std::string_view homePage) {
-    fillPage(context, context.workspace.templateFile(framesetTemplate), outName,
-             [&](TemplateFiller& filler) { fillFramesetTemplate(filler, context.model, homePage); });
+bool fillFrameset(TourContext& context, std::string_view outName, std::string_view homePage) {
+    return fillPage(context, context.workspace.templateFile(framesetTemplate), outName,
+                    [&](TemplateFiller& filler) { fillFramesetTemplate(filler, context.model, homePage); });
 }
 
-void makeWorkingFrameset(TourContext& context) {
-    fillFrameset(context, "framever.htm", "AUTO");
+bool makeWorkingFrameset(TourContext& context) {
+    return fillFrameset(context, "framever.htm", "AUTO");
 }
 
-void makeTourFramesets(TourContext& context) {
+bool makeTourFramesets(TourContext& context) {
     const TourModel& model = context.model;
-    fillFrameset(context, "playtour.htm", "AUTO");
-    fillFrameset(context, "fv1.htm", makerSiteHost);
+    bool complete = fillFrameset(context, "playtour.htm", "AUTO");
+    complete = fillFrameset(context, "fv1.htm", makerSiteHost) && complete;
     if (!model.singleWindow)
-        return;
-    for (std::int16_t k = 1; k <= model.launchURLCount; ++k)
-        fillFrameset(context, launchFileName(k), model.launchURL.at(static_cast<std::size_t>(k - 1)));
+        return complete;
+    for (std::int16_t k = 1; k <= model.launchURLCount; ++k) {
+        const std::string& address = model.launchURL.at(static_cast<std::size_t>(k - 1));
+        complete = fillFrameset(context, launchFileName(k), address) && complete;
+    }
+    return complete;
 }
 
 std::string launchFileName(std::int16_t k) {

@@ -11,14 +11,15 @@ struct TourContext;
 struct TourModel;
 
 /// Fills the frameset template into the working copy's file `outName`. `homePage` is what Exit leads to: an
-/// address, a host name, or "AUTO" for wherever the visitor came from.
-void fillFrameset(TourContext& context, std::string_view outName, std::string_view homePage);
+/// address, a host name, or "AUTO" for wherever the visitor came from. False, as with the next two, when the
+/// file is not there or not complete; why, is in the log.
+bool fillFrameset(TourContext& context, std::string_view outName, std::string_view homePage);
 
 /// "framever.htm", the frameset that the editor shows.
-void makeWorkingFrameset(TourContext& context);
+bool makeWorkingFrameset(TourContext& context);
 
 /// "playtour.htm", "fv1.htm" and, in a single-window tour, one frameset for each launching point.
-void makeTourFramesets(TourContext& context);
+bool makeTourFramesets(TourContext& context);
 
 /// Name of the frameset of launching point k, which counts from 1.
 std::string launchFileName(std::int16_t k);

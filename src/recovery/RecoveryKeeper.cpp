@@ -3,14 +3,14 @@
 #include "base/Files.h"
 #include "model/TourContext.h"
 #include "model/Workspace.h"
-#include "publish/TourCommands.h"
+#include "commands/TourCommands.h"
 
 namespace wendmark {
 
 RecoveryKeeper::RecoveryKeeper(TourContext& tour, RecoveryStore& store) : m_tour(tour), m_store(store) {}
 
 void RecoveryKeeper::noteSaved() {
-    m_savedWork = encodeWork({0, m_tour.workspace.tourPath, m_tour.model, {}});
+    m_savedWork = encodeWork({0, m_tour.workspace.tourPath(), m_tour.model, {}});
     m_savedFiles = authorsFiles(m_tour.workspace.folders().newTourPath);
     m_checked.reset();
 }
@@ -20,14 +20,14 @@ void RecoveryKeeper::check(std::int64_t now) {
     AuthorsFiles files = authorsFiles(m_tour.workspace.folders().newTourPath);
     if (isAsChecked(unapplied, files))
         return;
-    m_checked = {{now, m_tour.workspace.tourPath, m_tour.model, std::move(unapplied)}, std::move(files)};
+    m_checked = {{now, m_tour.workspace.tourPath(), m_tour.model, std::move(unapplied)}, std::move(files)};
     if (!keep(*m_checked))
         m_checked.reset();
 }
 
 bool RecoveryKeeper::isAsChecked(const std::optional<UnappliedTexts>& unapplied,
                                  const AuthorsFiles& files) const {
-    return m_checked && m_checked->record.tourPath == m_tour.workspace.tourPath &&
+    return m_checked && m_checked->record.tourPath == m_tour.workspace.tourPath() &&
            m_checked->record.model == m_tour.model && m_checked->record.unapplied == unapplied &&
            m_checked->files == files;
 }
@@ -61,7 +61,7 @@ bool RecoveryKeeper::isAsSaved(const AuthorsFiles& files) {
 /// Whether the file is what the tour's folder holds, else the Template folder.
 bool RecoveryKeeper::isAsInItsFolder(const std::string& name) const {
     const Workspace& workspace = m_tour.workspace;
-    const bool isInTour = !workspace.tourPath.empty() && fileExists(workspace.tourFile(name));
+    const bool isInTour = !workspace.tourPath().empty() && fileExists(workspace.tourFile(name));
     const files::Contents own = files::read(workspace.workingFile(name));
     const files::Contents source =
         files::read(isInTour ? workspace.tourFile(name) : workspace.templateFile(name));
@@ -69,7 +69,7 @@ bool RecoveryKeeper::isAsInItsFolder(const std::string& name) const {
 }
 
 void RecoveryKeeper::recover(const RecoverySession& session, std::int64_t now) {
-    m_tour.workspace.tourPath = session.record.tourPath;
+    m_tour.workspace.setTourPath(session.record.tourPath);
     m_store.restoreFiles(session, m_tour.workspace.folders().newTourPath);
     m_tour.model = session.record.model;
     generateRecoveredTour(m_tour);

@@ -2,8 +2,8 @@
 
 #include "base/Files.h"
 #include "model/ReservedFolders.h"
-#include "publish/TourCommands.h"
-#include "publish/TourSave.h"
+#include "commands/TourCommands.h"
+#include "commands/TourSave.h"
 #include "tour_cli/Folders.h"
 #include "tour_cli/TourRun.h"
 #include "tour_cli/TourTarget.h"
@@ -69,7 +69,7 @@ Outcome checkNew(const std::string& folder, const WorkspaceFolders& folders) {
 Outcome generate(TourRun& run, const std::string& tour) {
     run.start();
     run.workspace().initTourDefaults();
-    run.workspace().tourPath = tour;
+    run.workspace().setTourPath(tour);
     openTour(run.context());
     const std::int16_t stops = run.model().stopCount();
     if (stops > tourCapacity)
@@ -94,7 +94,7 @@ Outcome finish(TourRun& run, TourTarget& target, const std::string& done, std::o
 /// there as soon as it has its final form.
 void save(TourRun& run, const TourTarget& target) {
     const bool isThere = run.workspace().folders().newTourPathIsPrivate;
-    run.workspace().tourPath = isThere ? std::string() : target.finished();
+    run.workspace().setTourPath(isThere ? std::string() : target.finished());
     if (isThere)
         makeFinalForm(run.context());
     else
@@ -112,8 +112,7 @@ Outcome publish(TourRun& run, const std::string& tour, TourTarget& target, std::
 Outcome createNew(TourRun& run, const std::string& title, TourTarget& target, std::ostream& output) {
     run.start();
     run.workspace().resetWorkingCopy();
-    run.handOver().wizardTourTitle = title;
-    generateNewTour(run.context(), run.handOver());
+    generateNewTour(run.context(), title);
     save(run, target);
     return finish(run, target, "Created", output);
 }

@@ -1,7 +1,7 @@
 #include "tour_cli/TourRun.h"
 
 #include "model/ScriptFile.h"
-#include "publish/TourCommands.h"
+#include "commands/TourCommands.h"
 
 #include <ostream>
 
@@ -27,11 +27,11 @@ void FirstFailureLog::write(Level level, const std::string& line) {
 TourRun::TourRun(const WorkspaceFolders& folders, std::ostream& errors)
     : m_errors(errors)
     , m_desktop(errors, m_log)
-    , m_workspace(folders, m_model, m_handOver, m_desktop, m_log)
+    , m_workspace(folders, m_model, m_desktop, m_log)
     , m_context{m_model, m_workspace, m_desktop, m_log} {}
 
 void TourRun::start() {
-    startProgram(m_context, m_handOver, m_options);
+    startProgram(m_context, m_options);
     readScriptFile(m_context, m_workspace.templateFile("script.txt"));
 }
 

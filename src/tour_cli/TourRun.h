@@ -3,7 +3,6 @@
 #include "base/Log.h"
 #include "base/Outcome.h"
 #include "model/Desktop.h"
-#include "model/HandOver.h"
 #include "model/Options.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
@@ -62,7 +61,6 @@ public:
     void printWarnings();
 
     TourModel& model() { return m_model; }
-    HandOver& handOver() { return m_handOver; }
     Workspace& workspace() { return m_workspace; }
     TourContext& context() { return m_context; }
     const Outcome& outcome() const { return m_log.outcome(); }
@@ -72,7 +70,6 @@ private:
     FirstFailureLog m_log;
     StreamDesktop m_desktop;
     TourModel m_model;
-    HandOver m_handOver;
     Options m_options;
     Workspace m_workspace;
     TourContext m_context;

@@ -1,5 +1,5 @@
 #include "model/ScriptFile.h"
-#include "publish/TourCommands.h"
+#include "commands/TourCommands.h"
 #include "support/TestTour.h"
 #include "tour_cli/ProgramRun.h"
 
@@ -155,7 +155,7 @@ protected:
         TestTour program;
         program.useShippedTemplates();
         program.workspace.initTourDefaults();
-        program.workspace.tourPath = folder;
+        program.workspace.setTourPath(folder);
         openTour(program.context);
         if (!program.log.failures.empty())
             problem = "does not open: " + program.log.failures.front();

@@ -4,9 +4,9 @@
 #include "publish/Framesets.h"
 #include "publish/StopPages.h"
 #include "publish/TemplateFiller.h"
-#include "publish/TourCommands.h"
+#include "commands/TourCommands.h"
 #include "publish/TourPages.h"
-#include "publish/TourSave.h"
+#include "commands/TourSave.h"
 #include "support/TestTour.h"
 
 #include <gmock/gmock.h>
@@ -176,7 +176,7 @@ TEST_F(HostileTourTest, imagesThatAreNone) {
         writeFile(folder + "/" + name, noise);
     writeFile(folder + "/empty.gif", "");
     writeFile(folder + "/script.txt", "Title\r\nStop\r\na.gif\r\n\r\nWords.\r\n\r\nDo it.\r\n\r\n");
-    tour.workspace.tourPath = folder;
+    tour.workspace.setTourPath(folder);
     expectLittleEffort("open a tour of no images", 40'000'000, 1, [&] { openTour(tour.context); });
     expectLittleEffort("save a tour of no images", 40'000'000, 1, [&] { saveTour(tour.context); });
     EXPECT_THAT(tour.log.failures, IsEmpty());
@@ -189,7 +189,7 @@ TEST_F(HostileTourTest, aFileOfHundredMegabytesInTheTour) {
     const std::string folder = tour.scratch / "MyTours/large";
     writeFile(folder + "/film.gif", std::string(100'000'000, 'x'));
     writeFile(folder + "/script.txt", "Title\r\nStop\r\na.gif\r\n\r\nWords.\r\n\r\nDo it.\r\n\r\n");
-    tour.workspace.tourPath = folder;
+    tour.workspace.setTourPath(folder);
     expectLittleEffort("open a tour with a large file", 100'000'000, 0, [&] { openTour(tour.context); });
     EXPECT_EQ(std::filesystem::file_size(tour.workspace.workingFile("film.gif")), 100'000'000U);
 }

@@ -1,6 +1,6 @@
 #include "hostile/Effort.h"
 #include "model/ScriptFile.h"
-#include "publish/TourCommands.h"
+#include "commands/TourCommands.h"
 #include "support/TestTour.h"
 
 #include <gmock/gmock.h>
@@ -53,8 +53,8 @@ class HostileScriptTest : public ::testing::Test {
 protected:
     HostileScriptTest() {
         tour.useShippedTemplates();
-        tour.workspace.tourPath = tour.scratch / "MyTours/hostile";
-        std::filesystem::create_directory(tour.workspace.tourPath);
+        tour.workspace.setTourPath(tour.scratch / "MyTours/hostile");
+        std::filesystem::create_directory(tour.workspace.tourPath());
     }
 
     /// Measures the reading of this script. The model then holds what was read.

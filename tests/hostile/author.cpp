@@ -5,16 +5,15 @@
 #include "base/Files.h"
 #include "base/Log.h"
 #include "model/Desktop.h"
-#include "model/HandOver.h"
 #include "model/Options.h"
 #include "model/ScriptFile.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
 #include "model/Workspace.h"
-#include "publish/StopCommands.h"
+#include "commands/StopCommands.h"
 #include "publish/StopPages.h"
-#include "publish/TourCommands.h"
-#include "publish/TourSave.h"
+#include "commands/TourCommands.h"
+#include "commands/TourSave.h"
 
 #include <cstdio>
 #include <string>
@@ -48,11 +47,11 @@ private:
 class Author final {
 public:
     explicit Author(const std::string& appFolder)
-        : m_workspace(WorkspaceFolders::inside(appFolder), m_model, m_handOver, m_desktop, m_log)
+        : m_workspace(WorkspaceFolders::inside(appFolder), m_model, m_desktop, m_log)
         , m_context{m_model, m_workspace, m_desktop, m_log} {}
 
     void start() {
-        startProgram(m_context, m_handOver, m_options);
+        startProgram(m_context, m_options);
         loadTemplateTour(m_context);
     }
 
@@ -63,7 +62,7 @@ public:
             return false;
         }
         m_workspace.initTourDefaults();
-        m_workspace.tourPath = folder;
+        m_workspace.setTourPath(folder);
         openTour(m_context);
         showNextStop(m_context);
         insertStop(m_context);
@@ -77,19 +76,18 @@ public:
     }
 
     void saveAs(const std::string& folder) {
-        m_workspace.tourPath = folder;
+        m_workspace.setTourPath(folder);
         saveTourAs(m_context);
     }
 
     void beginTour(const std::string& folder) {
         m_workspace.resetWorkingCopy();
-        m_handOver.wizardTourTitle = "New";
         if (const Outcome made = files::makeFolder(folder); !made.ok()) {
             m_log.skip(made);
             return;
         }
-        m_workspace.tourPath = folder;
-        finishNewTour(m_context, m_handOver);
+        m_workspace.setTourPath(folder);
+        finishNewTour(m_context, "New");
         insertStop(m_context);
         save();
     }
@@ -107,7 +105,6 @@ private:
     void save() { saveTour(m_context); }
 
     TourModel m_model;
-    HandOver m_handOver;
     Options m_options;
     PrintingLog m_log;
     PatientDesktop m_desktop;

@@ -697,14 +697,14 @@ TEST(ScriptReader, fullTourIsReadWithoutAWarning) {
 TEST(ScriptReader, tellsWhetherTheScriptHasATitle) {
     TourModel before;
     before.tourTitle = "Before";
-    before.stopCount = 2;
+    before.stops.setCount(2);
     for (const std::string_view script : {"", "\r\n", " \n \n", "<<<VoskInfo>>>#Author = Ann\r\n",
                                           "<<<VoskInfo>>>#AutoBuffer\r\n\r\n  <<<VoskInfo>>> Title\r\n"}) {
         const Reading reading = read(script, before);
         EXPECT_FALSE(reading.hasTitle) << script;
         EXPECT_TRUE(reading.couldBeRead);
         EXPECT_EQ(reading.model.tourTitle, "Before");
-        EXPECT_EQ(reading.model.stopCount, 2);
+        EXPECT_EQ(reading.model.stopCount(), 2);
         EXPECT_EQ(reading.errors.size(), 1U);
     }
     for (const std::string_view script : {"Title", "\r\n Title\r\n", "<<<VoskInfo>>>#AutoBuffer\nTitle\n"})

@@ -31,15 +31,15 @@ using Lines = std::vector<std::string>;
 class WorkspaceTest : public testing::Test {
 protected:
     WorkspaceTest() {
-        m_tour.workspace.tourPath = m_tour.scratch / "tour";
-        fs::create_directory(m_tour.workspace.tourPath);
+        m_tour.workspace.setTourPath(m_tour.scratch / "tour");
+        fs::create_directory(m_tour.workspace.tourPath());
     }
 
     void writeTourFile(std::string_view name, std::string_view bytes) {
         writeFile(m_tour.workspace.tourFile(name), bytes);
     }
     Files workingFiles() const { return folderContents(m_tour.workspace.folders().newTourPath); }
-    Files tourFiles() const { return folderContents(m_tour.workspace.tourPath); }
+    Files tourFiles() const { return folderContents(m_tour.workspace.tourPath()); }
     std::string workingFile(std::string_view name) const { return m_tour.workspace.workingFile(name); }
     std::string tourFile(std::string_view name) const { return m_tour.workspace.tourFile(name); }
 
@@ -97,8 +97,6 @@ TEST_F(WorkspaceTest, initTourDefaultsSetsItsFields) {
     model.launchURLCount = 5;
     model.singleWindow = model.autoInstruction = false;
     model.tourAuthor = "x";
-    m_tour.handOver.openFolderChosen = m_tour.handOver.saveFolderChosen = m_tour.handOver.workOffline = true;
-    m_tour.handOver.siteEditURL = "x";
     m_workspace.initTourDefaults();
     EXPECT_FALSE(model.tourChanged);
     EXPECT_EQ(model.homeSiteURL, makerSiteURL);
@@ -109,10 +107,6 @@ TEST_F(WorkspaceTest, initTourDefaultsSetsItsFields) {
     EXPECT_TRUE(model.singleWindow);
     EXPECT_TRUE(model.autoInstruction);
     EXPECT_EQ(model.tourAuthor, "");
-    EXPECT_FALSE(m_tour.handOver.openFolderChosen);
-    EXPECT_FALSE(m_tour.handOver.saveFolderChosen);
-    EXPECT_FALSE(m_tour.handOver.workOffline);
-    EXPECT_EQ(m_tour.handOver.siteEditURL, makerSiteURL);
 }
 
 TEST_F(WorkspaceTest, initTourDefaultsLeavesWhatTheScriptSets) {
@@ -126,8 +120,6 @@ TEST_F(WorkspaceTest, initTourDefaultsLeavesWhatTheScriptSets) {
     model.currentStop = 1;
     model.editingMode = false;
     model.launchURL[0] = "leftover";
-    m_tour.handOver.wizardTourName = "name";
-    m_tour.handOver.wizardTourTitle = "title";
     m_workspace.initTourDefaults();
     EXPECT_EQ(model.tourTitle, "Title");
     EXPECT_EQ(model.stopCount(), 1);
@@ -142,9 +134,7 @@ TEST_F(WorkspaceTest, initTourDefaultsLeavesWhatTheScriptSets) {
     EXPECT_EQ(model.currentStop, 1);
     EXPECT_FALSE(model.editingMode);
     EXPECT_EQ(model.launchURL[0], "leftover");
-    EXPECT_EQ(m_tour.handOver.wizardTourName, "name");
-    EXPECT_EQ(m_tour.handOver.wizardTourTitle, "title");
-    EXPECT_EQ(m_workspace.tourPath, m_tour.scratch / "tour");
+    EXPECT_EQ(m_workspace.tourPath(), m_tour.scratch / "tour");
 }
 
 TEST_F(WorkspaceTest, resetEmptiesTheWorkingCopyAndFillsItFromTheTemplate) {
@@ -294,8 +284,8 @@ TEST_F(WorkspaceTest, loadingLeavesLinksThatLeadOutBehindWithAWarningEach) {
 
 TEST_F(WorkspaceTest, tourFolderThatIsItselfALinkIsLoaded) {
     writeTourFile("script.txt", "tour");
-    fs::create_directory_symlink(m_workspace.tourPath, m_tour.scratch / "link");
-    m_workspace.tourPath = m_tour.scratch / "link";
+    fs::create_directory_symlink(m_workspace.tourPath(), m_tour.scratch / "link");
+    m_workspace.setTourPath(m_tour.scratch / "link");
     m_workspace.loadTourIntoWorkingCopy();
     EXPECT_EQ(workingFiles(), (Files{{"script.txt", "tour"}}));
     expectNothingWentWrong();
@@ -305,7 +295,7 @@ TEST_F(WorkspaceTest, loadingAMissingTourLeavesTheTemplateAndIsLoggedOnce) {
     for (const std::string& tourPath : {m_tour.scratch / "missing", std::string()}) {
         m_tour.writeTemplate("script.txt", "template");
         m_tour.log.failures.clear();
-        m_workspace.tourPath = tourPath;
+        m_workspace.setTourPath(tourPath);
         m_workspace.loadTourIntoWorkingCopy();
         EXPECT_EQ(workingFiles(), (Files{{"script.txt", "template"}}));
         EXPECT_EQ(m_tour.log.failures.size(), 1U);
@@ -476,7 +466,7 @@ TEST_F(WorkspaceTest, readOnlyTourFolderStaysAsItWas) {
     m_tour.writeTemplate("navfinal.htm", "final");
     m_tour.writeWorking("script.txt", "new");
     writeTourFile("script.txt", "old");
-    fs::permissions(m_workspace.tourPath, fs::perms::owner_read | fs::perms::owner_exec |
+    fs::permissions(m_workspace.tourPath(), fs::perms::owner_read | fs::perms::owner_exec |
                                               fs::perms::others_read | fs::perms::others_exec);
     {
         const UnprivilegedUser nobody;
@@ -493,7 +483,7 @@ TEST_F(WorkspaceTest, fileOfTheWorkingCopyThatCannotBeReadIsOneFailureAndTheOthe
     m_tour.writeWorking("b.htm", "new");
     writeTourFile("a.htm", "old");
     fs::permissions(workingFile("a.htm"), fs::perms::none);
-    fs::permissions(m_workspace.tourPath, fs::perms::all);
+    fs::permissions(m_workspace.tourPath(), fs::perms::all);
     {
         const UnprivilegedUser nobody;
         m_workspace.copyWorkingCopyToTour();
@@ -505,11 +495,11 @@ TEST_F(WorkspaceTest, fileOfTheWorkingCopyThatCannotBeReadIsOneFailureAndTheOthe
 TEST_F(WorkspaceTest, savingIntoNoFolderIsOneFailureAndWritesNothing) {
     m_tour.writeTemplate("navfinal.htm", "final");
     m_tour.writeWorking("script.txt", "new");
-    fs::current_path(m_workspace.tourPath);
+    fs::current_path(m_workspace.tourPath());
     for (const std::string& tourPath : {std::string(), m_tour.scratch / "missing"}) {
         m_tour.log.failures.clear();
         m_tour.model.tourChanged = true;
-        m_workspace.tourPath = tourPath;
+        m_workspace.setTourPath(tourPath);
         m_workspace.copyWorkingCopyToTour();
         EXPECT_EQ(m_tour.log.failures.size(), 1U);
         EXPECT_FALSE(m_tour.model.tourChanged);
@@ -562,8 +552,8 @@ TEST_F(WorkspaceTest, workingFilesAreReplacedCompleteOrNotAtAll) {
 TEST_F(WorkspaceTest, privateWorkingCopyIsFilledInTheSameWay) {
     WorkspaceFolders folders = m_workspace.folders();
     folders.newTourPathIsPrivate = true;
-    Workspace workspace(folders, m_tour.model, m_tour.handOver, m_tour.desktop, m_tour.log);
-    workspace.tourPath = m_workspace.tourPath;
+    Workspace workspace(folders, m_tour.model, m_tour.desktop, m_tour.log);
+    workspace.setTourPath(m_workspace.tourPath());
     m_tour.writeTemplate("Page.HTM", "template");
     m_tour.writeTemplate("script.txt", "template");
     m_tour.writeTemplate("gr-bullet-bk.gif", "spare");
@@ -608,26 +598,26 @@ TEST_F(WorkspaceTest, fileOfTheWorkingCopyAloneIsNoTemplate) {
 }
 
 TEST_F(WorkspaceTest, folderHoldsATourWhenItsScriptCanBeRead) {
-    EXPECT_FALSE(folderHoldsTour(m_workspace.tourPath));
+    EXPECT_FALSE(folderHoldsTour(m_workspace.tourPath()));
     EXPECT_FALSE(folderHoldsTour(m_tour.scratch / "missing"));
     writeTourFile("SCRIPT.txt", "");
-    EXPECT_TRUE(folderHoldsTour(m_workspace.tourPath));
+    EXPECT_TRUE(folderHoldsTour(m_workspace.tourPath()));
 }
 
 TEST_F(WorkspaceTest, noFolderIsNotTheCurrentOne) {
     writeTourFile("script.txt", "x");
-    fs::current_path(m_workspace.tourPath);
+    fs::current_path(m_workspace.tourPath());
     EXPECT_FALSE(folderHoldsTour(""));
 }
 
 TEST_F(WorkspaceTest, folderWhoseScriptIsAFolderOrCannotBeReadHoldsNoTour) {
     fs::create_directory(tourFile("script.txt"));
-    EXPECT_FALSE(folderHoldsTour(m_workspace.tourPath));
+    EXPECT_FALSE(folderHoldsTour(m_workspace.tourPath()));
     fs::remove(tourFile("script.txt"));
     writeTourFile("script.txt", "x");
     fs::permissions(tourFile("script.txt"), fs::perms::none);
     const UnprivilegedUser nobody;
-    EXPECT_FALSE(folderHoldsTour(m_workspace.tourPath));
+    EXPECT_FALSE(folderHoldsTour(m_workspace.tourPath()));
 }
 
 TEST_F(WorkspaceTest, onlyAFileThatCanBeOpenedExists) {
@@ -635,7 +625,7 @@ TEST_F(WorkspaceTest, onlyAFileThatCanBeOpenedExists) {
     EXPECT_TRUE(fileExists(tourFile("a.htm")));
     EXPECT_TRUE(fileExists(tourFile("A.HTM")));
     EXPECT_FALSE(fileExists(tourFile("b.htm")));
-    EXPECT_FALSE(fileExists(m_workspace.tourPath));
+    EXPECT_FALSE(fileExists(m_workspace.tourPath()));
     EXPECT_FALSE(fileExists(""));
 }
 

@@ -1,7 +1,7 @@
 #include "recovery/RecoveryKeeper.h"
 
-#include "publish/TourCommands.h"
-#include "publish/TourSave.h"
+#include "commands/TourCommands.h"
+#include "commands/TourSave.h"
 #include "support/TestTour.h"
 
 #include <gmock/gmock.h>
@@ -23,13 +23,13 @@ public:
     explicit Program(std::string stateFolder)
         : store(std::move(stateFolder), tour.log), keeper(tour.context, store) {
         tour.useShippedTemplates();
-        startProgram(tour.context, tour.handOver, tour.options);
+        startProgram(tour.context, tour.options);
         loadTemplateTour(tour.context);
     }
 
     void openTour(const std::string& folder) {
         tour.workspace.initTourDefaults();
-        tour.workspace.tourPath = folder;
+        tour.workspace.setTourPath(folder);
         wendmark::openTour(tour.context);
         keeper.noteSaved();
     }
@@ -181,7 +181,7 @@ TEST_F(RecoveryKeeperTest, recoveryBringsEverythingBack) {
     ASSERT_THAT(next.keeper.leftovers(), SizeIs(1));
     next.keeper.recover(next.keeper.leftovers()[0], 2);
     const TourModel& model = next.tour.model;
-    EXPECT_EQ(next.tour.workspace.tourPath, folder);
+    EXPECT_EQ(next.tour.workspace.tourPath(), folder);
     EXPECT_TRUE(model.tourChanged);
     EXPECT_TRUE(model.editingMode);
     EXPECT_EQ(model.tourTitle, "Rivers");

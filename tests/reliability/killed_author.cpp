@@ -55,7 +55,7 @@ private:
         std::optional<UnappliedTexts> texts;
         if (editor() != nullptr)
             texts = editor()->unappliedTexts();
-        report(kind, test::stateOf({0, m_program.workspace.tourPath, m_program.model, texts}));
+        report(kind, test::stateOf({0, m_program.workspace.tourPath(), m_program.model, texts}));
     }
 
     /// True when the tour is saved as it is now.

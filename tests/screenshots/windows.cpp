@@ -182,7 +182,7 @@ private:
         takeDialog(save);
         frmAbout about(m_program.registry);
         takeDialog(about);
-        frmRecover recover({1700000000, workspace.tourPath, m_program.model, {}});
+        frmRecover recover({1700000000, workspace.tourPath(), m_program.model, {}});
         takeDialog(recover);
         takeSettingsDialogs(handOver);
         takeSmallDialogs(handOver);

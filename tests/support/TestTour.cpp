@@ -34,7 +34,7 @@ void RecordingLog::write(Level level, const std::string& line) {
 }
 
 TestTour::TestTour()
-    : workspace(WorkspaceFolders::inside(scratch.path()), model, handOver, desktop, log)
+    : workspace(WorkspaceFolders::inside(scratch.path()), model, desktop, log)
     , context{model, workspace, desktop, log} {
     for (const std::string& folder :
          {workspace.folders().templatePath, workspace.folders().newTourPath, workspace.folders().myToursPath})

@@ -2,7 +2,6 @@
 
 #include "base/Log.h"
 #include "model/Desktop.h"
-#include "model/HandOver.h"
 #include "model/Options.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
@@ -53,7 +52,6 @@ public:
 
     ScratchFolder scratch;
     TourModel model;
-    HandOver handOver;
     Options options;
     RecordingDesktop desktop;
     RecordingLog log;

@@ -1,6 +1,6 @@
 #include "model/ScriptFile.h"
-#include "publish/TourCommands.h"
-#include "publish/TourSave.h"
+#include "commands/TourCommands.h"
+#include "commands/TourSave.h"
 #include "support/TestTour.h"
 #include "tour_cli/TourFixture.h"
 
@@ -30,12 +30,12 @@ struct Expected {
     Expected(const std::string& tour, const std::string& target) {
         windowProgram.useShippedTemplates();
         fs::create_directories(target);
-        startProgram(windowProgram.context, windowProgram.handOver, windowProgram.options);
+        startProgram(windowProgram.context, windowProgram.options);
         loadTemplateTour(windowProgram.context);
         windowProgram.workspace.initTourDefaults();
-        windowProgram.workspace.tourPath = tour;
+        windowProgram.workspace.setTourPath(tour);
         openTour(windowProgram.context);
-        windowProgram.workspace.tourPath = target;
+        windowProgram.workspace.setTourPath(target);
         saveTour(windowProgram.context);
         saved = folderContents(target);
         workingCopy = folderContents(windowProgram.workspace.folders().newTourPath);

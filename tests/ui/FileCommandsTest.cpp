@@ -1,6 +1,6 @@
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
-#include "publish/TourSave.h"
+#include "commands/TourSave.h"
 #include "ui/main/frmMain.h"
 #include "ui/support/UiFixture.h"
 
@@ -88,7 +88,7 @@ private slots:
             QTest::keyClick(&page, Qt::Key_Escape);
         });
         window.load();
-        QVERIFY(program.workspace.tourPath.empty());
+        QVERIFY(program.workspace.tourPath().empty());
     }
 
     void wizardMakesASavedTour() {
@@ -96,7 +96,7 @@ private slots:
         frmMain window(program.parts());
         onWizard("  Garden  ", " My \u2192 garden ");
         window.load();
-        QCOMPARE(program.workspace.tourPath, toUtf8(program.path("MyTours/Garden")));
+        QCOMPARE(program.workspace.tourPath(), toUtf8(program.path("MyTours/Garden")));
         QCOMPARE(program.model.tourTitle, toUtf8("My \u2192 garden"));
         QVERIFY(!program.model.tourChanged);
         QVERIFY(program.handOver.saveFolderChosen);
@@ -124,7 +124,7 @@ private slots:
             page.close();
         });
         window.load();
-        QVERIFY(program.workspace.tourPath.empty());
+        QVERIFY(program.workspace.tourPath().empty());
     }
 
     void goingBackKeepsWhatWasTyped() {
@@ -164,7 +164,7 @@ private slots:
         });
         window.newTour();
         QCOMPARE(QDir(taken).entryList(QDir::Files), QStringList{"script.txt"});
-        QCOMPARE(program.workspace.tourPath, toUtf8(program.path("MyTours/first")));
+        QCOMPARE(program.workspace.tourPath(), toUtf8(program.path("MyTours/first")));
     }
 
     void namesThatLookLikeTheSampleAreRefusedInTheDefaultFolderOnly() {
@@ -359,7 +359,7 @@ private slots:
         QCOMPARE(program.model.narHeight, std::int16_t{100});
         QCOMPARE(program.model.stopCount(), std::int16_t{2});
         QVERIFY(!program.handOver.openFolderChosen);
-        QCOMPARE(program.workspace.tourPath, toUtf8(program.path("MyTours/walk")));
+        QCOMPARE(program.workspace.tourPath(), toUtf8(program.path("MyTours/walk")));
     }
 
     void folderWithoutAScriptIsDefective() {
@@ -383,7 +383,7 @@ private slots:
         });
         window.openTour();
         QVERIFY(program.handOver.openFolderChosen);
-        QCOMPARE(program.workspace.tourPath, toUtf8(program.path("MyTours/walk")));
+        QCOMPARE(program.workspace.tourPath(), toUtf8(program.path("MyTours/walk")));
     }
 
     void openShowsTheOpeningPageInItsEditingForm() {
@@ -429,7 +429,7 @@ private slots:
                       "user tours.");
         window.load(program.path(folder));
         QCOMPARE(test::dialogsExpected(), 0);
-        QVERIFY(program.workspace.tourPath.empty());
+        QVERIFY(program.workspace.tourPath().empty());
         QVERIFY(QFile::exists(program.working("script.txt"))); // The templates' tour is still the open one.
     }
 
@@ -479,7 +479,7 @@ private slots:
         });
         window.saveAs();
         QVERIFY(!program.handOver.saveFolderChosen);
-        QCOMPARE(program.workspace.tourPath, toUtf8(program.path("MyTours/walk")));
+        QCOMPARE(program.workspace.tourPath(), toUtf8(program.path("MyTours/walk")));
     }
 
     void closingDuringSaveAsWaitsForTheSave() {

@@ -1,4 +1,4 @@
-#include "model/HandOver.h"
+#include "ui/HandOver.h"
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
 #include "platform/Tasks.h"

@@ -184,7 +184,7 @@ private:
     static QString reopen(PlainList& list, UiFixture& program, frmMain& window) {
         trigger(window, "mnuFileSave");
         test::onNextDialog([&](QDialog& dialog) {
-            test::selectFolder(dialog, toQString(program.workspace.tourPath));
+            test::selectFolder(dialog, toQString(program.workspace.tourPath()));
             test::press(dialog, "btnOK");
         });
         trigger(window, "mnuFileOpen");

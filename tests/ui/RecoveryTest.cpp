@@ -129,7 +129,7 @@ private slots:
         Run next(program); // No wizard comes: the test would wait for it for ever.
         QCOMPARE(program.model.stopCount(), std::int16_t(4));
         QVERIFY(program.model.tourChanged);
-        QCOMPARE(toQString(program.workspace.tourPath), tour);
+        QCOMPARE(toQString(program.workspace.tourPath()), tour);
         QCOMPARE(test::readFile(toUtf8(program.working("own page.htm"))), std::string("own"));
         const std::int16_t stop = program.model.currentStop;
         next.window().next();

@@ -178,7 +178,7 @@ private slots:
         program.window.saveAs();
         QCOMPARE(program.events(), finalForm + editingForm);
         QVERIFY(!pointerIsBusy());
-        QCOMPARE(program.program.workspace.tourPath, toUtf8(program.program.path("MyTours/other")));
+        QCOMPARE(program.program.workspace.tourPath(), toUtf8(program.program.path("MyTours/other")));
     }
 
     void saveAsThatIsCancelledWritesNothing() {

@@ -1,6 +1,6 @@
 #include "ui/support/SiteEditor.h"
 
-#include "model/HandOver.h"
+#include "ui/HandOver.h"
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
 #include "ui/controls/LoadingIndicator.h"

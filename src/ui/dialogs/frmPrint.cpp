@@ -3,7 +3,7 @@
 #include "base/Log.h"
 #include "base/Numbers.h"
 #include "base/Utf8.h"
-#include "model/HandOver.h"
+#include "ui/HandOver.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
 #include "model/Workspace.h"
@@ -140,7 +140,7 @@ StopRange frmPrint::wantedRange() const {
 void frmPrint::print() {
     const TourModel model = printable(m_tour.model);
     const PrintedTour printed = composePrintedTour(model, wantedRange(), m_properties->isChecked(),
-                                                   m_tour.workspace.tourPath, m_handOver.logoFile);
+                                                   m_tour.workspace.tourPath(), m_handOver.logoFile);
     accept();
     const std::unique_ptr<QPrinter> printer = makeDefaultPrinter(toQString(model.tourTitle));
     const QString pictureFolder = toQString(m_tour.workspace.folders().newTourPath);

@@ -1,6 +1,6 @@
 #include "ui/dialogs/frmRenameFile.h"
 
-#include "model/HandOver.h"
+#include "ui/HandOver.h"
 #include "platform/Strings.h"
 #include "ui/dialogs/DialogParts.h"
 

@@ -1,6 +1,6 @@
 #include "ui/dialogs/frmSelectFolderOpen.h"
 
-#include "model/HandOver.h"
+#include "ui/HandOver.h"
 #include "model/Workspace.h"
 #include "platform/Strings.h"
 #include "ui/Messages.h"
@@ -42,7 +42,7 @@ void frmSelectFolderOpen::reject() {
 
 void frmSelectFolderOpen::choose() {
     // What is tested is the folder of the tour that was open until now, not the one selected here.
-    const std::string reserved = reservedFolderMessage(m_workspace.folders(), m_workspace.tourPath);
+    const std::string reserved = reservedFolderMessage(m_workspace.folders(), m_workspace.tourPath());
     if (!reserved.empty()) {
         showMessage(this, toQString(reserved), programTitle(), QMessageBox::Warning);
         return;
@@ -53,7 +53,7 @@ void frmSelectFolderOpen::choose() {
                     QStringLiteral("Wendmark: Defective Tour Folder"), QMessageBox::Warning);
         return;
     }
-    m_workspace.tourPath = folder;
+    m_workspace.setTourPath(folder);
     m_handOver.openFolderChosen = true;
     accept();
 }

@@ -1,7 +1,7 @@
 #include "ui/dialogs/frmSelectFolderSave.h"
 
 #include "base/Names.h"
-#include "model/HandOver.h"
+#include "ui/HandOver.h"
 #include "model/Workspace.h"
 #include "platform/Strings.h"
 #include "ui/Messages.h"
@@ -22,7 +22,7 @@ frmSelectFolderSave::frmSelectFolderSave(HandOver& handOver, Workspace& workspac
     , m_workspace(workspace)
     , m_picker(new FolderPicker(tr("&Drive :"), this))
     , m_tourName(new QLineEdit(this))
-    , m_formerTourPath(workspace.tourPath) {
+    , m_formerTourPath(workspace.tourPath()) {
     setObjectName(QStringLiteral("frmSelectFolderSave"));
     setWindowTitle(QStringLiteral("Select Tour-Folder"));
     m_picker->setFolder(toQString(m_workspace.folders().myToursPath));
@@ -52,7 +52,7 @@ frmSelectFolderSave::frmSelectFolderSave(HandOver& handOver, Workspace& workspac
 
 void frmSelectFolderSave::reject() {
     m_handOver.saveFolderChosen = false;
-    m_workspace.tourPath = m_formerTourPath;
+    m_workspace.setTourPath(m_formerTourPath);
     QDialog::reject();
 }
 
@@ -64,13 +64,13 @@ void frmSelectFolderSave::choose() {
         m_tourName->setFocus();
         return;
     }
-    m_workspace.tourPath = toUtf8(m_picker->folder()) + pathSeparator + name;
-    const std::string reserved = reservedNewFolderMessage(m_workspace.folders(), m_workspace.tourPath);
+    m_workspace.setTourPath(toUtf8(m_picker->folder()) + pathSeparator + name);
+    const std::string reserved = reservedNewFolderMessage(m_workspace.folders(), m_workspace.tourPath());
     if (!reserved.empty()) {
         showMessage(this, toQString(reserved), programTitle(), QMessageBox::Warning);
         return;
     }
-    if (!createTourFolder(toQString(m_workspace.tourPath))) {
+    if (!createTourFolder(toQString(m_workspace.tourPath()))) {
         showMessage(this, tr("Tour Folder already exists - Select a different path or name"),
                     QStringLiteral("Wendmark: Tour Name in use"), QMessageBox::Warning);
         return;

@@ -1,6 +1,6 @@
 #include "ui/dialogs/frmWizard1.h"
 
-#include "model/HandOver.h"
+#include "ui/HandOver.h"
 #include "ui/dialogs/DialogParts.h"
 
 #include <QHBoxLayout>

@@ -1,7 +1,7 @@
 #include "ui/dialogs/frmWizard2.h"
 
 #include "base/Names.h"
-#include "model/HandOver.h"
+#include "ui/HandOver.h"
 #include "platform/Strings.h"
 #include "ui/Messages.h"
 #include "ui/dialogs/DialogParts.h"

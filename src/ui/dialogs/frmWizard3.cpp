@@ -2,7 +2,7 @@
 
 #include "base/Files.h"
 #include "base/Names.h"
-#include "model/HandOver.h"
+#include "ui/HandOver.h"
 #include "model/Workspace.h"
 #include "platform/QtDesktop.h"
 #include "platform/Strings.h"
@@ -68,13 +68,13 @@ void frmWizard3::createNewFolder() {
 }
 
 void frmWizard3::finish() {
-    m_workspace.tourPath = toUtf8(m_picker->folder()) + pathSeparator + m_handOver.wizardTourName;
-    const std::string reserved = reservedNewFolderMessage(m_workspace.folders(), m_workspace.tourPath);
+    m_workspace.setTourPath(toUtf8(m_picker->folder()) + pathSeparator + m_handOver.wizardTourName);
+    const std::string reserved = reservedNewFolderMessage(m_workspace.folders(), m_workspace.tourPath());
     if (!reserved.empty()) {
         showMessage(this, toQString(reserved), programTitle(), QMessageBox::Warning);
         return;
     }
-    if (!createTourFolder(toQString(m_workspace.tourPath))) {
+    if (!createTourFolder(toQString(m_workspace.tourPath()))) {
         showMessage(this, tr("Tour Folder already exists - please select a different path or name"),
                     QStringLiteral("Wendmark: Tour Name in use"), QMessageBox::Warning);
         return;

@@ -4,7 +4,7 @@
 #include "base/Log.h"
 #include "base/Numbers.h"
 #include "maker.h"
-#include "model/HandOver.h"
+#include "ui/HandOver.h"
 #include "model/Options.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
@@ -16,9 +16,9 @@
 #include "platform/Strings.h"
 #include "platform/Twips.h"
 #include "publish/Framesets.h"
-#include "publish/StopCommands.h"
-#include "publish/TourCommands.h"
-#include "publish/TourSave.h"
+#include "commands/StopCommands.h"
+#include "commands/TourCommands.h"
+#include "commands/TourSave.h"
 #include "recovery/RecoveryKeeper.h"
 #include "recovery/SavedScripts.h"
 #include "ui/Messages.h"
@@ -173,7 +173,7 @@ void frmMain::openTour() {
 
 void frmMain::save() {
     TourContext& tour = m_parts.tour;
-    if (tour.workspace.tourPath.empty()) {
+    if (tour.workspace.tourPath().empty()) {
         saveAs();
         return;
     }
@@ -578,7 +578,7 @@ void frmMain::openTourIn(const QString& folder) {
         return;
     }
     tour.workspace.initTourDefaults();
-    tour.workspace.tourPath = toUtf8(folder);
+    tour.workspace.setTourPath(toUtf8(folder));
     wendmark::openTour(tour);
     m_parts.recovery.noteSaved();
     tellWhetherOpenIsComplete();
@@ -649,14 +649,14 @@ void frmMain::takeOverSave(bool complete) {
     }
     const files::Contents script = files::read(tour.workspace.tourFile("script.txt"));
     if (script.outcome.ok())
-        tour.log.skip(keepSavedScript(m_parts.savedScripts, tour.workspace.tourPath, script.bytes,
+        tour.log.skip(keepSavedScript(m_parts.savedScripts, tour.workspace.tourPath(), script.bytes,
                                       QDateTime::currentSecsSinceEpoch()));
 }
 
 void frmMain::runWizard() {
     HandOver& handOver = m_parts.handOver;
     Workspace& workspace = m_parts.tour.workspace;
-    const std::string formerTourPath = workspace.tourPath;
+    const std::string formerTourPath = workspace.tourPath();
     const bool hasFirstPage = handOver.wizardFirstRun;
     int page = hasFirstPage ? 1 : 2;
     while (page <= 3) {
@@ -674,7 +674,7 @@ void frmMain::runWizard() {
         }
         if (handOver.wizardResult == WizardResult::closed) {
             // A folder that was refused must not become the place where the present tour is saved.
-            workspace.tourPath = formerTourPath;
+            workspace.setTourPath(formerTourPath);
             return;
         }
         if (page == 1 && !handOver.wizardNewTour) {

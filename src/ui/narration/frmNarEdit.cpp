@@ -3,7 +3,7 @@
 #include "base/Files.h"
 #include "base/Log.h"
 #include "base/Names.h"
-#include "model/HandOver.h"
+#include "ui/HandOver.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
 #include "model/Workspace.h"

@@ -1,6 +1,6 @@
 #include "ui/site/frmWarnURL.h"
 
-#include "model/HandOver.h"
+#include "ui/HandOver.h"
 #include "model/Options.h"
 #include "ui/dialogs/DialogParts.h"
 

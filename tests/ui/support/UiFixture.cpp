@@ -2,7 +2,7 @@
 
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
-#include "publish/TourCommands.h"
+#include "commands/TourCommands.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
@@ -41,7 +41,7 @@ UiFixture::UiFixture()
     : desktop([this] { return m_seconds += clockStep; }, [this] { return stepClock(); })
     , settings(path(QStringLiteral("settings.ini")))
     , registry(path(QStringLiteral("registry.ini")))
-    , workspace(WorkspaceFolders::inside(scratch.path()), model, handOver, desktop, log)
+    , workspace(WorkspaceFolders::inside(scratch.path()), model, desktop, log)
     , tour{model, workspace, desktop, log}
     , profile(makeBrowserProfile(nullptr))
     , recoveryStore(scratch / "state/recovery", log)
@@ -49,7 +49,7 @@ UiFixture::UiFixture()
     watchDialogs();
     fs::copy(WENDMARK_ASSETS "/Template", scratch / "Template");
     fs::copy(WENDMARK_ASSETS "/MyTours", scratch / "MyTours", fs::copy_options::recursive);
-    startProgram(tour, handOver, options);
+    startProgram(tour, options);
     QObject::connect(&desktop, &QtDesktop::beeped, &desktop, [this] { ++beeps; });
 }
 

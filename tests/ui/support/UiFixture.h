@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Log.h"
-#include "model/HandOver.h"
+#include "ui/HandOver.h"
 #include "model/Options.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"

@@ -1,4 +1,4 @@
-#include "publish/TourSave.h"
+#include "commands/TourSave.h"
 
 #include "base/Files.h"
 #include "base/Log.h"
@@ -19,11 +19,12 @@ namespace {
 
 constexpr std::string_view navigatorName = "nav3.htm";
 
-/// Tells the author, as well as the log, of a failure that belongs to no line.
-void report(TourContext& context, const Outcome& outcome, std::string_view message) {
+/// Tells the author, as well as the log, of a failure that belongs to no line. False when there was one.
+bool report(TourContext& context, const Outcome& outcome, std::string_view message) {
     context.log.skip(outcome);
     if (!outcome.ok())
         reportLineError(context.desktop, 0, message);
+    return outcome.ok();
 }
 
 std::string composeLaunchList(const TourModel& model) {
@@ -39,9 +40,9 @@ std::string composeLaunchList(const TourModel& model) {
     return list;
 }
 
-void makeAllFramesets(TourContext& context) {
-    makeWorkingFrameset(context);
-    makeTourFramesets(context);
+bool makeAllFramesets(TourContext& context) {
+    const bool complete = makeWorkingFrameset(context);
+    return makeTourFramesets(context) && complete;
 }
 
 } // namespace
@@ -52,13 +53,13 @@ void useEditingNavigator(TourContext& context) {
            "Error in copying NavTemp file");
 }
 
-void useFinalNavigator(TourContext& context) {
+bool useFinalNavigator(TourContext& context) {
     const Workspace& workspace = context.workspace;
     const std::string navigator = workspace.templateFile("navfinal.htm");
     Outcome copied = workspace.copyToWorkingFile(navigator, navigatorName);
-    if (copied.ok() && !workspace.tourPath.empty())
+    if (copied.ok() && !workspace.tourPath().empty())
         copied = files::copy(navigator, workspace.tourFile(navigatorName));
-    report(context, copied, "Error in copying NavFinal file");
+    return report(context, copied, "Error in copying NavFinal file");
 }
 
 void writeLaunchList(TourContext& context) {
@@ -66,19 +67,17 @@ void writeLaunchList(TourContext& context) {
     report(context, context.workspace.writeWorkingFile("link.txt", list), "Error in creating Link.txt file");
 }
 
-void makeFinalForm(TourContext& context) {
-    writeScript(context);
+bool makeFinalForm(TourContext& context) {
+    bool complete = writeScript(context);
     context.model.editingMode = false;
-    makeAllFramesets(context);
-    useFinalNavigator(context);
+    complete = makeAllFramesets(context) && complete;
+    return useFinalNavigator(context) && complete;
 }
 
 bool saveTourAs(TourContext& context) {
-    const int failuresBefore = context.log.failureCount();
-    makeFinalForm(context);
+    bool complete = makeFinalForm(context);
     context.workspace.pause(1.0F);
-    context.workspace.copyWorkingCopyToTour();
-    const bool complete = context.log.failureCount() == failuresBefore;
+    complete = context.workspace.copyWorkingCopyToTour() && complete;
     useEditingNavigator(context);
     context.model.editingMode = true;
     makeAllFramesets(context);

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "model/ScriptFile.h"
+
+#include <string>
+
 namespace wendmark {
 
-struct HandOver;
 struct Options;
 struct TourContext;
 
@@ -10,24 +13,24 @@ struct TourContext;
 
 /// Start of the program: makes the working copy's folder if it is missing and sets what a program starts
 /// with.
-void startProgram(TourContext& context, HandOver& handOver, Options& options);
+void startProgram(TourContext& context, Options& options);
 
 /// Fills the working copy and the model from the templates, as a program that has just started shows them.
 void loadTemplateTour(TourContext& context);
 
 /// Opens the tour in the workspace's tourPath, after initTourDefaults(). What of it cannot be read, no save
 /// replaces, see Workspace::isIncomplete().
-void openTour(TourContext& context);
+ScriptReading openTour(TourContext& context);
 
 /// Generates the pages of a tour that is in the model and whose other files are in the working copy, as an
 /// unsaved one, and shows its current stop.
 void generateRecoveredTour(TourContext& context);
 
-/// Makes a new tour of the working copy, which was just reset.
-void generateNewTour(TourContext& context, HandOver& handOver);
+/// Makes a new tour with this title of the working copy, which was just reset.
+void generateNewTour(TourContext& context, const std::string& title);
 
 /// Same, and saves it into the workspace's tourPath, an existing folder. False when something of it could not
 /// be saved.
-bool finishNewTour(TourContext& context, HandOver& handOver);
+bool finishNewTour(TourContext& context, const std::string& title);
 
 } // namespace wendmark

@@ -1,4 +1,4 @@
-#include "publish/TourSave.h"
+#include "commands/TourSave.h"
 
 #include "base/Names.h"
 #include "model/TourFiles.h"
@@ -38,8 +38,8 @@ protected:
         tour.writeTemplate("navfinal.htm", finalNavigator);
         tour.model.tourTitle = "Harbour";
         tour.model.bufferDelay = 10;
-        tour.workspace.tourPath = tour.scratch / "tour";
-        fs::create_directory(tour.workspace.tourPath);
+        tour.workspace.setTourPath(tour.scratch / "tour");
+        fs::create_directory(tour.workspace.tourPath());
     }
 
     std::string saved(std::string_view name) const { return test::readFile(tour.workspace.tourFile(name)); }
@@ -84,7 +84,7 @@ TEST_F(TourSave, finalNavigatorGoesIntoTheWorkingCopyAndTheTour) {
 }
 
 TEST_F(TourSave, finalNavigatorOfATourWithoutFolderGoesIntoTheWorkingCopyOnly) {
-    tour.workspace.tourPath.clear();
+    tour.workspace.setTourPath({});
     fs::permissions(tour.workspace.folders().newTourPath, fs::perms::all);
     {
         const test::UnprivilegedUser nobody; // Could not write beside the root folder unnoticed.
@@ -241,7 +241,7 @@ protected:
     Moment now() const {
         return {tour.model.editingMode, tour.model.tourChanged,
                 test::folderContents(tour.workspace.folders().newTourPath),
-                test::folderContents(tour.workspace.tourPath)};
+                test::folderContents(tour.workspace.tourPath())};
     }
 
     std::vector<Moment> moments;
@@ -294,7 +294,7 @@ TEST_F(TourSave, goesOnAfterEachStepThatFails) {
 }
 
 TEST_F(TourSave, missingTourFolderIsReportedForTheNavigatorAndOtherwiseSilent) {
-    fs::remove_all(tour.workspace.tourPath);
+    fs::remove_all(tour.workspace.tourPath());
     tour.model.tourChanged = true;
     saveTour(tour.context);
     EXPECT_THAT(tour.desktop.lineErrors, ElementsAre("Error in copying NavFinal file in line 0"));
@@ -303,13 +303,13 @@ TEST_F(TourSave, missingTourFolderIsReportedForTheNavigatorAndOtherwiseSilent) {
     EXPECT_TRUE(tour.model.editingMode);
     EXPECT_EQ(tour.working("nav3.htm"), editingNavigator);
     EXPECT_TRUE(test::exists(tour.workspace.workingFile("link.txt")));
-    EXPECT_FALSE(test::exists(tour.workspace.tourPath));
+    EXPECT_FALSE(test::exists(tour.workspace.tourPath()));
 }
 
 TEST_F(TourSave, readOnlyTourFolderStaysAsItIsAndCountsAsSaved) {
     test::writeFile(tour.workspace.tourFile("script.txt"), "old script");
     fs::permissions(tour.workspace.folders().newTourPath, fs::perms::all);
-    fs::permissions(tour.workspace.tourPath,
+    fs::permissions(tour.workspace.tourPath(),
                     fs::perms::all &
                         ~(fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write));
     tour.model.tourChanged = true;
@@ -317,7 +317,7 @@ TEST_F(TourSave, readOnlyTourFolderStaysAsItIsAndCountsAsSaved) {
         const test::UnprivilegedUser nobody;
         saveTour(tour.context);
     }
-    EXPECT_THAT(test::folderContents(tour.workspace.tourPath),
+    EXPECT_THAT(test::folderContents(tour.workspace.tourPath()),
                 ElementsAre(testing::Pair("script.txt", "old script")));
     EXPECT_THAT(tour.desktop.lineErrors, ElementsAre("Error in copying NavFinal file in line 0"));
     EXPECT_FALSE(tour.log.failures.empty());
@@ -353,7 +353,7 @@ TEST_F(TourSave, fullDiskLeavesTheSavedTourAsItWas) {
         const test::FileSizeLimit limit(10000);
         saveTour(tour.context);
     }
-    EXPECT_THAT(test::folderContents(tour.workspace.tourPath),
+    EXPECT_THAT(test::folderContents(tour.workspace.tourPath()),
                 UnorderedElementsAre(testing::Pair("script.txt", "old script"),
                                      testing::Pair("nav3.htm", finalNavigator)));
     EXPECT_THAT(tour.log.failures, ElementsAre(HasSubstr("big.htm")));

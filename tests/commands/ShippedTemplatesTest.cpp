@@ -1,6 +1,6 @@
+#include "commands/TourCommands.h"
+#include "commands/TourSave.h"
 #include "publish/Framesets.h"
-#include "publish/TourCommands.h"
-#include "publish/TourSave.h"
 #include "support/TestTour.h"
 
 #include <gmock/gmock.h>
@@ -21,13 +21,13 @@ class ShippedTemplates : public testing::Test {
 protected:
     ShippedTemplates() {
         tour.useShippedTemplates();
-        startProgram(tour.context, tour.handOver, tour.options);
+        startProgram(tour.context, tour.options);
         loadTemplateTour(tour.context);
         tour.workspace.initTourDefaults();
     }
 
     void open(const std::string& folder) {
-        tour.workspace.tourPath = folder;
+        tour.workspace.setTourPath(folder);
         openTour(tour.context);
     }
 
@@ -42,10 +42,9 @@ protected:
 
 TEST_F(ShippedTemplates, makeANewTourWithoutAComplaint) {
     tour.workspace.resetWorkingCopy();
-    tour.workspace.tourPath = tour.scratch / "tour";
-    std::filesystem::create_directory(tour.workspace.tourPath);
-    tour.handOver.wizardTourTitle = "Harbour";
-    finishNewTour(tour.context, tour.handOver);
+    tour.workspace.setTourPath(tour.scratch / "tour");
+    std::filesystem::create_directory(tour.workspace.tourPath());
+    finishNewTour(tour.context, "Harbour");
     expectNoComplaint();
     EXPECT_GT(tour.model.stopCount(), 0);
 }

@@ -1,4 +1,4 @@
-#include "publish/StopCommands.h"
+#include "commands/StopCommands.h"
 
 #include "model/Desktop.h"
 #include "model/TourContext.h"

@@ -1,6 +1,6 @@
-#include "publish/TourProperties.h"
+#include "commands/TourProperties.h"
 
-#include "publish/TourCommands.h"
+#include "commands/TourCommands.h"
 #include "support/TestTour.h"
 
 #include <gmock/gmock.h>
@@ -21,7 +21,7 @@ class TourPropertiesTest : public testing::Test {
 protected:
     TourPropertiesTest() {
         tour.useGoldenTemplates();
-        startProgram(tour.context, tour.handOver, tour.options);
+        startProgram(tour.context, tour.options);
         loadTemplateTour(tour.context);
         properties.tourTitle = tour.model.tourTitle;
         properties.cachePeriod = "30";

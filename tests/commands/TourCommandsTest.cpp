@@ -1,6 +1,6 @@
-#include "publish/TourCommands.h"
+#include "commands/TourCommands.h"
 
-#include "publish/TourSave.h"
+#include "commands/TourSave.h"
 #include "support/SystemLimits.h"
 #include "support/TestTour.h"
 
@@ -35,34 +35,29 @@ protected:
 
 TEST_F(TourCommands, startMakesAMissingWorkingCopy) {
     fs::remove_all(tour.workspace.folders().newTourPath);
-    startProgram(tour.context, tour.handOver, tour.options);
+    startProgram(tour.context, tour.options);
     EXPECT_TRUE(fs::is_directory(tour.workspace.folders().newTourPath));
     EXPECT_THAT(tour.log.failures, IsEmpty());
 }
 
 TEST_F(TourCommands, startKeepsTheFilesOfAnExistingWorkingCopy) {
     tour.writeWorking("page1.htm", "of the last run");
-    startProgram(tour.context, tour.handOver, tour.options);
+    startProgram(tour.context, tour.options);
     EXPECT_EQ(tour.working("page1.htm"), "of the last run");
     EXPECT_THAT(tour.log.failures, IsEmpty());
 }
 
 TEST_F(TourCommands, startSetsWhatAProgramStartsWith) {
-    tour.workspace.tourPath = "/somewhere";
+    tour.workspace.setTourPath("/somewhere");
     tour.options.htmlEditorPath = "/an/editor";
     tour.model.editingMode = false;
     tour.model.autoInstruction = false;
-    tour.handOver.wizardTourName = "name";
-    tour.handOver.wizardTourTitle = "title";
-    startProgram(tour.context, tour.handOver, tour.options);
-    EXPECT_EQ(tour.workspace.tourPath, "");
+    startProgram(tour.context, tour.options);
+    EXPECT_EQ(tour.workspace.tourPath(), "");
     EXPECT_EQ(tour.options.htmlEditorPath, "");
     EXPECT_TRUE(tour.model.editingMode);
     EXPECT_TRUE(tour.model.autoInstruction);
     EXPECT_EQ(tour.model.homeSiteURL, makerSite);
-    EXPECT_EQ(tour.handOver.siteEditURL, makerSite);
-    EXPECT_EQ(tour.handOver.wizardTourName, "");
-    EXPECT_EQ(tour.handOver.wizardTourTitle, "");
     EXPECT_THAT(tour.desktop.calls, IsEmpty());
 }
 
@@ -92,9 +87,9 @@ TEST_F(TourCommands, templateTourIsNotGeneratedBeforeItIsOpened) {
 class OpenTour : public TourCommands {
 protected:
     OpenTour() {
-        startProgram(tour.context, tour.handOver, tour.options);
+        startProgram(tour.context, tour.options);
         loadTemplateTour(tour.context);
-        tour.workspace.tourPath = tour.scratch / "tour";
+        tour.workspace.setTourPath(tour.scratch / "tour");
         writeTourFile("script.txt", script);
     }
 
@@ -203,9 +198,9 @@ TEST_F(OpenTour, valuesThatTheScriptDoesNotNameAreThoseOfTheTemplates) {
 
 TEST_F(OpenTour, neverTouchesTheToursFolder) {
     writeTourFile("Notes.HTM", "notes");
-    const auto before = test::folderContents(tour.workspace.tourPath);
+    const auto before = test::folderContents(tour.workspace.tourPath());
     openTour(tour.context);
-    EXPECT_EQ(test::folderContents(tour.workspace.tourPath), before);
+    EXPECT_EQ(test::folderContents(tour.workspace.tourPath()), before);
 }
 
 TEST_F(OpenTour, fileThatDidNotArriveIsLeftAloneBySaving) {
@@ -219,16 +214,16 @@ TEST_F(OpenTour, fileThatDidNotArriveIsLeftAloneBySaving) {
     }
     fs::permissions(tour.scratch / "tour/photo.gif", fs::perms::owner_all);
     EXPECT_TRUE(tour.workspace.isIncomplete());
-    EXPECT_EQ(tour.workspace.tourPath, tour.scratch / "tour");
+    EXPECT_EQ(tour.workspace.tourPath(), tour.scratch / "tour");
     EXPECT_THAT(tour.desktop.lineErrors, IsEmpty());
     EXPECT_EQ(tour.working("photo.gif"), "the templates' photo");
     EXPECT_FALSE(saveTour(tour.context));
     EXPECT_EQ(test::readFile(tour.scratch / "tour/photo.gif"), "a photo");
     EXPECT_THAT(test::readFile(tour.scratch / "tour/script.txt"), HasSubstr("Harbour"));
     fs::create_directory(tour.scratch / "elsewhere");
-    tour.workspace.tourPath = tour.scratch / "elsewhere";
+    tour.workspace.setTourPath(tour.scratch / "elsewhere");
     EXPECT_TRUE(saveTourAs(tour.context));
-    tour.workspace.tourPath = tour.scratch / "tour";
+    tour.workspace.setTourPath(tour.scratch / "tour");
     openTour(tour.context);
     EXPECT_FALSE(tour.workspace.isIncomplete());
 }
@@ -236,18 +231,17 @@ TEST_F(OpenTour, fileThatDidNotArriveIsLeftAloneBySaving) {
 TEST_F(OpenTour, tourThatOpensKeepsItsFolder) {
     writeTourFile("photo.gif", "a photo");
     openTour(tour.context);
-    EXPECT_EQ(tour.workspace.tourPath, tour.scratch / "tour");
+    EXPECT_EQ(tour.workspace.tourPath(), tour.scratch / "tour");
     EXPECT_THAT(tour.desktop.lineErrors, IsEmpty());
 }
 
 class NewTour : public TourCommands {
 protected:
     NewTour() {
-        startProgram(tour.context, tour.handOver, tour.options);
+        startProgram(tour.context, tour.options);
         tour.workspace.resetWorkingCopy();
-        tour.workspace.tourPath = tour.scratch / "tour";
-        fs::create_directory(tour.workspace.tourPath);
-        tour.handOver.wizardTourTitle = "My Harbour";
+        tour.workspace.setTourPath(tour.scratch / "tour");
+        fs::create_directory(tour.workspace.tourPath());
     }
 
     std::vector<std::string> savedLines(std::string_view name) const {
@@ -256,7 +250,7 @@ protected:
 };
 
 TEST_F(NewTour, hasTheTemplatesStopsUnderTheTypedTitle) {
-    finishNewTour(tour.context, tour.handOver);
+    finishNewTour(tour.context, "My Harbour");
     EXPECT_EQ(tour.model.tourTitle, "My Harbour");
     EXPECT_EQ(tour.model.stopCount(), 1);
     EXPECT_THAT(savedLines("script.txt"), Contains("My Harbour"));
@@ -268,17 +262,16 @@ TEST_F(NewTour, hasTheTemplatesStopsUnderTheTypedTitle) {
 }
 
 TEST_F(NewTour, isSavedAtOnce) {
-    finishNewTour(tour.context, tour.handOver);
+    finishNewTour(tour.context, "My Harbour");
     EXPECT_EQ(test::readFile(tour.workspace.tourFile("nav3.htm")),
               test::readFile(tour.workspace.templateFile("navfinal.htm")));
     EXPECT_EQ(tour.working("nav3.htm"), test::readFile(tour.workspace.templateFile("navtemp.htm")));
     EXPECT_EQ(tour.working("link.txt"), "Launching points not specified\r\n");
     EXPECT_FALSE(tour.model.tourChanged);
-    EXPECT_TRUE(tour.handOver.saveFolderChosen);
 }
 
 TEST_F(NewTour, showsTheHourglassAndLeavesTheBrowserToTheWindow) {
-    finishNewTour(tour.context, tour.handOver);
+    finishNewTour(tour.context, "My Harbour");
     EXPECT_THAT(tour.desktop.calls, ElementsAre("pointer: 11", "pointer: 0"));
 }
 
@@ -288,7 +281,7 @@ TEST_F(NewTour, forgetsWhatTheTourBeforeItHad) {
     tour.model.currentStop = 4;
     tour.model.narHeight = 300;
     tour.model.autoInstruction = false;
-    finishNewTour(tour.context, tour.handOver);
+    finishNewTour(tour.context, "My Harbour");
     EXPECT_EQ(tour.model.currentStop, 0);
     EXPECT_THAT(savedLines("openhelp.htm"), Contains("<font size=2>   </font>"));
     EXPECT_THAT(savedLines("playtour.htm"), Contains(HasSubstr("\"*,100,0\"")));
@@ -297,14 +290,13 @@ TEST_F(NewTour, forgetsWhatTheTourBeforeItHad) {
 }
 
 TEST_F(NewTour, withoutTitleIsUntitled) {
-    tour.handOver.wizardTourTitle.clear();
-    finishNewTour(tour.context, tour.handOver);
+    finishNewTour(tour.context, "");
     EXPECT_THAT(savedLines("playtour.htm"), Contains("<title>Untitled Tour </title>"));
 }
 
 TEST_F(NewTour, isGeneratedWithoutBeingSaved) {
-    generateNewTour(tour.context, tour.handOver);
-    EXPECT_THAT(test::folderContents(tour.workspace.tourPath), IsEmpty());
+    generateNewTour(tour.context, "My Harbour");
+    EXPECT_THAT(test::folderContents(tour.workspace.tourPath()), IsEmpty());
     EXPECT_THAT(tour.workingLines("toc.htm"), Contains("My Harbour</font></h5>"));
     EXPECT_THAT(tour.workingLines("framever.htm"), Contains("<title>My Harbour </title>"));
     EXPECT_THAT(tour.workingLines("openhelp.htm"), Not(Contains("dropped between five and six")));

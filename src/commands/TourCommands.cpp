@@ -1,9 +1,9 @@
-#include "publish/TourCommands.h"
+#include "commands/TourCommands.h"
 
 #include "base/Files.h"
 #include "base/Log.h"
+#include "commands/TourSave.h"
 #include "model/Desktop.h"
-#include "model/HandOver.h"
 #include "model/Options.h"
 #include "model/ScriptFile.h"
 #include "model/TourContext.h"
@@ -12,19 +12,16 @@
 #include "publish/Framesets.h"
 #include "publish/StopPages.h"
 #include "publish/TourPages.h"
-#include "publish/TourSave.h"
 
 namespace wendmark {
 
-void startProgram(TourContext& context, HandOver& handOver, Options& options) {
+void startProgram(TourContext& context, Options& options) {
     Workspace& workspace = context.workspace;
     context.log.skipAsNote(files::makeFolder(workspace.folders().newTourPath));
-    workspace.tourPath.clear();
+    workspace.setTourPath({});
     options.htmlEditorPath.clear();
     context.model.editingMode = true;
     workspace.initTourDefaults();
-    handOver.wizardTourName.clear();
-    handOver.wizardTourTitle.clear();
 }
 
 void loadTemplateTour(TourContext& context) {
@@ -35,14 +32,13 @@ void loadTemplateTour(TourContext& context) {
     useEditingNavigator(context);
 }
 
-void openTour(TourContext& context) {
+ScriptReading openTour(TourContext& context) {
     const BusyPointer busy(context.desktop);
     TourModel& model = context.model;
     model.currentStop = 0;
     context.workspace.loadTourIntoWorkingCopy();
-    const int failuresBefore = context.log.failureCount();
-    readScript(context);
-    if (context.log.failureCount() != failuresBefore)
+    const ScriptReading reading = readScript(context);
+    if (!reading.couldBeRead)
         context.workspace.spare("script.txt");
     makeWorkingFrameset(context);
     writeScript(context);
@@ -55,6 +51,7 @@ void openTour(TourContext& context) {
     useEditingNavigator(context);
     context.desktop.navigateMainBrowser("file://" + context.workspace.folders().appPath + "/NewTour/fv1.htm");
     model.tourChanged = false;
+    return reading;
 }
 
 void generateRecoveredTour(TourContext& context) {
@@ -68,21 +65,20 @@ void generateRecoveredTour(TourContext& context) {
     makePreviewFrameset(context);
 }
 
-void generateNewTour(TourContext& context, HandOver& handOver) {
+void generateNewTour(TourContext& context, const std::string& title) {
     TourModel& model = context.model;
     context.workspace.initTourDefaults();
     model.currentStop = 0;
     readScript(context);
     model.tourChanged = false;
     useEditingNavigator(context);
-    model.tourTitle = handOver.wizardTourTitle;
+    model.tourTitle = title;
     makeEveryPage(context);
-    handOver.saveFolderChosen = true;
 }
 
-bool finishNewTour(TourContext& context, HandOver& handOver) {
+bool finishNewTour(TourContext& context, const std::string& title) {
     const BusyPointer busy(context.desktop);
-    generateNewTour(context, handOver);
+    generateNewTour(context, title);
     return saveTour(context);
 }
 

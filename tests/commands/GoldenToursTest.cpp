@@ -1,5 +1,5 @@
-#include "publish/TourCommands.h"
-#include "publish/TourSave.h"
+#include "commands/TourCommands.h"
+#include "commands/TourSave.h"
 #include "support/TestTour.h"
 
 #include <gmock/gmock.h>
@@ -52,10 +52,10 @@ Published publish(const std::string& name) {
     const std::string folder = tour.scratch / "tour";
     fs::copy(goldenFolder / name, folder); // Not its folders.
 
-    startProgram(tour.context, tour.handOver, tour.options);
+    startProgram(tour.context, tour.options);
     loadTemplateTour(tour.context);
     tour.workspace.initTourDefaults();
-    tour.workspace.tourPath = folder;
+    tour.workspace.setTourPath(folder);
     openTour(tour.context);
     saveTour(tour.context);
 

@@ -1,13 +1,13 @@
-#include "publish/TourProperties.h"
+#include "commands/TourProperties.h"
 
 #include "base/Log.h"
 #include "base/Numbers.h"
+#include "commands/TourSave.h"
 #include "model/Desktop.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
 #include "model/Workspace.h"
 #include "publish/TourPages.h"
-#include "publish/TourSave.h"
 
 #include <algorithm>
 

@@ -1,0 +1,207 @@
+#pragma once
+
+#include "commands/ContentStore.h"
+#include "commands/DocumentListener.h"
+#include "commands/StepHistory.h"
+#include "commands/StopCommands.h"
+#include "commands/TourProperties.h"
+#include "commands/WorkingFiles.h"
+#include "model/Options.h"
+#include "model/TourContext.h"
+#include "model/TourModel.h"
+#include "model/Workspace.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace wendmark {
+
+/// What opening a tour has come to.
+struct Opening {
+    bool complete = true; ///< False: something of the tour could not be read; saves leave that alone.
+    bool hasTitle = true; ///< False: its script is empty or ends before a title. The tour on screen is what
+                          ///< was there before; see TourDocument::mayOverwrite().
+};
+
+/// The texts of a stop as an author leaves them.
+struct StopTexts {
+    std::string title;
+    std::string narration;
+    std::string instruction; ///< Counts for nothing while the program writes the instructions.
+};
+
+/// The tour that is being edited, and the one door through which it changes. Each command regenerates the
+/// pages that it touches, is one step of the history, and tells the listeners. Windows and engine are none of
+/// its business.
+class TourDocument final {
+public:
+    /// `historyFolder` is for contents of files that undo needs; nobody else uses it. Desktop and log must
+    /// outlive the document.
+    TourDocument(WorkspaceFolders folders, Desktop& desktop, Log& log, std::string historyFolder);
+    TourDocument(const TourDocument&) = delete;
+    TourDocument& operator=(const TourDocument&) = delete;
+
+    const TourModel& model() const { return m_model; }
+    const Workspace& workspace() const { return m_workspace; }
+    Desktop& desktop() const { return m_desktop; }
+    Log& log() const { return m_log; }
+
+    /// The listener must be taken out before it goes.
+    void addListener(DocumentListener& listener);
+    void removeListener(DocumentListener& listener);
+
+    // The program's beginning and end.
+
+    /// Makes the working copy's folder if it is missing, and sets what a program starts with.
+    void startProgram(Options& options);
+
+    /// Fills working copy and model from the templates. No page is made yet.
+    void showTemplateTour();
+
+    /// Takes over a tour of a former run: `restoreFiles` puts the author's files into the working copy.
+    void recover(const TourModel& tour, const std::string& tourPath,
+                 const std::function<void()>& restoreFiles);
+
+    /// Brings the working copy into the form of a saved tour, as a program that ends does.
+    void makeFinalForm();
+
+    /// Leaves nothing of the tour in the working copy. Waits a moment in between.
+    void leaveWorkingCopy();
+
+    // Other tours. What begins with begin...() ends with finish...() or cancel...().
+
+    /// Resets the tour's properties to what a tour starts with.
+    void beginOpening();
+    Opening finishOpening(const std::string& folder);
+    /// The tour stays, its properties stay reset; one step of the history.
+    void cancelOpening();
+
+    /// Refills the working copy from the templates, while the model stays.
+    void beginNew();
+    /// Makes the new tour and saves it into `folder`, which exists. False when something of it was not saved.
+    bool finishNew(const std::string& title, const std::string& folder);
+    /// The tour stays. Its files come back before anything is generated or saved next.
+    void cancelNew();
+
+    // Saving.
+
+    /// Saves into the tour's folder, which must be set. False when something of it was not saved.
+    bool save();
+    /// Same, into a folder that was just made for it; the launch list stays as it is.
+    bool saveAs(const std::string& folder);
+    /// What a dialog was refused stays visible as the tour's folder; nothing is ever saved there.
+    void showRefusedFolder(const std::string& folder) { m_refusedFolder = folder; }
+    /// Folder of the tour as windows and sheets show it.
+    const std::string& shownTourPath() const;
+    /// Whether the tour has a folder that a save may write into: none was refused since it was opened.
+    bool hasFolder() const { return m_refusedFolder.empty() && !m_workspace.tourPath().empty(); }
+    /// Whether the folder holds a script that did not open as a tour, so that saving would lose it.
+    bool mayOverwrite() const { return !m_openedWithoutTitle; }
+    /// The author wants the folder to become this tour.
+    void agreeToOverwrite() { m_openedWithoutTitle = false; }
+
+    // Stops. They work on the current one.
+
+    StopCommandResult insertStop();
+    StopCommandResult deleteStop();
+    StopCommandResult moveStopForward();
+    StopCommandResult moveStopBack();
+    void setAddress(std::int16_t stop, const std::string& address);
+    /// Stop 0, the opening page, has no texts: nothing is stored, but the tour counts as changed.
+    void setTexts(std::int16_t stop, const StopTexts& texts);
+
+    // The place in the tour.
+
+    StopCommandResult showNextStop();
+    StopCommandResult showPreviousStop();
+    /// Shows the current stop, or the opening page, anew.
+    void showCurrentStop();
+    /// Same for stop `stop`, 0 to the number of stops.
+    void goToStop(std::int16_t stop);
+    /// The page on screen has said that it is this stop's.
+    void takeAnnouncedStop(std::int16_t stop);
+
+    // The whole tour.
+
+    /// See changeTourProperties().
+    void setProperties(const TourProperties& properties, const std::function<void()>& refuseDimension);
+    /// Copies a file of the author's into the working copy, under a name of it, in place of one that is
+    /// there.
+    Outcome addFile(const std::string& source, const std::string& name, const std::string& stepName);
+    /// The tour counts as changed from now on, whatever else happens.
+    void markChanged();
+
+    // Bookmarks of the site editor.
+
+    const BookmarkList& loadBookmarks();
+    const BookmarkList& bookmarks() const { return *m_bookmarks; }
+    void setBookmarks(BookmarkList list, const std::string& stepName);
+    void saveBookmarks();
+
+    // History.
+
+    /// Names of the step that undo() or redo() would deal with; none when there is none.
+    std::optional<std::string> undoName() const;
+    std::optional<std::string> redoName() const;
+    void undo();
+    void redo();
+    /// How many of the oldest steps had to be dropped since the program began.
+    int droppedSteps() const { return m_history.dropped(); }
+    std::size_t historyBytes() const { return m_history.bytes(); }
+
+    /// Whether the tour is what was saved, or opened, last in its folder. Where the author is does not count.
+    bool isAsSaved() const;
+
+private:
+    friend struct TourDocumentAccess; ///< For tests that need a tour in a certain state.
+
+    using Made = WorkingFiles::Made;
+    struct Before {
+        TourState state;
+        FileStates files;
+    };
+
+    Before begin(const std::string& replacedFile = {});
+    void end(const Before& before, const std::string& name, Made made);
+    void endAt(std::int16_t stop, Before& before, const std::string& name);
+    void addStep(const Before& before, const std::string& name, std::int16_t placeAfter, bool opensTour);
+    StopCommandResult runStopCommand(StopCommandResult (*command)(TourContext&), const std::string& name);
+    StopCommandResult show(StopCommandResult (*command)(TourContext&));
+    bool endSave(bool complete, const FileStates& before);
+    TourState state();
+    void bringFilesBack();
+    void go(Step& step, bool back);
+    void applyState(const TourState& wanted);
+    void openFolder(const OpenTour& open);
+    void noteSaved();
+    void limitContents();
+    template <typename Tell>
+    void tell(Tell tell);
+    void tellChange();
+
+    TourModel m_model;
+    Desktop& m_desktop;
+    Log& m_log;
+    Workspace m_workspace;
+    TourContext m_context;
+    ContentStore m_contents;
+    WorkingFiles m_files;
+    StepHistory m_history;
+    SharedBookmarks m_bookmarks;
+    TourMoment m_moment; ///< The latest one; parts of the next are shared with it.
+    std::uint64_t m_number = 0;
+    std::uint64_t m_lastNumber = 0;
+    std::map<std::string, std::uint64_t> m_savedNumbers; ///< By tour folder.
+    std::optional<Before> m_opening;                     ///< Before the command that is to open a tour.
+    std::optional<FileStates> m_absent; ///< The files of the tour while the working copy was only refilled.
+    bool m_pagesMade = false;           ///< The tour's pages are in the working copy.
+    bool m_openedWithoutTitle = false;
+    std::string m_refusedFolder;
+    std::vector<DocumentListener*> m_listeners;
+};
+
+} // namespace wendmark

@@ -1,0 +1,495 @@
+#include "commands/TourDocument.h"
+
+#include "base/Files.h"
+#include "model/TourFiles.h"
+#include "support/DocumentFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <map>
+#include <random>
+
+namespace wendmark {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+using test::DocumentFixture;
+
+/// What undo promises to bring back.
+struct Seen {
+    std::string tour;
+    std::map<std::string, std::string> files;
+
+    friend bool operator==(const Seen&, const Seen&) = default;
+};
+
+Seen seen(const DocumentFixture& program) {
+    TourModel model = program.document.model();
+    Seen all;
+    for (const Stop& stop : model.stops)
+        all.tour += stop.stopTitle + "\n" + stop.stopURL + "\n" + stop.stopNarration + "\n" +
+                    stop.stopInstruction + "\n";
+    all.tour += model.tourTitle + model.tourAuthor + std::to_string(model.narHeight) +
+                std::to_string(model.autoInstruction) + std::to_string(model.launchURLCount) +
+                program.document.workspace().tourPath();
+    for (const auto& [name, bytes] : test::folderContents(program.workingCopy())) {
+        const bool between = isScratchFile(name) || name == "script.txt" || name == "link.txt" ||
+                             name == "brhist.txt" || name == "nav3.htm";
+        if (!between)
+            all.files[name] = bytes;
+    }
+    return all;
+}
+
+std::vector<std::string> differences(const Seen& left, const Seen& right) {
+    std::vector<std::string> names;
+    if (left.tour != right.tour)
+        names.push_back("the tour: " + left.tour + " / " + right.tour);
+    for (const auto& [name, bytes] : left.files) {
+        const auto other = right.files.find(name);
+        if (other == right.files.end() || other->second != bytes)
+            names.push_back(name);
+    }
+    for (const auto& [name, bytes] : right.files) {
+        if (!left.files.contains(name))
+            names.push_back("also " + name);
+    }
+    return names;
+}
+
+class TourDocumentTest : public testing::Test {
+protected:
+    TourDocumentTest() { program.openTour(program.makeTour("first", 3)); }
+
+    std::string titles() const {
+        std::string all;
+        for (const Stop& stop : program.document.model().stops)
+            all += stop.stopTitle.substr(0, 6) + ",";
+        return all;
+    }
+
+    DocumentFixture program;
+    TourDocument& document = program.document;
+};
+
+TEST_F(TourDocumentTest, eachCommandIsOneStepWithAName) {
+    EXPECT_EQ(document.undoName(), "Open Tour");
+    document.goToStop(1);
+    document.insertStop();
+    EXPECT_EQ(document.undoName(), "Insert Stop");
+    document.moveStopForward();
+    EXPECT_EQ(document.undoName(), "Move Stop Forward");
+    document.undo();
+    EXPECT_EQ(document.undoName(), "Insert Stop");
+    EXPECT_EQ(document.redoName(), "Move Stop Forward");
+    document.deleteStop();
+    EXPECT_EQ(document.redoName(), std::nullopt);
+}
+
+TEST_F(TourDocumentTest, undoGoesToTheStopWhereTheChangeWas) {
+    document.setTexts(2, {"Two", "Words.", ""});
+    document.goToStop(3);
+    document.undo();
+    EXPECT_EQ(document.model().currentStop, 2);
+    EXPECT_EQ(titles(), "Stop 1,Stop 2,Stop 3,");
+    document.redo();
+    EXPECT_EQ(document.model().currentStop, 2);
+    EXPECT_EQ(titles(), "Stop 1,Two,Stop 3,");
+}
+
+TEST_F(TourDocumentTest, commandThatChangesNothingIsNoStep) {
+    const Stop stop = document.model().stops.at(1);
+    document.setTexts(1, {stop.stopTitle, stop.stopNarration, stop.stopInstruction});
+    document.setTexts(1, {stop.stopTitle, stop.stopNarration, stop.stopInstruction});
+    document.goToStop(0);
+    EXPECT_EQ(document.deleteStop(), StopCommandResult::refused);
+    EXPECT_EQ(document.undoName(), "Open Tour");
+}
+
+TEST_F(TourDocumentTest, undoMarksTheTourAsChangedUnlessItIsWhatWasSaved) {
+    EXPECT_TRUE(document.isAsSaved());
+    document.insertStop();
+    EXPECT_FALSE(document.isAsSaved());
+    document.undo();
+    EXPECT_FALSE(document.model().tourChanged);
+    document.redo();
+    EXPECT_TRUE(document.model().tourChanged);
+    document.save();
+    EXPECT_FALSE(document.model().tourChanged);
+    document.undo();
+    EXPECT_TRUE(document.model().tourChanged);
+    document.redo();
+    EXPECT_FALSE(document.model().tourChanged);
+}
+
+TEST_F(TourDocumentTest, undoGoesBackPastASave) {
+    const Seen opened = seen(program);
+    document.insertStop();
+    EXPECT_TRUE(document.save());
+    document.undo();
+    EXPECT_THAT(differences(seen(program), opened), IsEmpty());
+    EXPECT_TRUE(document.save());
+    EXPECT_THAT(test::readFile(program.tourFile("first", "script.txt")), Not(testing::HasSubstr("Stop4")));
+}
+
+TEST_F(TourDocumentTest, openingAnotherTourCanBeUndone) {
+    test::writeFile(program.tourFile("first", "own.htm"), "<p>own</p>");
+    program.openTour(program.tourFolder("first"));
+    document.goToStop(2);
+    document.deleteStop();
+    const Seen before = seen(program);
+    program.openTour(program.makeTour("second", 5));
+    const Seen after = seen(program);
+    EXPECT_THAT(titles(), testing::HasSubstr("Stop 5"));
+    document.undo();
+    EXPECT_THAT(differences(seen(program), before), IsEmpty());
+    EXPECT_TRUE(document.model().tourChanged);
+    document.redo();
+    EXPECT_THAT(differences(seen(program), after), IsEmpty());
+    EXPECT_FALSE(document.model().tourChanged);
+}
+
+TEST_F(TourDocumentTest, cancelledOpenResetsThePropertiesAndCanBeUndone) {
+    program.change([](TourModel& model) {
+        model.tourAuthor = "Ann";
+        model.narHeight = 150;
+        model.launchURL[0] = "http://here/";
+        model.launchURLCount = 1;
+    });
+    document.insertStop();
+    document.beginOpening();
+    document.cancelOpening();
+    EXPECT_EQ(document.model().tourAuthor, "");
+    EXPECT_EQ(document.model().launchURLCount, 0);
+    EXPECT_FALSE(document.model().tourChanged);
+    EXPECT_FALSE(document.isAsSaved());
+    document.undo();
+    EXPECT_EQ(document.model().tourAuthor, "Ann");
+    EXPECT_EQ(document.model().narHeight, 150);
+    EXPECT_EQ(document.model().launchURLCount, 1);
+}
+
+TEST_F(TourDocumentTest, filesComeBackAfterACancelledNewBeforeAnythingIsGeneratedOrSaved) {
+    test::writeFile(program.tourFile("first", "fr-logo.gif"), "own logo");
+    test::writeFile(program.tourFile("first", "own.htm"), "own page");
+    program.openTour(program.tourFolder("first"));
+    const Seen before = seen(program);
+    document.beginNew();
+    document.cancelNew();
+    EXPECT_FALSE(fs::exists(program.working("own.htm")));
+    document.save();
+    EXPECT_THAT(differences(seen(program), before), Not(Contains("own.htm")));
+    EXPECT_EQ(test::readFile(program.tourFile("first", "fr-logo.gif")), "own logo");
+    EXPECT_EQ(test::readFile(program.working("own.htm")), "own page");
+}
+
+TEST_F(TourDocumentTest, cancelledNewTwiceLosesNothingEither) {
+    test::writeFile(program.tourFile("first", "own.htm"), "own page");
+    program.openTour(program.tourFolder("first"));
+    const Seen before = seen(program);
+    for (int k = 0; k < 2; ++k) {
+        document.beginNew();
+        document.cancelNew();
+    }
+    document.showCurrentStop();
+    EXPECT_THAT(differences(seen(program), before), IsEmpty());
+}
+
+TEST_F(TourDocumentTest, tourOfTheTemplatesGetsItsPagesWhenTheWizardIsClosed) {
+    DocumentFixture fresh;
+    fresh.document.showTemplateTour();
+    fresh.document.beginNew();
+    fresh.document.cancelNew();
+    fresh.document.showCurrentStop();
+    ASSERT_GT(fresh.document.model().stopCount(), 0);
+    EXPECT_TRUE(fs::exists(fresh.working("page1.htm")));
+    EXPECT_TRUE(fresh.document.isAsSaved());
+}
+
+TEST_F(TourDocumentTest, newTourCanBeUndone) {
+    document.insertStop();
+    const Seen before = seen(program);
+    program.newTour("third", "Third");
+    const Seen after = seen(program);
+    EXPECT_EQ(document.model().tourTitle, "Third");
+    document.undo();
+    EXPECT_THAT(differences(seen(program), before), IsEmpty());
+    document.redo();
+    EXPECT_THAT(differences(seen(program), after), IsEmpty());
+}
+
+TEST_F(TourDocumentTest, addedAndReplacedFilesCanBeUndone) {
+    const std::string source = program.scratch / "picture.png";
+    test::writeFile(source, "one");
+    EXPECT_TRUE(document.addFile(source, "picture.png", "Add Image").ok());
+    test::writeFile(source, "two");
+    EXPECT_TRUE(document.addFile(source, "picture.png", "Add Image").ok());
+    document.undo();
+    EXPECT_EQ(test::readFile(program.working("picture.png")), "one");
+    document.undo();
+    EXPECT_FALSE(fs::exists(program.working("picture.png")));
+    document.redo();
+    document.redo();
+    EXPECT_EQ(test::readFile(program.working("picture.png")), "two");
+}
+
+TEST_F(TourDocumentTest, whatAnEditorWroteIsNotLostByUndo) {
+    const std::string source = program.scratch / "own.htm";
+    test::writeFile(source, "first");
+    EXPECT_TRUE(document.addFile(source, "own.htm", "Add File").ok());
+    test::writeFile(program.working("own.htm"), "written by the author's editor");
+    document.undo();
+    document.redo();
+    EXPECT_EQ(test::readFile(program.working("own.htm")), "written by the author's editor");
+}
+
+TEST_F(TourDocumentTest, bookmarksAreUndoneWithTheirFile) {
+    document.loadBookmarks();
+    document.setBookmarks({{{"http://a/", "", white}}, {}}, "Remember Page");
+    document.saveBookmarks();
+    EXPECT_TRUE(fs::exists(program.working("goodlist.txt")));
+    document.insertStop();
+    document.undo();
+    EXPECT_EQ(document.bookmarks().bookmarks.size(), 1U);
+    document.undo();
+    EXPECT_THAT(document.bookmarks().bookmarks, IsEmpty());
+    EXPECT_FALSE(fs::exists(program.working("goodlist.txt")));
+    document.redo();
+    EXPECT_EQ(document.bookmarks().bookmarks.size(), 1U);
+    EXPECT_TRUE(fs::exists(program.working("goodlist.txt")));
+}
+
+TEST_F(TourDocumentTest, scriptWithoutATitleMustNotBeOverwrittenUnasked) {
+    test::writeFile(program.tourFile("empty", "script.txt"), "");
+    const Opening opening = program.openTour(program.tourFolder("empty"));
+    EXPECT_FALSE(opening.hasTitle);
+    EXPECT_FALSE(document.mayOverwrite());
+    program.openTour(program.tourFolder("first"));
+    EXPECT_TRUE(document.mayOverwrite());
+}
+
+TEST_F(TourDocumentTest, refusedFolderIsShownAndNeverSavedInto) {
+    const std::string folder = program.tourFolder("first");
+    document.showRefusedFolder("/refused");
+    EXPECT_EQ(document.shownTourPath(), "/refused");
+    EXPECT_FALSE(document.hasFolder());
+    EXPECT_EQ(document.workspace().tourPath(), folder);
+    program.openTour(folder);
+    EXPECT_TRUE(document.hasFolder());
+}
+
+TEST_F(TourDocumentTest, listenersHearOfChangesPlacesAndSaves) {
+    struct Ear final : DocumentListener {
+        void tourChangedNow() override { ++changes; }
+        void currentStopChanged() override { ++places; }
+        void tourSaved(bool complete) override { saves += complete ? 1 : 100; }
+        int changes = 0;
+        int places = 0;
+        int saves = 0;
+    } ear;
+    document.addListener(ear);
+    document.insertStop();
+    EXPECT_GT(ear.changes, 0);
+    document.showNextStop();
+    EXPECT_GT(ear.places, 0);
+    document.save();
+    EXPECT_EQ(ear.saves, 1);
+    document.removeListener(ear);
+    const int changes = ear.changes;
+    document.insertStop();
+    EXPECT_EQ(ear.changes, changes);
+}
+
+TEST_F(TourDocumentTest, aThousandStepsOfAFullTourStaySmall) {
+    program.openTour(program.makeTour("full", 100));
+    for (std::int16_t k = 0; k < 1000; ++k)
+        document.setTexts(static_cast<std::int16_t>(k % 100 + 1),
+                          {"T", std::string(2000, 'a') + std::to_string(k), ""});
+    EXPECT_LT(document.historyBytes(), 64'000'000U);
+    EXPECT_EQ(document.undoName(), "Narration");
+}
+
+/// One author of many ways.
+class Walk final {
+public:
+    explicit Walk(unsigned seed) : m_random(seed) {
+        m_program.openTour(m_program.makeTour("walk", 4));
+        m_program.makeTour("other", 2);
+        m_states.push_back(seen(m_program));
+    }
+
+    void step() {
+        const unsigned choice = below(20);
+        if (choice < 4)
+            undo();
+        else if (choice < 6)
+            redo();
+        else if (choice == 6)
+            save();
+        else
+            change(choice);
+    }
+
+    void undoAll() {
+        while (m_place > 0 && !testing::Test::HasFailure())
+            undo();
+    }
+
+    void redoAll() {
+        while (m_place + 1 < m_states.size() && !testing::Test::HasFailure())
+            redo();
+    }
+
+private:
+    TourDocument& document() { return m_program.document; }
+
+    unsigned below(unsigned limit) { return static_cast<unsigned>(m_random()) % limit; }
+
+    void undo() {
+        if (m_place == 0)
+            return;
+        document().undo();
+        expectState(--m_place, "undo");
+    }
+
+    void redo() {
+        if (m_place + 1 >= m_states.size())
+            return;
+        document().redo();
+        expectState(++m_place, "redo");
+    }
+
+    void expectState(std::size_t place, const char* what) {
+        EXPECT_THAT(differences(seen(m_program), m_states[place]), IsEmpty()) << what << " to " << place;
+        EXPECT_EQ(document().redoName().has_value(), place + 1 < m_states.size());
+    }
+
+    /// A save fills in what is empty, and its framesets belong to the step before it.
+    void save() {
+        EXPECT_TRUE(document().save());
+        m_states[m_place] = seen(m_program);
+    }
+
+    void change(unsigned choice) {
+        const std::optional<std::string> former = document().undoName();
+        const std::uint64_t stepsBefore = m_program.steps();
+        run(choice);
+        if (m_program.steps() == stepsBefore)
+            return; // Nothing to undo.
+        m_states.resize(m_place + 1);
+        m_states.push_back(seen(m_program));
+        ++m_place;
+    }
+
+    void run(unsigned choice) {
+        const auto stops = document().model().stopCount();
+        const auto any = static_cast<std::int16_t>(
+            stops == 0 ? 0U : 1U + below(static_cast<unsigned>(stops)));
+        document().goToStop(any);
+        const std::string word = std::to_string(below(100));
+        switch (choice) {
+        case 7:
+        case 8:
+        case 9:
+            document().insertStop();
+            break;
+        case 10:
+            document().deleteStop();
+            break;
+        case 11:
+            document().moveStopBack();
+            break;
+        case 12:
+            document().moveStopForward();
+            break;
+        case 13:
+            if (any > 0)
+                document().setTexts(any,
+                                    {below(4) == 0 ? "" : "T" + word, "Words " + word, "Do " + word});
+            break;
+        case 14:
+            if (any > 0)
+                document().setAddress(any, "http://host/" + word);
+            break;
+        case 15:
+            setProperties(word);
+            break;
+        case 16:
+            addFile(word);
+            break;
+        case 17:
+            m_program.openTour(m_program.tourFolder(below(2) == 0 ? "walk" : "other"));
+            break;
+        case 18:
+            m_program.newTour("new" + std::to_string(++m_newTours), "New " + word);
+            break;
+        default:
+            cancelSomething();
+            break;
+        }
+    }
+
+    void setProperties(const std::string& word) {
+        TourProperties properties;
+        properties.tourTitle = "Title " + word;
+        properties.tourAuthor = word;
+        properties.autoInstruction = below(2) == 0;
+        properties.cachePeriod = "30";
+        properties.narHeight = "1" + word;
+        properties.advWidth = "110";
+        properties.navWidth = "94";
+        if (below(3) == 0)
+            properties.launchURLs = {"http://from/" + word};
+        if (below(3) == 0) {
+            properties.logoFile = m_program.scratch / "logo.gif";
+            test::writeFile(properties.logoFile, "logo " + word);
+        }
+        document().setProperties(properties, [] {});
+    }
+
+    void addFile(const std::string& word) {
+        const std::string source = m_program.scratch / "source.htm";
+        test::writeFile(source, "page " + word);
+        EXPECT_TRUE(
+            document().addFile(source, "own" + std::to_string(below(3)) + ".htm", "Add File").ok());
+    }
+
+    void cancelSomething() {
+        if (below(2) == 0) {
+            document().beginOpening();
+            document().cancelOpening();
+            return;
+        }
+        document().beginNew();
+        document().cancelNew();
+        document().showCurrentStop();
+    }
+
+    std::mt19937 m_random;
+    DocumentFixture m_program;
+    std::vector<Seen> m_states;
+    std::size_t m_place = 0;
+    int m_newTours = 0;
+};
+
+TEST(TourDocumentWalk, everyStateComesBackByteForByte) {
+    for (unsigned seed = 1; seed <= 8 && !testing::Test::HasFailure(); ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        Walk walk(seed);
+        for (int k = 0; k < 250 && !testing::Test::HasFailure(); ++k) {
+            SCOPED_TRACE("step " + std::to_string(k));
+            walk.step();
+        }
+        walk.undoAll();
+        walk.redoAll();
+    }
+}
+
+} // namespace
+} // namespace wendmark
