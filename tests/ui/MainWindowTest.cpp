@@ -1,9 +1,9 @@
 #include "platform/BrowserView.h"
+#include "platform/Settings.h"
 #include "platform/Strings.h"
 #include "platform/Twips.h"
 #include "ui/controls/LoadingIndicator.h"
 #include "ui/dialogs/frmHelp.h"
-#include "ui/main/MainSettings.h"
 #include "ui/main/frmMain.h"
 #include "ui/support/UiFixture.h"
 

@@ -1,11 +1,10 @@
-#include "platform/SettingsStore.h"
+#include "platform/Settings.h"
 #include "platform/Strings.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/LayoutDiagram.h"
 #include "ui/dialogs/frmLaunch.h"
 #include "ui/dialogs/frmOptions.h"
 #include "ui/dialogs/frmPropTab.h"
-#include "ui/main/MainSettings.h"
 #include "ui/main/frmMain.h"
 #include "ui/support/UiFixture.h"
 

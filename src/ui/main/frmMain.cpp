@@ -12,7 +12,7 @@
 #include "platform/BrowserView.h"
 #include "platform/Icons.h"
 #include "platform/QtDesktop.h"
-#include "platform/SettingsStore.h"
+#include "platform/Settings.h"
 #include "platform/Strings.h"
 #include "platform/Twips.h"
 #include "publish/Framesets.h"
@@ -37,7 +37,6 @@
 #include "ui/dialogs/frmWizard1.h"
 #include "ui/dialogs/frmWizard2.h"
 #include "ui/dialogs/frmWizard3.h"
-#include "ui/main/MainSettings.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
 

@@ -8,6 +8,7 @@
 #include "model/TourModel.h"
 #include "model/Workspace.h"
 #include "platform/QtDesktop.h"
+#include "platform/Settings.h"
 #include "platform/Strings.h"
 #include "publish/Framesets.h"
 #include "publish/StopPages.h"
@@ -19,7 +20,6 @@
 #include "ui/dialogs/frmRenameFile.h"
 #include "ui/narration/HtmlField.h"
 #include "ui/narration/NarrationPreview.h"
-#include "ui/narration/NarrationSettings.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>

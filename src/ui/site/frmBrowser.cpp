@@ -13,6 +13,7 @@
 #include "platform/BrowserView.h"
 #include "platform/Icons.h"
 #include "platform/QtDesktop.h"
+#include "platform/Settings.h"
 #include "platform/Strings.h"
 #include "platform/Tasks.h"
 #include "platform/Twips.h"
@@ -27,7 +28,6 @@
 #include "ui/dialogs/frmMessage.h"
 #include "ui/dialogs/frmRenameFile.h"
 #include "ui/site/BookmarkPanel.h"
-#include "ui/site/SiteSettings.h"
 #include "ui/site/frmTestFrame.h"
 #include "ui/site/frmWarnURL.h"
 

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "maker.h"
+#include "platform/SettingsStore.h"
+
+/// Everything that the program keeps in the author's settings: the only place that knows keys and defaults.
+namespace wendmark {
+
+namespace mainSettings {
+
+// Twips.
+inline constexpr Setting<float> left{"MainLeft", 1000};
+inline constexpr Setting<float> top{"MainTop", 1000};
+inline constexpr Setting<float> width{"MainWidth", 6500};
+inline constexpr Setting<float> height{"MainHeight", 6500};
+
+/// Full path of the external HTML editor, or "NONE".
+inline const Setting<QString> htmlEditor{"HTMLEditor", QStringLiteral("NONE")};
+inline constexpr Setting<bool> warnURLChange{"WarnURLChange", true};
+inline constexpr Setting<bool> autoCloseBrowser{"AutoCloseBrowser", false};
+
+} // namespace mainSettings
+
+namespace siteSettings {
+
+/// Address that "Home" goes to.
+inline const Setting<QString> homePage{"HomePage", QLatin1String(makerSiteURL)};
+
+} // namespace siteSettings
+
+namespace narrationSettings {
+
+/// Value of spellingLanguage with which words are not checked.
+inline const QString noSpelling = QStringLiteral("NONE");
+
+/// Name of a dictionary; empty: the one for the author's own language.
+inline const Setting<QString> spellingLanguage{"SpellingLanguage", QString()};
+inline constexpr Setting<bool> previewShown{"NarrationPreview", true};
+
+} // namespace narrationSettings
+
+} // namespace wendmark
