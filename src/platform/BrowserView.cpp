@@ -8,6 +8,7 @@
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineLoadingInfo>
 #include <QWebEngineProfile>
+#include <QWebEngineScript>
 #include <QWebEngineSettings>
 #include <QWebEngineView>
 #include <utility>
@@ -153,6 +154,20 @@ void BrowserView::grantTakeOverOf(const QUrl& address) {
 
 bool BrowserView::firstFrameShowsError() const {
     return m_firstFrame.scheme() == QLatin1String("chrome-error");
+}
+
+QPointF BrowserView::scrollPosition() const {
+    return m_page->scrollPosition();
+}
+
+void BrowserView::scrollTo(const QPointF& place) {
+    // The program's own scripts have a world to themselves.
+    m_page->runJavaScript(QStringLiteral("window.scrollTo(%1, %2)").arg(place.x()).arg(place.y()),
+                          QWebEngineScript::ApplicationWorld);
+}
+
+void BrowserView::setBackground(const QColor& colour) {
+    m_page->setBackgroundColor(colour);
 }
 
 bool BrowserView::focusNextPrevChild(bool next) {

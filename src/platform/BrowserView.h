@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QPointer>
+#include <QPointF>
 #include <QString>
 #include <QStringList>
 #include <QUrl>
@@ -82,7 +82,14 @@ public:
     /// be had, or may not be framed. Known of the page for which taking over is granted.
     bool firstFrameShowsError() const;
 
-    QWebEngineView& engineView() { return *m_view; }
+    /// How far the page shown is scrolled, in pixels.
+    QPointF scrollPosition() const;
+
+    /// Scrolls the page shown, also where scripts of pages do not run.
+    void scrollTo(const QPointF& place);
+
+    /// What is seen where a page has no background of its own, and until it comes.
+    void setBackground(const QColor& colour);
 
 signals:
     void navigationStarted(const QUrl& address);

@@ -53,7 +53,7 @@ struct Browser {
     QVariant evaluate(const QString& script) {
         QVariant result;
         bool done = false;
-        view.engineView().page()->runJavaScript(script, [&](const QVariant& value) {
+        test::engineOf(view).page()->runJavaScript(script, [&](const QVariant& value) {
             result = value;
             done = true;
         });
@@ -62,7 +62,7 @@ struct Browser {
     }
 
     void killRenderer() {
-        QCOMPARE(kill(static_cast<pid_t>(view.engineView().page()->renderProcessPid()), SIGKILL), 0);
+        QCOMPARE(kill(static_cast<pid_t>(test::engineOf(view).page()->renderProcessPid()), SIGKILL), 0);
     }
 
     test::ScratchFolder scratch;

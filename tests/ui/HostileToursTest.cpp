@@ -589,7 +589,7 @@ public:
 
     /// Sees where this browser goes from now on.
     void follow(BrowserView& browser, const QString& allowedFolder, bool toldOfFolder) {
-        QObject::connect(browser.engineView().page(), &QWebEnginePage::urlChanged, &m_timer,
+        QObject::connect(test::engineOf(browser).page(), &QWebEnginePage::urlChanged, &m_timer,
                          [=, this](const QUrl& address) {
                              static const QStringList usual = {"file", "http", "about", "data", "blob", ""};
                              if (!usual.contains(address.scheme()))

@@ -318,7 +318,7 @@ private slots:
         for (int death = 1; death <= 4; ++death) {
             qint64 renderer = 0;
             QVERIFY(test::waitUntil([&] {
-                renderer = browser.engineView().page()->renderProcessPid();
+                renderer = test::engineOf(browser).page()->renderProcessPid();
                 return renderer > 0 && !browser.isBusy();
             }));
             QCOMPARE(kill(static_cast<pid_t>(renderer), SIGKILL), 0);

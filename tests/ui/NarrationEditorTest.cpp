@@ -191,7 +191,7 @@ double contrast(const QColor& one, const QColor& other) {
 QString shownText(BrowserView& view) {
     QString text;
     bool there = false;
-    view.engineView().page()->toPlainText([&](const QString& plain) {
+    test::engineOf(view).page()->toPlainText([&](const QString& plain) {
         text = plain;
         there = true;
     });
@@ -1039,7 +1039,7 @@ private slots:
         open.text().setPlainText("<a href='page3.htm' style='display:block;height:400px'>A link</a>");
         QTRY_VERIFY_WITH_TIMEOUT(shownText(open.preview()).contains("A link"), patience);
         QTRY_VERIFY_WITH_TIMEOUT(!open.preview().isBusy(), patience);
-        QWidget* const page = open.preview().engineView().focusProxy();
+        QWidget* const page = test::engineOf(open.preview()).focusProxy();
         QVERIFY(page != nullptr);
         QTest::mouseClick(page, Qt::LeftButton, {}, QPoint(page->width() / 2, page->height() - 10));
         QTest::qWait(500); // Time for what must not happen.
@@ -1052,7 +1052,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(shownText(open.preview()).contains("line"), patience);
         QTRY_VERIFY_WITH_TIMEOUT(!open.preview().isBusy(), patience);
         resultOf(open.preview(), "window.scrollTo(0, 700)");
-        const QWebEnginePage& page = *open.preview().engineView().page();
+        const QWebEnginePage& page = *test::engineOf(open.preview()).page();
         QTRY_VERIFY_WITH_TIMEOUT(page.scrollPosition().y() > 600, patience);
         open.text().appendPlainText("another end");
         QTRY_VERIFY_WITH_TIMEOUT(shownText(open.preview()).contains("another end"), patience);
@@ -1114,11 +1114,11 @@ private:
     static QString resultOf(BrowserView& view, const QString& script) {
         QString result;
         bool there = false;
-        view.engineView().page()->runJavaScript(script, QWebEngineScript::ApplicationWorld,
-                                                [&](const QVariant& value) {
-                                                    result = value.toString();
-                                                    there = true;
-                                                });
+        test::engineOf(view).page()->runJavaScript(script, QWebEngineScript::ApplicationWorld,
+                                                   [&](const QVariant& value) {
+                                                       result = value.toString();
+                                                       there = true;
+                                                   });
         return QTest::qWaitFor([&] { return there; }, patience) ? result : QString();
     }
 

@@ -646,7 +646,7 @@ private slots:
         SiteEditor open;
         open.visit(open.served("/plain.htm"));
         const int before = open.server.requestsFor("/plain.htm");
-        const auto process = open.browser().engineView().page()->renderProcessPid();
+        const auto process = test::engineOf(open.browser()).page()->renderProcessPid();
         QCOMPARE(kill(static_cast<pid_t>(process), SIGKILL), 0);
         QVERIFY(waitUntil([&] { return open.notice().contains("has crashed"); }));
         QVERIFY(waitUntil([&] { return open.server.requestsFor("/plain.htm") > before; }));

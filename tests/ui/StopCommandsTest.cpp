@@ -75,7 +75,7 @@ struct OpenTour {
 /// Runs script in the page and returns once it has run.
 void runScript(BrowserView& browser, const QString& script) {
     bool done = false;
-    browser.engineView().page()->runJavaScript(script, [&done](const QVariant&) { done = true; });
+    test::engineOf(browser).page()->runJavaScript(script, [&done](const QVariant&) { done = true; });
     QTRY_VERIFY_WITH_TIMEOUT(done, patience);
 }
 

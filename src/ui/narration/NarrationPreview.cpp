@@ -3,9 +3,6 @@
 #include "platform/BrowserView.h"
 
 #include <QVBoxLayout>
-#include <QWebEnginePage>
-#include <QWebEngineScript>
-#include <QWebEngineView>
 
 namespace wendmark {
 
@@ -15,7 +12,7 @@ NarrationPreview::NarrationPreview(QWebEngineProfile& profile, const QString& fo
     m_browser->setAccessibleName(tr("The stop's words as visitors see them"));
     m_browser->setAllowedFolders({folder});
     m_browser->setLookOnly();
-    m_browser->engineView().page()->setBackgroundColor(palette().color(QPalette::Base));
+    m_browser->setBackground(palette().color(QPalette::Base));
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->addWidget(m_browser);
@@ -25,15 +22,12 @@ NarrationPreview::NarrationPreview(QWebEngineProfile& profile, const QString& fo
 
 void NarrationPreview::showPage(const QByteArray& html) {
     if (!m_browser->isBusy())
-        m_scrolledTo = m_browser->engineView().page()->scrollPosition();
+        m_scrolledTo = m_browser->scrollPosition();
     m_browser->showPage(html, m_folder);
 }
 
 void NarrationPreview::scrollBack() {
-    // Scripts of pages are off; those of the program run in a world of their own.
-    m_browser->engineView().page()->runJavaScript(
-        QStringLiteral("window.scrollTo(%1, %2)").arg(m_scrolledTo.x()).arg(m_scrolledTo.y()),
-        QWebEngineScript::ApplicationWorld);
+    m_browser->scrollTo(m_scrolledTo);
 }
 
 } // namespace wendmark

@@ -16,6 +16,7 @@
 #include <QTimer>
 #include <QTreeView>
 #include <QWebEngineProfile>
+#include <QWebEngineView>
 #include <filesystem>
 
 namespace wendmark::test {
@@ -107,6 +108,10 @@ void press(QDialog& dialog, const QString& button) {
     }
     QVERIFY2(found != nullptr, qPrintable(QStringLiteral("no button ") + button));
     QTest::mouseClick(found, Qt::LeftButton);
+}
+
+QWebEngineView& engineOf(const BrowserView& browser) {
+    return *browser.findChild<QWebEngineView*>();
 }
 
 void selectFolder(QDialog& dialog, const QString& path) {

@@ -20,7 +20,12 @@
 
 class QDialog;
 class QWebEngineProfile;
+class QWebEngineView;
 class QWidget;
+
+namespace wendmark {
+class BrowserView;
+}
 
 namespace wendmark::test {
 
@@ -81,6 +86,9 @@ void press(QDialog& dialog, const QString& button);
 
 /// Picks a folder in a folder dialog by walking its tree.
 void selectFolder(QDialog& dialog, const QString& path);
+
+/// The engine inside a browser view, which only tests look into.
+QWebEngineView& engineOf(const BrowserView& browser);
 
 /// Text and title of a message box.
 QString textOf(QDialog& dialog);
