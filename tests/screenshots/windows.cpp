@@ -35,7 +35,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabWidget>
-#include <QTableWidget>
+#include <QTableView>
 #include <QTcpServer>
 #include <QTest>
 #include <filesystem>
@@ -322,7 +322,7 @@ private:
         m_window.editSiteFrame();
         auto& editor = *m_window.findChild<frmBrowser*>();
         waitUntilLoaded(*editor.findChild<BrowserView*>());
-        auto& grid = *editor.findChild<QTableWidget*>(QStringLiteral("grdResearch"));
+        auto& grid = *editor.findChild<QTableView*>(QStringLiteral("grdResearch"));
         grid.selectRow(2);
         take(editor, QStringLiteral("frmBrowser"));
         takeInTwoSizes(editor, QStringLiteral("frmBrowser"));

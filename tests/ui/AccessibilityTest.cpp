@@ -40,7 +40,7 @@
 #include <QRadioButton>
 #include <QSet>
 #include <QTabWidget>
-#include <QTableWidget>
+#include <QTableView>
 #include <QTest>
 #include <QTimer>
 #include <QWebEngineView>
@@ -516,10 +516,10 @@ private slots:
         tour.window.editSiteFrame();
         auto& editor = *tour.window.findChild<frmBrowser*>();
         QTRY_VERIFY(editor.isActiveWindow());
-        auto& grid = *editor.findChild<QTableWidget*>("grdResearch");
+        auto& grid = *editor.findChild<QTableView*>("grdResearch");
         grid.setFocus();
         QTest::keyClick(&grid, Qt::Key_Down);
-        QCOMPARE(grid.selectedRanges().size(), 1);
+        QCOMPARE(grid.selectionModel()->selection().size(), 1);
         QTest::keyClick(editor.windowHandle(), Qt::Key_N, Qt::AltModifier);
         QTRY_VERIFY(editor.findChild<QLineEdit*>("Text1")->hasFocus());
         QCOMPARE(withoutName(editor).join(' '), QString());

@@ -1,12 +1,15 @@
 #include "model/SiteLists.h"
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
+#include "ui/site/BookmarkModel.h"
 #include "ui/site/BookmarkPanel.h"
 #include "ui/site/ColorBar.h"
 #include "ui/support/SiteEditor.h"
 #include "ui/support/Work.h"
 
+#include <QAbstractItemModelTester>
 #include <QLineEdit>
+#include <QSignalSpy>
 #include <QTest>
 
 namespace wendmark {
@@ -46,7 +49,7 @@ public:
     }
 
     BookmarkPanel& panel() const { return *open.editor().findChild<BookmarkPanel*>(); }
-    QTableWidget& grid() const { return open.grid(); }
+    QTableView& grid() const { return open.grid(); }
     ColorBar& bar() const { return open.control<ColorBar>("picColorBar"); }
     void click(const char* name) const { open.click(name); }
 
@@ -57,9 +60,14 @@ public:
             QTest::mouseClick(grid().viewport(), Qt::LeftButton, Qt::ShiftModifier, placeOf(last));
     }
 
+    QModelIndex cell(int row, int column) const { return grid().model()->index(row, column); }
+    QString text(int row, int column) const { return cell(row, column).data().toString(); }
+    QColor colour(int row) const { return cell(row, 0).data(Qt::BackgroundRole).value<QColor>(); }
+    QRect placeInView(int row) const { return grid().visualRect(cell(row, 1)); }
+
     QPoint placeOf(int row) const {
-        grid().scrollToItem(grid().item(row, 1));
-        return grid().visualItemRect(grid().item(row, 1)).center();
+        grid().scrollTo(cell(row, 1));
+        return placeInView(row).center();
     }
 
     void clickBar(double place) const {
@@ -70,23 +78,40 @@ public:
     /// Last letters of the addresses.
     QString order() const {
         QString letters;
-        for (int row = 0; row < grid().rowCount(); ++row)
-            letters += grid().item(row, 1)->text().right(1);
+        for (int row = 0; row < grid().model()->rowCount(); ++row)
+            letters += text(row, 1).right(1);
         return letters;
     }
 
     /// "first-last" of the selected rows.
     QString selection() const {
-        const auto ranges = grid().selectedRanges();
-        return ranges.isEmpty()
-                   ? QString()
-                   : QString("%1-%2").arg(ranges.first().topRow()).arg(ranges.last().bottomRow());
+        const auto ranges = grid().selectionModel()->selection();
+        return ranges.isEmpty() ? QString()
+                                : QString("%1-%2").arg(ranges.first().top()).arg(ranges.last().bottom());
     }
 
     bool changed() const { return open.program.model.tourChanged; }
     int beeps() const { return open.program.beeps; }
 
     SiteEditor open;
+};
+
+/// What the panel tells of the author's changes: each name with the list as it is at that moment.
+class Changes final {
+public:
+    explicit Changes(const BookmarkPanel& panel) {
+        QObject::connect(&panel, &BookmarkPanel::changed, &m_context, [this, &panel](const QString& what) {
+            QString letters;
+            for (const Bookmark& bookmark : panel.list().bookmarks)
+                letters += toQString(bookmark.address).right(1);
+            told.append(what + ": " + letters);
+        });
+    }
+
+    QStringList told;
+
+private:
+    QObject m_context;
 };
 
 } // namespace
@@ -107,11 +132,11 @@ private slots:
         Bookmarks list;
         list.read("http://127.0.0.1:1/a\r\nfirst\r\n255\r\nhttp://127.0.0.1:1/b\r\n \r\n16777215\r\n");
         QCOMPARE(list.panel().bookmarkCount(), std::int16_t(2));
-        QCOMPARE(list.grid().item(0, 0)->text(), QString());
-        QCOMPARE(list.grid().item(0, 0)->background().color(), QColor(255, 0, 0));
-        QCOMPARE(list.grid().item(0, 1)->text(), QString("http://127.0.0.1:1/a"));
-        QCOMPARE(list.grid().item(0, 2)->text(), QString("first"));
-        QCOMPARE(list.grid().item(1, 2)->text(), QString(" "));
+        QCOMPARE(list.text(0, 0), QString());
+        QCOMPARE(list.colour(0), QColor(255, 0, 0));
+        QCOMPARE(list.text(0, 1), QString("http://127.0.0.1:1/a"));
+        QCOMPARE(list.text(0, 2), QString("first"));
+        QCOMPARE(list.text(1, 2), QString(" "));
         QVERIFY(list.selection().isEmpty());
         QVERIFY(!list.changed());
     }
@@ -120,15 +145,15 @@ private slots:
         Bookmarks list;
         list.read("http://127.0.0.1:1/a\r\nfirst\r\nhttp://127.0.0.1:1/b\r\n12\r\n");
         QCOMPARE(list.order(), QString("ab"));
-        QCOMPARE(list.grid().item(1, 2)->text(), QString("12"));
-        QCOMPARE(list.grid().item(1, 0)->background().color(), QColor(Qt::white));
+        QCOMPARE(list.text(1, 2), QString("12"));
+        QCOMPARE(list.colour(1), QColor(Qt::white));
     }
 
     void lastRowsAreInViewAtFirst() {
         const Bookmarks list("abcdefghijklmnopqrstuvwxyz");
         const QRect view = list.grid().viewport()->rect();
-        QVERIFY(view.contains(list.grid().visualItemRect(list.grid().item(25, 1)).center()));
-        QVERIFY(!view.intersects(list.grid().visualItemRect(list.grid().item(0, 1))));
+        QVERIFY(view.contains(list.placeInView(25).center()));
+        QVERIFY(!view.intersects(list.placeInView(0)));
     }
 
     void rememberPutsThePageIntoTheList() {
@@ -152,8 +177,7 @@ private slots:
         QCOMPARE(list.panel().bookmarkCount(), std::int16_t(27));
         QCOMPARE(list.selection(), QString("26-26"));
         QCOMPARE(list.beeps(), 1);
-        QVERIFY(list.grid().viewport()->rect().contains(
-            list.grid().visualItemRect(list.grid().item(26, 1)).center()));
+        QVERIFY(list.grid().viewport()->rect().contains(list.placeInView(26).center()));
     }
 
     void addressesThatDifferInCaseAreTwo() {
@@ -320,7 +344,7 @@ private slots:
         list.click("btnEdit");
         list.open.control<QLineEdit>("Text1").setText("first");
         list.panel().remember("http://127.0.0.1:1/c");
-        QCOMPARE(list.grid().item(1, 2)->text(), QString("first"));
+        QCOMPARE(list.text(1, 2), QString("first"));
         list.open.control<QLineEdit>("Text1").setText("second");
         list.open.editor().close();
         QCOMPARE(list.open.linesOf("goodlist.txt").at(4), QString("second"));
@@ -392,7 +416,7 @@ private slots:
         QCOMPARE(list.beeps(), beeps);
         QVERIFY(list.changed());
         for (int row = 0; row < 5; ++row)
-            QCOMPARE(list.grid().item(row, 2)->text(), QString("note ") + order.at(row));
+            QCOMPARE(list.text(row, 2), QString("note ") + order.at(row));
     }
 
     void colourBarHasSixColours() {
@@ -476,7 +500,154 @@ private slots:
         list.open.editor().close();
         QCOMPARE(list.open.linesOf("goodlist.txt").at(1), QString(" "));
         list.open.edit();
-        QCOMPARE(list.grid().item(0, 2)->text(), QString(" "));
+        QCOMPARE(list.text(0, 2), QString(" "));
+    }
+
+    // What is told of a change
+
+    void eachActionIsToldOnceAndAfterIt_data() {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("order");
+        QTest::newRow("remove") << "btnDelete"
+                                << "Remove Bookmark"
+                                << "ad";
+        QTest::newRow("up") << "btnUp"
+                            << "Move Bookmark Up"
+                            << "bcad";
+        QTest::newRow("down") << "btnDown"
+                              << "Move Bookmark Down"
+                              << "adbc";
+        QTest::newRow("colour") << ""
+                                << "Colour Bookmark"
+                                << "abcd";
+    }
+    void eachActionIsToldOnceAndAfterIt() {
+        QFETCH(QString, button);
+        QFETCH(QString, name);
+        QFETCH(QString, order);
+        const Bookmarks list("abcd");
+        const Changes changes(list.panel());
+        list.select(1, 2);
+        if (button.isEmpty())
+            list.clickBar(0.1);
+        else
+            list.click(qPrintable(button));
+        QCOMPARE(changes.told, QStringList{name + ": " + order});
+        if (button.isEmpty())
+            QCOMPARE(list.panel().GetRow(2).colour, ColorBar::colourOf(1));
+    }
+
+    void rememberedPageIsToldOnceAndARepeatedOneNot() {
+        const Bookmarks list("a");
+        const Changes changes(list.panel());
+        list.panel().remember("http://127.0.0.1:1/b");
+        list.panel().remember("http://127.0.0.1:1/b");
+        QCOMPARE(changes.told, QStringList{"Remember Page: ab"});
+    }
+
+    void noteIsToldOnceHoweverItIsStored() {
+        const Bookmarks list("ab");
+        const Changes changes(list.panel());
+        list.select(1, 1);
+        list.click("btnEdit");
+        list.click("btnOK");
+        QCOMPARE(changes.told, QStringList()); // It is the one that was there.
+        list.click("btnEdit");
+        list.open.control<QLineEdit>("Text1").setText("another");
+        list.panel().SaveGoodList();
+        list.panel().SaveGoodList();
+        list.click("btnOK");
+        QCOMPARE(changes.told, QStringList{"Edit Note: ab"});
+    }
+
+    void whatOnlyBeepsOrChangesNothingIsNotTold() {
+        const Bookmarks list("ab");
+        const Changes changes(list.panel());
+        for (const char* button : {"btnGoto", "btnEdit", "btnDelete", "btnUp", "btnDown"})
+            list.click(button);
+        list.clickBar(0.1);
+        list.select(0, 1);
+        list.click("btnUp");
+        list.click("btnDown");
+        list.clickBar(0.999); // White, as they are.
+        QCOMPARE(changes.told, QStringList());
+    }
+
+    void listIsTakenAndGivenBackWhole() {
+        const Bookmarks list("abc");
+        const BookmarkList before = list.panel().list();
+        QCOMPARE(before.bookmarks.size(), std::size_t(3));
+        const Changes changes(list.panel());
+        list.select(0, 1);
+        list.click("btnDelete");
+        list.select(0, 0);
+        list.click("btnEdit");
+        list.open.control<QLineEdit>("Text1").setText("given up");
+        list.panel().setList(before);
+        QVERIFY(list.panel().list().bookmarks == before.bookmarks);
+        QCOMPARE(list.order(), QString("abc"));
+        QVERIFY(list.selection().isEmpty());
+        QVERIFY(list.open.control<QWidget>("picNote").isHidden());
+        QCOMPARE(changes.told.size(), 1); // The author has removed; the program has put back.
+        list.open.editor().close();
+        QCOMPARE(list.open.linesOf("goodlist.txt").size(), 9);
+    }
+
+    void everyOperationOfTheModelIsOneSignal() {
+        BookmarkModel model;
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
+        QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+        QSignalSpy moved(&model, &QAbstractItemModel::rowsMoved);
+        QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
+        const auto signalsSoFar = [&] {
+            return QList<qsizetype>{inserted.count(), changed.count(), moved.count(), removed.count()};
+        };
+        const auto addresses = [&] {
+            std::string all;
+            for (const Bookmark& bookmark : model.list().bookmarks)
+                all += bookmark.address;
+            return all;
+        };
+        model.SetRow(3, {"d", "", white});
+        QCOMPARE(signalsSoFar(), (QList<qsizetype>{1, 0, 0, 0}));
+        QCOMPARE(model.GetRow(2), Bookmark());
+        for (const int row : {0, 1, 2})
+            model.SetRow(row, {std::string(1, static_cast<char>('a' + row)), "", white});
+        QCOMPARE(signalsSoFar(), (QList<qsizetype>{1, 3, 0, 0}));
+        model.moveBlock(1, 2, -1);
+        QCOMPARE(addresses(), std::string("bcad"));
+        model.moveBlock(0, 1, 1);
+        QCOMPARE(addresses(), std::string("abcd"));
+        model.moveBlock(1, 2, 1);
+        QCOMPARE(addresses(), std::string("adbc"));
+        QCOMPARE(signalsSoFar(), (QList<qsizetype>{1, 3, 3, 0}));
+        model.setColour(0, 2, 255);
+        QVERIFY(model.removeRows(1, 2));
+        QCOMPARE(addresses(), std::string("ac"));
+        QCOMPARE(signalsSoFar(), (QList<qsizetype>{1, 4, 3, 1}));
+        QVERIFY(!model.removeRows(1, 2));
+        QCOMPARE(model.rowOf("c"), 1);
+        QCOMPARE(model.rowOf("C"), -1);
+    }
+
+    void modelTakesNoMoreThanItsCapacity() {
+        BookmarkModel model;
+        model.SetRow(bookmarkCapacity, {"beyond", "", white});
+        model.SetRow(-1, {"before", "", white});
+        QCOMPARE(model.bookmarkCount(), std::int16_t(0));
+        model.SetRow(bookmarkCapacity - 1, {"last", "", white});
+        QCOMPARE(model.bookmarkCount(), bookmarkCapacity);
+    }
+
+    void viewsSeeNoMoreOfATextThanFits() {
+        BookmarkModel model;
+        const std::string huge(5'000'000, 'h');
+        model.SetRow(0, {huge, huge, white});
+        QCOMPARE(model.index(0, 1).data().toString().size(), BookmarkModel::longestShown + 1);
+        QCOMPARE(model.index(0, 2).data(Qt::ToolTipRole).toString().size(), BookmarkModel::longestShown + 1);
+        QVERIFY(model.GetRow(0).address == huge);
     }
 
     void binaryNoiseAndBigFilesAreWorkInProportionOnly_data() {

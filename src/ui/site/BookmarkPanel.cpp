@@ -12,11 +12,12 @@
 #include "ui/Messages.h"
 #include "ui/controls/FlowLayout.h"
 #include "ui/dialogs/DialogParts.h"
+#include "ui/site/BookmarkModel.h"
 #include "ui/site/ColorBar.h"
+#include "ui/site/NotePanel.h"
 
 #include <QHeaderView>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QScrollBar>
@@ -24,7 +25,7 @@
 #include <QShowEvent>
 #include <QStackedLayout>
 #include <QStyledItemDelegate>
-#include <QTableWidget>
+#include <QTableView>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -35,36 +36,7 @@ namespace {
 constexpr std::string_view fileName = "goodlist.txt";
 constexpr int rowsInView = 4;
 constexpr int smallestWidth = 48 * dialogGap;
-constexpr float columnGap = 90;          // Twips.
-constexpr qsizetype longestShown = 1000; // UTF-16 units of an address or a note.
-
-enum Column { colourColumn = 0, addressColumn = 1, noteColumn = 2, columnCount = 3 };
-
-QColor toQColor(Colour colour) {
-    return {colour & 255, colour >> 8 & 255, colour >> 16 & 255};
-}
-
-Colour fromQColor(const QColor& colour) {
-    return colour.red() + 256 * colour.green() + 65536 * colour.blue();
-}
-
-QString nameOfColour(Colour colour) {
-    for (int k = 1; k <= ColorBar::segmentCount; ++k) {
-        if (ColorBar::colourOf(k) == colour)
-            return ColorBar::nameOf(k);
-    }
-    return toQColor(colour).name();
-}
-
-/// Shows no more of a text than can be seen of it.
-class ShorteningDelegate final : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    QString displayText(const QVariant& value, const QLocale&) const override {
-        return shortened(value.toString(), longestShown);
-    }
-};
+constexpr float columnGap = 90; // Twips.
 
 /// Shows the colours of selected bookmarks, too.
 class ColourDelegate final : public QStyledItemDelegate {
@@ -84,8 +56,10 @@ BookmarkPanel::BookmarkPanel(TourContext& tour, QtDesktop& desktop, QWidget* par
     : QWidget(parent)
     , m_tour(tour)
     , m_desktop(desktop)
-    , m_grid(new QTableWidget(0, columnCount, this))
-    , m_pages(new QStackedLayout) {
+    , m_list(new BookmarkModel(this))
+    , m_grid(new QTableView(this))
+    , m_pages(new QStackedLayout)
+    , m_note(new NotePanel(this)) {
     auto* const title = new QLabel(tr("Bookmarks"), this);
     title->setObjectName(QStringLiteral("Label2"));
     QFont bold = title->font();
@@ -107,7 +81,9 @@ BookmarkPanel::BookmarkPanel(TourContext& tour, QtDesktop& desktop, QWidget* par
     connect(rememberButton, &QPushButton::clicked, this, &BookmarkPanel::rememberWanted);
     setupGrid();
     m_pages->addWidget(makeList());
-    m_pages->addWidget(makeNotesPanel());
+    m_pages->addWidget(m_note);
+    connect(m_note, &NotePanel::returnPressed, this, [this] { m_desktop.beep(); });
+    connect(m_note, &NotePanel::backWanted, this, &BookmarkPanel::backToBookmarks);
     setTabOrder(rememberButton, m_grid);
 }
 
@@ -118,7 +94,7 @@ void BookmarkPanel::addButton(QPushButton& button) {
 void BookmarkPanel::setupGrid() {
     m_grid->setObjectName(QStringLiteral("grdResearch"));
     m_grid->setAccessibleName(tr("Bookmarks"));
-    m_grid->setHorizontalHeaderLabels({tr("Colour"), tr("Address"), tr("Note")});
+    m_grid->setModel(m_list);
     m_grid->horizontalHeader()->setStretchLastSection(true);
     m_grid->horizontalHeader()->setHighlightSections(false);
     m_grid->horizontalHeader()->setFocusPolicy(Qt::NoFocus);
@@ -127,13 +103,12 @@ void BookmarkPanel::setupGrid() {
     m_grid->setSelectionMode(QAbstractItemView::ContiguousSelection);
     m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_grid->setTabKeyNavigation(false);
-    m_grid->setItemDelegate(new ShorteningDelegate(m_grid));
-    m_grid->setItemDelegateForColumn(colourColumn, new ColourDelegate(m_grid));
+    m_grid->setItemDelegateForColumn(BookmarkModel::colourColumn, new ColourDelegate(m_grid));
     m_grid->setWordWrap(false);
     m_grid->setTextElideMode(Qt::ElideMiddle);
     m_grid->setMinimumHeight(m_grid->horizontalHeader()->sizeHint().height() +
                              m_grid->verticalHeader()->defaultSectionSize());
-    connect(m_grid, &QTableWidget::cellDoubleClicked, this, &BookmarkPanel::goTo);
+    connect(m_grid, &QTableView::doubleClicked, this, &BookmarkPanel::goTo);
     for (const int key : {Qt::Key_Return, Qt::Key_Enter})
         connect(new QShortcut(key, m_grid, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated, this,
                 &BookmarkPanel::goTo);
@@ -171,49 +146,29 @@ QWidget* BookmarkPanel::makeList() {
     return list;
 }
 
-QWidget* BookmarkPanel::makeNotesPanel() {
-    auto* const panel = new QWidget(this);
-    panel->setObjectName(QStringLiteral("picNote"));
-    m_noteTitle = makeTextLabel("Label1", QString(), panel);
-    m_note = new QLineEdit(panel);
-    m_note->setObjectName(QStringLiteral("Text1"));
-    m_note->setAccessibleName(tr("Research notes"));
-    m_noteTitle->setBuddy(m_note);
-    QPushButton* const back = makeButton("btnOK", tr("&Back to Bookmarks"), panel);
-    auto* const row = new QHBoxLayout;
-    row->addStretch();
-    row->addWidget(back);
-    auto* const layout = new QVBoxLayout(panel);
-    layout->setContentsMargins({});
-    layout->setSpacing(dialogGap);
-    layout->addWidget(m_noteTitle);
-    layout->addWidget(m_note);
-    layout->addLayout(row);
-    layout->addStretch();
-    connect(m_note, &QLineEdit::returnPressed, this, [this] { m_desktop.beep(); });
-    connect(back, &QPushButton::clicked, this, &BookmarkPanel::backToBookmarks);
-    return panel;
-}
-
 void BookmarkPanel::LoadGoodList() {
-    m_grid->setRowCount(0);
     const files::Contents file = files::read(m_tour.workspace.workingFile(fileName));
     m_tour.log.skipAsNote(file.outcome);
-    BookmarkList list = readBookmarks(file.bytes);
-    m_further = std::move(list.further);
-    if (!m_further.empty())
+    setList(readBookmarks(file.bytes));
+    if (!list().further.empty())
         m_tour.log.warn("goodlist.txt holds more than 255 bookmarks: the others are kept in the file only");
-    for (std::size_t n = 0; n < list.bookmarks.size(); ++n)
-        SetRow(static_cast<int>(n), list.bookmarks[n]);
-    SelectCells(-1, 0, -1, 0);
 }
 
 void BookmarkPanel::SaveGoodList() {
     storeNote();
-    BookmarkList list{{}, m_further};
-    for (int row = 0; row < bookmarkCount(); ++row)
-        list.bookmarks.push_back(GetRow(row));
-    m_tour.log.skip(m_tour.workspace.writeWorkingFile(fileName, bookmarksFile(list)));
+    m_tour.log.skip(m_tour.workspace.writeWorkingFile(fileName, bookmarksFile(list())));
+}
+
+const BookmarkList& BookmarkPanel::list() const {
+    return m_list->list();
+}
+
+void BookmarkPanel::setList(BookmarkList list) {
+    m_notedRow = -1;
+    m_pages->setCurrentIndex(0);
+    m_list->setList(std::move(list));
+    layOutColumns();
+    SelectCells(-1, 0, -1, 0);
 }
 
 void BookmarkPanel::showEvent(QShowEvent* event) {
@@ -222,10 +177,9 @@ void BookmarkPanel::showEvent(QShowEvent* event) {
         return;
     m_shownBefore = true;
     const int width = pixelsFromTwips((twipsFromPixels(m_grid->width()) - columnGap) / 5);
-    for (int column = 0; column < columnCount; ++column)
+    for (int column = 0; column < BookmarkModel::columnCountOfAll; ++column)
         m_grid->setColumnWidth(column, width);
-    if (bookmarkCount() > 0)
-        layOutColumns();
+    layOutColumns();
     showLastRows();
 }
 
@@ -247,65 +201,48 @@ void BookmarkPanel::showLastRows() {
 }
 
 std::int16_t BookmarkPanel::bookmarkCount() const {
-    return static_cast<std::int16_t>(m_grid->rowCount());
+    return m_list->bookmarkCount();
 }
 
-Bookmark BookmarkPanel::GetRow(int row) const {
-    return {toUtf8(m_grid->item(row, addressColumn)->text()), toUtf8(m_grid->item(row, noteColumn)->text()),
-            fromQColor(m_grid->item(row, colourColumn)->background().color())};
+const Bookmark& BookmarkPanel::GetRow(int row) const {
+    return m_list->GetRow(row);
 }
 
 void BookmarkPanel::SetRow(int row, const Bookmark& bookmark) {
-    while (row >= m_grid->rowCount()) {
-        const int added = m_grid->rowCount();
-        m_grid->insertRow(added);
-        for (int column = 0; column < columnCount; ++column)
-            m_grid->setItem(added, column, new QTableWidgetItem);
-    }
-    QTableWidgetItem* const address = m_grid->item(row, addressColumn);
-    address->setText(toQString(bookmark.address));
-    address->setToolTip(plain(shortened(address->text(), longestShown)));
-    QTableWidgetItem* const note = m_grid->item(row, noteColumn);
-    note->setText(toQString(bookmark.note));
-    note->setToolTip(plain(shortened(note->text(), longestShown)));
-    setColour(row, bookmark.colour);
+    m_list->SetRow(row, bookmark);
     layOutColumns();
-}
-
-void BookmarkPanel::setColour(int row, Colour colour) {
-    QTableWidgetItem* const item = m_grid->item(row, colourColumn);
-    item->setBackground(toQColor(colour));
-    item->setData(Qt::AccessibleTextRole, nameOfColour(colour));
 }
 
 /// Once, so that what the author makes of the columns stays.
 void BookmarkPanel::layOutColumns() {
-    if (m_columnsLaidOut || !m_shownBefore)
+    if (m_columnsLaidOut || !m_shownBefore || bookmarkCount() == 0)
         return;
     m_columnsLaidOut = true;
-    const int colourWidth = m_grid->horizontalHeader()->sectionSizeHint(colourColumn);
-    m_grid->setColumnWidth(colourColumn, colourWidth);
-    m_grid->setColumnWidth(addressColumn, (m_grid->viewport()->width() - colourWidth) / 2);
+    const int colourWidth = m_grid->horizontalHeader()->sectionSizeHint(BookmarkModel::colourColumn);
+    m_grid->setColumnWidth(BookmarkModel::colourColumn, colourWidth);
+    m_grid->setColumnWidth(BookmarkModel::addressColumn, (m_grid->viewport()->width() - colourWidth) / 2);
 }
 
 void BookmarkPanel::SelectCells(int firstRow, int firstColumn, int lastRow, int lastColumn) {
-    m_grid->clearSelection();
+    QItemSelectionModel& selection = *m_grid->selectionModel();
+    selection.clearSelection();
     if (firstRow < 0) {
-        m_grid->setCurrentItem(nullptr);
+        m_grid->setCurrentIndex({}); // By the view: else it takes the first cell when it gets the focus.
         return;
     }
-    m_grid->setCurrentCell(firstRow, firstColumn, QItemSelectionModel::NoUpdate);
-    m_grid->setRangeSelected({firstRow, firstColumn, lastRow, lastColumn}, true);
+    const QModelIndex first = m_list->index(firstRow, firstColumn);
+    selection.setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+    selection.select({first, m_list->index(lastRow, lastColumn)}, QItemSelectionModel::Select);
 }
 
 std::optional<BookmarkPanel::Block> BookmarkPanel::selectedBlock() const {
-    const QList<QTableWidgetSelectionRange> ranges = m_grid->selectedRanges();
+    const QItemSelection ranges = m_grid->selectionModel()->selection();
     if (ranges.isEmpty())
         return {};
-    Block block{ranges.first().topRow(), ranges.first().bottomRow()};
-    for (const QTableWidgetSelectionRange& range : ranges) {
-        block.first = std::min(block.first, range.topRow());
-        block.last = std::max(block.last, range.bottomRow());
+    Block block{ranges.first().top(), ranges.first().bottom()};
+    for (const QItemSelectionRange& range : ranges) {
+        block.first = std::min(block.first, range.top());
+        block.last = std::max(block.last, range.bottom());
     }
     return block;
 }
@@ -329,11 +266,15 @@ std::optional<int> BookmarkPanel::rowOrBeep() {
     return row;
 }
 
+void BookmarkPanel::selectRows(int first, int last) {
+    SelectCells(first, BookmarkModel::addressColumn, last, BookmarkModel::noteColumn);
+}
+
 void BookmarkPanel::showRow(int row) {
-    SelectCells(row, addressColumn, row, noteColumn);
-    const QRect place = m_grid->visualItemRect(m_grid->item(row, addressColumn));
-    if (!m_grid->viewport()->rect().contains(place.center()))
-        m_grid->scrollToItem(m_grid->item(row, addressColumn), QAbstractItemView::PositionAtTop);
+    selectRows(row, row);
+    const QModelIndex address = m_list->index(row, BookmarkModel::addressColumn);
+    if (!m_grid->viewport()->rect().contains(m_grid->visualRect(address).center()))
+        m_grid->scrollTo(address, QAbstractItemView::PositionAtTop);
 }
 
 void BookmarkPanel::noteChange() {
@@ -343,12 +284,10 @@ void BookmarkPanel::noteChange() {
 void BookmarkPanel::remember(const QString& address) {
     noteChange();
     storeNote();
-    for (int row = 0; row < bookmarkCount(); ++row) {
-        if (m_grid->item(row, addressColumn)->text() == address) {
-            showRow(row);
-            m_desktop.beep();
-            return;
-        }
+    if (const int row = m_list->rowOf(toUtf8(address)); row >= 0) {
+        showRow(row);
+        m_desktop.beep();
+        return;
     }
     if (bookmarkCount() >= bookmarkCapacity) {
         m_desktop.beep();
@@ -357,13 +296,14 @@ void BookmarkPanel::remember(const QString& address) {
     }
     SetRow(bookmarkCount(), {toUtf8(address), {}, white});
     showRow(bookmarkCount() - 1);
+    emit changed(tr("Remember Page"));
 }
 
 void BookmarkPanel::goTo() {
     const auto row = rowOrBeep();
     if (!row)
         return;
-    emit pageWanted(m_grid->item(*row, addressColumn)->text());
+    emit pageWanted(toQString(GetRow(*row).address));
     showRow(*row);
 }
 
@@ -372,22 +312,24 @@ void BookmarkPanel::editNotes() {
     if (!row)
         return;
     noteChange();
-    const QString address = m_grid->item(*row, addressColumn)->text();
-    emit pageWanted(address);
-    m_noteTitle->setText(tr("Research Notes for:  ") + shortened(address, longestShown));
-    m_note->setText(m_grid->item(*row, noteColumn)->text());
+    const Bookmark bookmark = GetRow(*row);
+    emit pageWanted(toQString(bookmark.address));
+    m_note->showNote(bookmark);
     showRow(*row);
     m_notedRow = *row;
     m_pages->setCurrentIndex(1);
-    m_note->setFocus();
+    m_note->focusNote();
 }
 
 void BookmarkPanel::storeNote() {
     if (m_notedRow < 0)
         return;
     Bookmark bookmark = GetRow(m_notedRow);
-    bookmark.note = wholeText(*m_note, bookmark.note);
+    bookmark.note = m_note->note(bookmark.note);
+    if (bookmark == GetRow(m_notedRow))
+        return;
     SetRow(m_notedRow, bookmark);
+    emit changed(tr("Edit Note"));
 }
 
 void BookmarkPanel::backToBookmarks() {
@@ -402,8 +344,9 @@ void BookmarkPanel::removeBlock() {
     if (!block)
         return;
     noteChange();
-    m_grid->model()->removeRows(block->first, block->last - block->first + 1);
+    m_list->removeRows(block->first, block->last - block->first + 1);
     SelectCells(-1, 0, -1, 0);
+    emit changed(tr("Remove Bookmark"));
 }
 
 void BookmarkPanel::moveBlock(int by) {
@@ -416,14 +359,10 @@ void BookmarkPanel::moveBlock(int by) {
         m_desktop.beep();
         return;
     }
-    const Bookmark passed = GetRow(neighbour);
-    const int near = by < 0 ? block->first : block->last;
-    const int far = by < 0 ? block->last : block->first;
-    for (int row = near; row != far - by; row -= by)
-        SetRow(row + by, GetRow(row));
-    SetRow(far, passed);
-    SelectCells(block->first + by, addressColumn, block->last + by, noteColumn);
-    m_grid->scrollToItem(m_grid->item(near + by, addressColumn));
+    m_list->moveBlock(block->first, block->last, by);
+    selectRows(block->first + by, block->last + by);
+    m_grid->scrollTo(m_list->index((by < 0 ? block->first : block->last) + by, BookmarkModel::addressColumn));
+    emit changed(by < 0 ? tr("Move Bookmark Up") : tr("Move Bookmark Down"));
 }
 
 void BookmarkPanel::colourBlock(int k) {
@@ -431,9 +370,11 @@ void BookmarkPanel::colourBlock(int k) {
     const auto block = blockOrBeep();
     if (!block)
         return;
-    for (int row = block->first; row <= block->last; ++row)
-        setColour(row, ColorBar::colourOf(k));
-    SelectCells(block->first, addressColumn, block->last, noteColumn);
+    const std::vector<Bookmark> before = list().bookmarks;
+    m_list->setColour(block->first, block->last, ColorBar::colourOf(k));
+    selectRows(block->first, block->last);
+    if (list().bookmarks != before)
+        emit changed(tr("Colour Bookmark"));
 }
 
 } // namespace wendmark

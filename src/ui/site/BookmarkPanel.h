@@ -6,19 +6,19 @@
 #include <optional>
 #include <vector>
 
-class QLabel;
-class QLineEdit;
 class QPushButton;
 class QStackedLayout;
-class QTableWidget;
+class QTableView;
 
 namespace wendmark {
 
+class BookmarkModel;
+class NotePanel;
 class QtDesktop;
 struct TourContext;
 
 /// The bookmarks of the tour, with a note and a colour each. They are read from and written to "goodlist.txt"
-/// of the working copy; in between they live in the grid only. Rows count from 0.
+/// of the working copy; in between they live in the panel only. Rows count from 0.
 class BookmarkPanel final : public QWidget {
     Q_OBJECT
 
@@ -34,11 +34,18 @@ public:
     /// A note that is being written is taken along.
     void SaveGoodList();
 
+    /// What the panel holds, without a note that is being written.
+    const BookmarkList& list() const;
+
+    /// Replaces all of it, as LoadGoodList() does; a note that is being written is given up.
+    void setList(BookmarkList list);
+
     std::int16_t bookmarkCount() const;
 
-    Bookmark GetRow(int row) const;
+    /// `row` must be there.
+    const Bookmark& GetRow(int row) const;
 
-    /// Adds rows as far as they are needed.
+    /// Adds rows as far as they are needed; see BookmarkModel::SetRow().
     void SetRow(int row, const Bookmark& bookmark);
 
     /// Rows and columns are included; with a row below 0 nothing is selected.
@@ -50,6 +57,10 @@ public:
     QSize minimumSizeHint() const override;
 
 signals:
+    /// The author has changed the list, once for each action, which `what` names: "Remove Bookmark". What
+    /// leaves the list as it was is no change.
+    void changed(const QString& what);
+
     /// The author wants to see the page of an entry.
     void pageWanted(const QString& address);
 
@@ -69,15 +80,13 @@ private:
 
     void setupGrid();
     QWidget* makeList();
-    QWidget* makeNotesPanel();
-    void setupConnections();
     void showLastRows();
-    void setColour(int row, Colour colour);
     void layOutColumns();
     std::optional<Block> selectedBlock() const;
     std::optional<int> selectedRow() const;
     std::optional<Block> blockOrBeep();
     std::optional<int> rowOrBeep();
+    void selectRows(int first, int last);
     void showRow(int row);
     void noteChange();
 
@@ -91,13 +100,12 @@ private:
 
     TourContext& m_tour;
     QtDesktop& m_desktop;
-    QTableWidget* m_grid;    ///< grdResearch
+    BookmarkModel* m_list;
+    QTableView* m_grid;      ///< grdResearch
     QStackedLayout* m_pages; ///< The list, or picNote over it.
+    NotePanel* m_note;
     QLayout* m_buttons = nullptr;
-    QLabel* m_noteTitle = nullptr;
-    QLineEdit* m_note = nullptr;
-    int m_notedRow = -1;   ///< Whose note is being edited.
-    std::string m_further; ///< What the file held beyond the grid: written again as it was.
+    int m_notedRow = -1; ///< Whose note is being edited.
     bool m_shownBefore = false;
     bool m_columnsLaidOut = false;
 };

@@ -9,7 +9,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
-#include <QTableWidget>
+#include <QTableView>
 
 namespace wendmark {
 
@@ -35,7 +35,7 @@ public:
     }
     BrowserView& browser() const { return control<BrowserView>("brwWebBrowser"); }
     QComboBox& address() const { return control<QComboBox>("cboAddress"); }
-    QTableWidget& grid() const { return control<QTableWidget>("grdResearch"); }
+    QTableView& grid() const { return control<QTableView>("grdResearch"); }
     QString notice() const;
 
     /// Clicks a button of the toolbar, by its key, or another button, by its name.
