@@ -7,23 +7,23 @@ namespace wendmark::bench {
 
 namespace {
 
-double median(std::vector<double> times) {
-    const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
-    std::nth_element(times.begin(), middle, times.end());
+double median(std::vector<double> figures) {
+    const auto middle = figures.begin() + static_cast<std::ptrdiff_t>(figures.size() / 2);
+    std::nth_element(figures.begin(), middle, figures.end());
     return *middle;
 }
 
-void printTimes(const std::string& what, const std::vector<double>& times) {
-    const auto [least, most] = std::minmax_element(times.begin(), times.end());
-    std::printf("  %-62s %7.1f ms  (%.1f to %.1f, %zu runs)\n", what.c_str(), median(times), *least, *most,
-                times.size());
+void printFigures(const std::string& what, const std::vector<double>& figures, const std::string& unit) {
+    const auto [least, most] = std::minmax_element(figures.begin(), figures.end());
+    std::printf("  %-62s %7.1f %s  (%.1f to %.1f, %zu runs)\n", what.c_str(), median(figures), unit.c_str(),
+                *least, *most, figures.size());
 }
 
 } // namespace
 
 void print(const Comparison& comparison) {
-    printTimes(comparison.what, comparison.ours);
-    printTimes(comparison.baseline, comparison.baselines);
+    printFigures(comparison.what, comparison.ours, comparison.unit);
+    printFigures(comparison.baseline, comparison.baselines, comparison.unit);
     std::printf("  ratio of the medians %.2f (aim: at most %.2f)\n\n",
                 median(comparison.ours) / median(comparison.baselines), comparison.aim);
     std::fflush(stdout);

@@ -5,13 +5,15 @@
 
 namespace wendmark::bench {
 
-/// Times of what the program does, and of the least that the same engine needs for the same result.
+/// Times or memory of what the program does, and of the least that the same engine needs for the same
+/// result.
 struct Comparison {
     std::string what;
     std::string baseline;
     double aim = 0;                ///< Ratio of the medians that should not be exceeded.
-    std::vector<double> ours;      ///< Milliseconds, one for each run.
-    std::vector<double> baselines; ///< Milliseconds; taken in turn with ours.
+    std::vector<double> ours;      ///< One for each run.
+    std::vector<double> baselines; ///< Taken in turn with ours.
+    std::string unit = "ms";
 };
 
 void print(const Comparison& comparison);

@@ -1,6 +1,7 @@
 #include "StartBench.h"
 
 #include "Comparison.h"
+#include "Environment.h"
 #include "platform/Strings.h"
 #include "support/ScratchFolder.h"
 
@@ -15,17 +16,6 @@ namespace {
 
 constexpr int patience = 60000; // Milliseconds.
 constexpr double aim = 1.25;
-
-/// What the programs see: settings and caches of their own, and the probe.
-QProcessEnvironment environmentIn(const QString& home) {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("HOME"), home);
-    for (const char* name : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"})
-        environment.remove(QLatin1String(name));
-    environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(BENCH_PLUGINS));
-    environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("startprobe"));
-    return environment;
-}
 
 /// Milliseconds from the start of the process to its "shown".
 double timeStart(const QString& program, const QProcessEnvironment& environment) {

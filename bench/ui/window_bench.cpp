@@ -1,4 +1,5 @@
 #include "InsertBench.h"
+#include "MemoryBench.h"
 #include "StartBench.h"
 
 #include <QApplication>
@@ -9,13 +10,20 @@
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
     QCommandLineParser options;
-    options.setApplicationDescription(QStringLiteral("Times the window program against its engine alone"));
+    options.setApplicationDescription(QStringLiteral("Measures the window program against its engine alone"));
     options.addHelpOption();
     options.addOption({QStringLiteral("runs"), QStringLiteral("Runs of each kind"), QStringLiteral("number"),
                        QStringLiteral("21")});
+    const QCommandLineOption memory(QStringLiteral("memory"),
+                                    QStringLiteral("Measures memory instead of time"));
+    options.addOption(memory);
     options.process(application);
     const int runs = qMax(1, options.value(QStringLiteral("runs")).toInt());
     try {
+        if (options.isSet(memory)) {
+            wendmark::bench::runMemoryBench(runs);
+            return 0;
+        }
         wendmark::bench::runInsertBench(runs);
         wendmark::bench::runStartBench(runs);
     } catch (const std::exception& error) {
