@@ -48,7 +48,9 @@ bool isThisMachine(const Machine& machine) {
 
 /// Handles events until `loop` is left, or the time is over.
 void wait(QEventLoop& loop, qint64 milliseconds) {
-    QTimer::singleShot(static_cast<int>(milliseconds), &loop, &QEventLoop::quit);
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
+    timer.start(static_cast<int>(milliseconds));
     loop.exec();
 }
 
