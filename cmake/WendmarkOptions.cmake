@@ -20,3 +20,5 @@ endif()
 
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+# No header is generated that the meta-object compiler would have to wait for.
+set(CMAKE_AUTOGEN_ORIGIN_DEPENDS OFF)

@@ -64,6 +64,14 @@ void warnWithoutTemplates(const Workspace& workspace, Log& log) {
         log.fail("the Template folder is missing or empty: " + workspace.folders().templatePath);
 }
 
+ApplicationFolder applicationFolder(Log& log) {
+    ApplicationFolder folder =
+        findApplicationFolder(QApplication::applicationDirPath(),
+                              QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    log.skip(folder.outcome);
+    return folder;
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -72,10 +80,7 @@ int main(int argc, char* argv[]) {
     prepareApplication(parser, application);
 
     FileLog log(FileLog::defaultPath());
-    const ApplicationFolder folder =
-        findApplicationFolder(QApplication::applicationDirPath(),
-                              QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
-    log.skip(folder.outcome);
+    const ApplicationFolder folder = applicationFolder(log);
     const QString tourFolder = tourFolderFrom(parser);
     SingleProgram program(folder.path);
     if (!enterFolder(program))

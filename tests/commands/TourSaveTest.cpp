@@ -16,7 +16,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using test::crlfLines;
 using test::TestTour;
 using testing::Contains;
 using testing::Each;

@@ -17,7 +17,6 @@ namespace wendmark {
 using test::onNextDialog;
 using test::press;
 using test::SiteEditor;
-using test::waitUntil;
 
 namespace {
 

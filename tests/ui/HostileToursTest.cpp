@@ -194,8 +194,8 @@ QString fill(const QString& text, const Values& values) {
 
 /// Pages of a tour that want what they must not have. What they say with won() they have got.
 struct Wish {
-    const char* name;
-    const char* html;
+    const char* name = "";
+    const char* html = "";
     bool leaves = false;
     int dialogs = 0; ///< So many it may show.
 };
@@ -306,8 +306,8 @@ constexpr const char* forgery = "'>*>*>vosktourstop->3'";
 
 /// Pages of the web that want to move the stop. {tag} is a status text that would.
 struct Forgery {
-    const char* name;
-    const char* html;
+    const char* name = "";
+    const char* html = "";
     bool leaves = false;
     const char* address = "/attack.htm";
     const char* policy = "";
@@ -1121,7 +1121,7 @@ private:
             QTest::newRow(forgeries[i].name) << i;
     }
 
-    static void servePage(LoopbackServer& server, Values values, const Forgery& page) {
+    static void servePage(LoopbackServer& server, const Values& values, const Forgery& page) {
         const QString html = QString::fromLatin1(page.html).replace("{tag}", QLatin1String(forgery));
         LoopbackServer::Answer answer;
         answer.body =

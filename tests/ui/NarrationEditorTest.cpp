@@ -122,7 +122,7 @@ void onRename(const QString& clash, const QString& answer) {
 
 /// A file to choose, outside of the tour.
 QString imageFile(const UiFixture& program, const QString& name) {
-    const QString path = program.path("Pictures/" + name);
+    QString path = program.path("Pictures/" + name);
     test::writeFile(toUtf8(path), "GIF of " + toUtf8(name));
     return path;
 }

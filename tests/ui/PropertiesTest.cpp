@@ -181,7 +181,7 @@ private slots:
         model.advWidth = 80;
         model.navWidth = 70;
         properties.open([](QDialog& dialog) {
-            QCOMPARE(static_cast<frmPropTab&>(dialog).currentTab(), std::int16_t{1});
+            QCOMPARE(dynamic_cast<frmPropTab&>(dialog).currentTab(), std::int16_t{1});
             QCOMPARE(field(dialog, "txtTourTitle").text(), QString("Fl\u00fcsse"));
             QCOMPARE(field(dialog, "txtAuthor").text(), QString("Ann"));
             QVERIFY(box(dialog, "chkAddInstructions").isChecked()); // Always.
@@ -204,7 +204,7 @@ private slots:
             auto& tabs = *dialog.findChild<QTabWidget*>("TabStrip1");
             for (int i = tabs.count() - 1; i >= 0; --i) {
                 QTest::mouseClick(tabs.tabBar(), Qt::LeftButton, {}, tabs.tabBar()->tabRect(i).center());
-                QCOMPARE(static_cast<frmPropTab&>(dialog).currentTab(), static_cast<std::int16_t>(i + 1));
+                QCOMPARE(dynamic_cast<frmPropTab&>(dialog).currentTab(), static_cast<std::int16_t>(i + 1));
                 for (int page = 0; page < tabs.count(); ++page)
                     QCOMPARE(tabs.widget(page)->isVisible(), page == i);
             }

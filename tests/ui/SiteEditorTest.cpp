@@ -561,7 +561,7 @@ private slots:
         const QString tooLong =
             QStringLiteral("An address of more than %L1 characters cannot be shown.").arg(2 * 1024 * 1024);
         std::string& address = open.program.model.stops.at(2).stopURL;
-        address = "http://127.0.0.1:9/" + std::string(2 * 1024 * 1024, 'a');
+        address = "http://127.0.0.1:9/" + std::string(std::size_t{2} * 1024 * 1024, 'a');
         open.window.editSiteFrame();
         QCOMPARE(open.notice(), tooLong);
         QCOMPARE(open.browser().locationURL(), before);
