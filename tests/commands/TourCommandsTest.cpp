@@ -20,9 +20,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Key;
 using testing::Not;
-using testing::UnorderedElementsAre;
 
 const std::string makerSite = "https://www.brenholt.example/";
 

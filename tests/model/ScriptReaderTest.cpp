@@ -600,7 +600,7 @@ TEST(ScriptReader, nulBytesAreCharactersLikeOthers) {
 }
 
 TEST(ScriptReader, lineOfTenMegabytesIsKept) {
-    const std::string longLine = std::string().append(10'000'000, 'x');
+    const std::string longLine(10'000'000, 'x');
     const TourModel model = read("T\r\nS\r\na.htm\r\n" + longLine + "\r\n\r\nI\r\n").model;
     EXPECT_EQ(model.stops.at(1).stopNarration, longLine + "\r\n");
     EXPECT_EQ(model.stops.at(1).stopInstruction, "I\r\n");

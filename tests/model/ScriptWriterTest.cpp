@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -51,11 +52,8 @@ TourModel oneStop() {
 }
 
 bool hasLine(const std::string& script, std::string_view line) {
-    for (const std::string& found : test::splitCrlfLines(script)) {
-        if (found == line)
-            return true;
-    }
-    return false;
+    const std::vector<std::string> lines = test::splitCrlfLines(script);
+    return std::find(lines.begin(), lines.end(), line) != lines.end();
 }
 
 /// The part of the script that describes the stops.

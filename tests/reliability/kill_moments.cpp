@@ -8,7 +8,6 @@
 
 #include <csignal>
 #include <cstdlib>
-#include <filesystem>
 #include <iostream>
 #include <random>
 #include <set>

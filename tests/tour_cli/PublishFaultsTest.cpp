@@ -232,10 +232,9 @@ TEST_F(PublishFaultsTest, workingCopyMustNotHoldAnythingOfValue) {
 }
 
 TEST_F(PublishFaultsTest, programsFolderIsNoWorkingCopyAlsoWhenTheTemplatesLieElsewhere) {
-    expectFailure(
-        ownProgram(),
-        {"publish", tour, "--template", WENDMARK_ASSETS "/Template", "--working-copy", scratch / "app"},
-        {scratch / "app", "would be emptied, but it holds"});
+    const std::string templates = WENDMARK_ASSETS "/Template";
+    expectFailure(ownProgram(), {"publish", tour, "--template", templates, "--working-copy", scratch / "app"},
+                  {scratch / "app", "would be emptied, but it holds"});
 }
 
 TEST_F(PublishFaultsTest, windowProgramsWorkingCopyIsNotToBeUsed) {

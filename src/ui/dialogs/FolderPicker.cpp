@@ -41,16 +41,7 @@ FolderPicker::FolderPicker(const QString& driveCaption, QWidget* parent)
     , m_tree(new QTreeView(this))
     , m_path(new QLabel(this))
     , m_model(new QFileSystemModel(this)) {
-    m_drives->setObjectName(QStringLiteral("Drive1"));
-    m_drives->setAccessibleName(tr("Drive"));
-    m_tree->setObjectName(QStringLiteral("Dir1"));
-    m_tree->setAccessibleName(tr("Folders"));
-    m_path->setObjectName(QStringLiteral("lblTourPath"));
-    m_path->setAccessibleName(tr("Selected folder"));
-    m_path->setTextFormat(Qt::PlainText);
-    m_path->setWordWrap(true);
-    m_path->setTextInteractionFlags(Qt::TextSelectableByMouse);
-
+    nameControls();
     m_model->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot);
     m_model->setRootPath(QDir::rootPath());
     m_tree->setModel(m_model);
@@ -82,6 +73,18 @@ FolderPicker::FolderPicker(const QString& driveCaption, QWidget* parent)
     connect(m_drives, &QComboBox::activated, this, &FolderPicker::goToDrive);
     connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &FolderPicker::showSelection);
+}
+
+void FolderPicker::nameControls() {
+    m_drives->setObjectName(QStringLiteral("Drive1"));
+    m_drives->setAccessibleName(tr("Drive"));
+    m_tree->setObjectName(QStringLiteral("Dir1"));
+    m_tree->setAccessibleName(tr("Folders"));
+    m_path->setObjectName(QStringLiteral("lblTourPath"));
+    m_path->setAccessibleName(tr("Selected folder"));
+    m_path->setTextFormat(Qt::PlainText);
+    m_path->setWordWrap(true);
+    m_path->setTextInteractionFlags(Qt::TextSelectableByMouse);
 }
 
 void FolderPicker::setFolder(const QString& path) {

@@ -37,6 +37,7 @@ signals:
     void folderChanged(const QString& path);
 
 private:
+    void nameControls();
     void fillDrives();
     void goToDrive(int index);
     void showSelection();

@@ -46,30 +46,14 @@ frmAbout::frmAbout(const Registry& registry, QWidget* parent) : QDialog(parent),
     picture->setObjectName(QStringLiteral("picIcon"));
     picture->setPixmap(programIcon().pixmap(pictureSide));
     picture->setAccessibleName(tr("Wendmark's sign"));
-    QLabel* const title = makeTextLabel("lblTitle", programTitle(), this);
-    QFont large = title->font();
-    large.setPointSizeF(large.pointSizeF() * 1.6);
-    large.setBold(true);
-    title->setFont(large);
     QPushButton* const okButton = makeButton("cmdOK", tr("OK"), this);
     okButton->setDefault(true);
     QPushButton* const systemButton = makeButton("cmdSysInfo", tr("&System Info..."), this);
 
-    auto* const texts = new QVBoxLayout;
-    texts->setSpacing(dialogGap);
-    texts->addWidget(title);
-    texts->addWidget(makeTextLabel("lblVersion", tr("Version ") + QLatin1String(programVersion), this));
-    texts->addWidget(
-        makeTextLabel("lblDescription",
-                      tr("An authoring system for creation of Brenholt Inc.'s virtual web tours."), this));
-    texts->addWidget(makeTextLabel(
-        "lblDisclaimer",
-        tr("Made by Brenholt Inc. The tours that you make with it are yours. It comes without any warranty."),
-        this));
     auto* const top = new QHBoxLayout;
     top->setSpacing(2 * dialogGap);
     top->addWidget(picture, 0, Qt::AlignTop);
-    top->addLayout(texts, 1);
+    top->addLayout(makeTexts(), 1);
     auto* const buttons = new QHBoxLayout;
     buttons->addWidget(systemButton);
     buttons->addStretch();
@@ -83,6 +67,26 @@ frmAbout::frmAbout(const Registry& registry, QWidget* parent) : QDialog(parent),
     okButton->setFocus();
     connect(okButton, &QPushButton::clicked, this, &QDialog::accept);
     connect(systemButton, &QPushButton::clicked, this, &frmAbout::showSystemInformation);
+}
+
+QVBoxLayout* frmAbout::makeTexts() {
+    QLabel* const title = makeTextLabel("lblTitle", programTitle(), this);
+    QFont large = title->font();
+    large.setPointSizeF(large.pointSizeF() * 1.6);
+    large.setBold(true);
+    title->setFont(large);
+    auto* const texts = new QVBoxLayout;
+    texts->setSpacing(dialogGap);
+    texts->addWidget(title);
+    texts->addWidget(makeTextLabel("lblVersion", tr("Version ") + QLatin1String(programVersion), this));
+    texts->addWidget(
+        makeTextLabel("lblDescription",
+                      tr("An authoring system for creation of Brenholt Inc.'s virtual web tours."), this));
+    texts->addWidget(makeTextLabel(
+        "lblDisclaimer",
+        tr("Made by Brenholt Inc. The tours that you make with it are yours. It comes without any warranty."),
+        this));
+    return texts;
 }
 
 void frmAbout::showSystemInformation() {

@@ -2,6 +2,8 @@
 
 #include <QDialog>
 
+class QVBoxLayout;
+
 namespace wendmark {
 
 class Registry;
@@ -14,6 +16,8 @@ public:
     explicit frmAbout(const Registry& registry, QWidget* parent = nullptr);
 
 private:
+    /// Title, version, description and disclaimer, one below the other.
+    QVBoxLayout* makeTexts();
     void showSystemInformation();
 
     const Registry& m_registry;
