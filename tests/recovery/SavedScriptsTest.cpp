@@ -9,8 +9,6 @@ namespace wendmark {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 class SavedScripts : public testing::Test {
 protected:

@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 class InstallTest : public TourFixture {
 protected:
     /// Installs the build and checks that the program works from the folder of programs.
-    void installAndPublish(ProgramRun install, const std::string& prefix,
+    void installAndPublish(const ProgramRun& install, const std::string& prefix,
                            const std::string& installed) const {
         const ProgramResult result = install.run({"--install", WENDMARK_BUILD, "--prefix", prefix});
         ASSERT_EQ(result.status, 0) << result.errors;
