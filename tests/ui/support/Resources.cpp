@@ -57,7 +57,7 @@ Resources Resources::now() {
         resources.handles += entriesOf(QStringLiteral("/proc/%1/fd").arg(process));
     }
     resources.ownMemory = memoryOf(QCoreApplication::applicationPid());
-    resources.allocated = static_cast<qint64>(mallinfo2().uordblks + mallinfo2().hblkhd);
+    resources.allocated = static_cast<qint64>(mallinfo2().uordblks) + static_cast<qint64>(mallinfo2().hblkhd);
     resources.temporaryFiles = entriesOf(QDir::tempPath());
     return resources;
 }
