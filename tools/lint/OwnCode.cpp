@@ -1,10 +1,10 @@
-// A plugin for clang-tidy: lets its checks look at the project's own declarations only. Without it they also walk through
-// every header of the libraries, which takes most of the time and whose findings are thrown away afterwards.
+// A plugin for clang-tidy: lets its checks look at the project's own declarations only. Without it they also
+// walk through every header of the libraries, which takes most of the time and whose findings are thrown away
+// afterwards.
 #include <clang/AST/ASTConsumer.h>
 #include <clang/AST/ASTContext.h>
 #include <clang/Basic/SourceManager.h>
 #include <clang/Frontend/FrontendPluginRegistry.h>
-
 #include <memory>
 #include <string>
 #include <vector>
@@ -38,6 +38,7 @@ protected:
     ActionType getActionType() override { return AddBeforeMainAction; }
 };
 
-const clang::FrontendPluginRegistry::Add<OwnCodeAction> registration("own-code", "checks look at own code only");
+const clang::FrontendPluginRegistry::Add<OwnCodeAction> registration("own-code",
+                                                                     "checks look at own code only");
 
 } // namespace

@@ -9,4 +9,6 @@ int Misnamed(int number) {
 
 } // namespace
 
-int probe(int number) { return Misnamed(number); }
+int probe(int number) {
+    return Misnamed(number);
+}
