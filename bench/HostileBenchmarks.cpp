@@ -1,8 +1,8 @@
 // How long the core works on input that no author made. Tests judge what it allocates, never the time.
+#include "commands/TourCommands.h"
 #include "model/ScriptFile.h"
 #include "model/SiteLists.h"
 #include "publish/TemplateFiller.h"
-#include "commands/TourCommands.h"
 #include "support/TestTour.h"
 
 #include <benchmark/benchmark.h>

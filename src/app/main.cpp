@@ -1,14 +1,12 @@
 #include "base/Files.h"
 #include "base/Log.h"
+#include "commands/TourDocument.h"
 #include "maker.h"
-#include "ui/HandOver.h"
 #include "model/Options.h"
-#include "model/TourContext.h"
-#include "model/TourModel.h"
-#include "model/Workspace.h"
 #include "platform/ApplicationFolder.h"
 #include "platform/BrowserView.h"
 #include "platform/FileLog.h"
+#include "platform/Gate.h"
 #include "platform/Icons.h"
 #include "platform/QtDesktop.h"
 #include "platform/Registry.h"
@@ -16,12 +14,13 @@
 #include "platform/SingleProgram.h"
 #include "platform/StateFolder.h"
 #include "platform/Strings.h"
-#include "commands/TourCommands.h"
 #include "recovery/RecoveryKeeper.h"
 #include "recovery/SavedScripts.h"
 #include "ui/dialogs/FolderEntry.h"
+#include "ui/dialogs/TourFileNames.h"
 #include "ui/dialogs/frmSplash.h"
 #include "ui/main/frmMain.h"
+#include "ui/site/HtmlEditor.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -86,28 +85,28 @@ int main(int argc, char* argv[]) {
     if (!enterFolder(program))
         return 0;
 
-    TourModel model;
-    HandOver handOver;
     Options options;
-    QtDesktop desktop;
+    Gate gate;
+    QtDesktop desktop(gate);
     SettingsStore settings;
     const Registry registry;
-    Workspace workspace(WorkspaceFolders::inside(toUtf8(folder.path)), model, handOver, desktop, log);
-    TourContext tour{model, workspace, desktop, log};
-    startProgram(tour, options);
-    warnWithoutTemplates(workspace, log);
+    const std::string state = toUtf8(stateFolder());
+    const std::string ownName = folderNameFor(toUtf8(folder.path));
+    TourDocument document(WorkspaceFolders::inside(toUtf8(folder.path)), desktop, log,
+                          files::join(files::join(state, "undo"), ownName));
+    document.startProgram(options);
+    warnWithoutTemplates(document.workspace(), log);
 
     frmSplash splash;
     splash.exec();
 
     const std::unique_ptr<QWebEngineProfile> profile(makeBrowserProfile(nullptr));
-    const std::string state = toUtf8(stateFolder());
-    const std::string ownSessions =
-        files::join(files::join(state, "recovery"), folderNameFor(toUtf8(folder.path)));
-    RecoveryStore recoveryStore(ownSessions, log);
-    RecoveryKeeper recovery(tour, recoveryStore);
-    frmMain window({tour, handOver, options, desktop, settings, registry, *profile, recovery,
-                    files::join(state, "scripts")});
+    RecoveryStore recoveryStore(files::join(files::join(state, "recovery"), ownName), log);
+    RecoveryKeeper recovery(document, recoveryStore);
+    TourFileNames fileNames(document.workspace());
+    HtmlEditor htmlEditor(options, log);
+    frmMain window({document, gate, options, desktop, settings, registry, *profile, recovery, fileNames,
+                    htmlEditor, files::join(state, "scripts")});
     QObject::connect(&window, &frmMain::closed, &application, &QCoreApplication::quit, Qt::QueuedConnection);
     QObject::connect(&program, &SingleProgram::activationRequested, &window, &frmMain::bringToFront);
     window.load(tourFolder);

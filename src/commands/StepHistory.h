@@ -18,16 +18,17 @@ namespace wendmark {
 using SharedBookmarks = std::shared_ptr<const BookmarkList>;
 
 /// Which tour is open, for commands that change that.
-struct OpenTour {
+struct OpenedTour {
     std::string tourPath;
     Workspace::Spared spared;
+    bool pagesMade = false; ///< Its pages are in the working copy.
 };
 
 /// Everything of the tour but its files, at one moment.
 struct TourState {
     TourMoment tour;
     SharedBookmarks bookmarks;
-    OpenTour open;
+    OpenedTour open;
     std::int16_t stop = 0;    ///< Where the author is, or where the change was; 0 is the opening page.
     std::uint64_t number = 0; ///< Equal numbers mean equal states.
 };

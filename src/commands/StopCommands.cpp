@@ -86,6 +86,26 @@ StopCommandResult moveStopForward(TourContext& context) {
     return moveStop(context, model.currentStop + 1);
 }
 
+void storeAddress(TourContext& context, std::int16_t stop, const std::string& address) {
+    const BusyPointer busy(context.desktop);
+    context.model.stops.at(stop).stopURL = address;
+    makeStopPages(context, stop, stop);
+    makeTourGuide(context);
+    makePreviewFrameset(context);
+}
+
+void storeTexts(TourContext& context, std::int16_t stop, const StopTexts& texts) {
+    const BusyPointer busy(context.desktop);
+    Stop& changed = context.model.stops.at(stop);
+    changed.stopNarration = texts.narration;
+    changed.stopTitle = texts.title;
+    changed.stopInstruction =
+        context.model.autoInstruction ? std::string(automaticInstruction) : texts.instruction;
+    makeStopPages(context, stop, stop);
+    makeListPages(context);
+    makePreviewFrameset(context);
+}
+
 StopCommandResult showNextStop(TourContext& context) {
     if (context.model.currentStop >= context.model.stopCount())
         return StopCommandResult::refused;

@@ -1,10 +1,18 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace wendmark {
 
 struct TourContext;
+
+/// The texts of a stop as an author leaves them.
+struct StopTexts {
+    std::string title;
+    std::string narration;
+    std::string instruction; ///< Counts for nothing while the program writes the instructions.
+};
 
 /// What the stop commands do to the tour: they change the stop list, regenerate the pages that the change
 /// touches and point the main browser at the stop on screen. The hourglass shows while they run. They leave
@@ -23,6 +31,10 @@ StopCommandResult deleteStop(TourContext& context);
 /// Swaps the current stop with the one before or after it and stays on it. Refused at the ends.
 StopCommandResult moveStopBack(TourContext& context);
 StopCommandResult moveStopForward(TourContext& context);
+
+/// Makes this address, or these texts, those of stop `stop`, which must be held; shows the current stop anew.
+void storeAddress(TourContext& context, std::int16_t stop, const std::string& address);
+void storeTexts(TourContext& context, std::int16_t stop, const StopTexts& texts);
 
 /// Shows the next or the previous stop; before the first comes the opening page. Refused at the ends.
 StopCommandResult showNextStop(TourContext& context);

@@ -24,12 +24,13 @@ void startProgram(TourContext& context, Options& options) {
     workspace.initTourDefaults();
 }
 
-void loadTemplateTour(TourContext& context) {
+ScriptReading loadTemplateTour(TourContext& context) {
     context.model.currentStop = 0;
     context.workspace.resetWorkingCopy();
-    readScript(context);
+    const ScriptReading reading = readScript(context);
     context.model.tourChanged = false;
     useEditingNavigator(context);
+    return reading;
 }
 
 ScriptReading openTour(TourContext& context) {
@@ -62,6 +63,22 @@ void generateRecoveredTour(TourContext& context) {
     writeLaunchList(context);
     useEditingNavigator(context);
     model.tourChanged = true;
+    makePreviewFrameset(context);
+}
+
+void generateScriptedTour(TourContext& context, std::string_view script) {
+    const BusyPointer busy(context.desktop);
+    context.workspace.initTourDefaults();
+    // Nothing of the tour on screen is to show through where the script says nothing.
+    TourModel& model = context.model;
+    const TourModel defaults;
+    model.autoBuffer = defaults.autoBuffer;
+    model.bufferDelay = defaults.bufferDelay;
+    model.stopLabel = defaults.stopLabel;
+    model.helpFile = defaults.helpFile;
+    model.currentStop = 0;
+    readScriptBytes(context, script);
+    makeEveryPage(context);
     makePreviewFrameset(context);
 }
 

@@ -1,11 +1,9 @@
 #pragma once
 
-#include "commands/ContentStore.h"
 #include "commands/DocumentListener.h"
-#include "commands/StepHistory.h"
 #include "commands/StopCommands.h"
 #include "commands/TourProperties.h"
-#include "commands/WorkingFiles.h"
+#include "commands/TourTimeline.h"
 #include "model/Options.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
@@ -16,6 +14,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace wendmark {
@@ -25,13 +24,6 @@ struct Opening {
     bool complete = true; ///< False: something of the tour could not be read; saves leave that alone.
     bool hasTitle = true; ///< False: its script is empty or ends before a title. The tour on screen is what
                           ///< was there before; see TourDocument::mayOverwrite().
-};
-
-/// The texts of a stop as an author leaves them.
-struct StopTexts {
-    std::string title;
-    std::string narration;
-    std::string instruction; ///< Counts for nothing while the program writes the instructions.
 };
 
 /// The tour that is being edited, and the one door through which it changes. Each command regenerates the
@@ -51,8 +43,8 @@ public:
     Log& log() const { return m_log; }
 
     /// The listener must be taken out before it goes.
-    void addListener(DocumentListener& listener);
-    void removeListener(DocumentListener& listener);
+    void addListener(DocumentListener& listener) { m_listeners.push_back(&listener); }
+    void removeListener(DocumentListener& listener) { std::erase(m_listeners, &listener); }
 
     // The program's beginning and end.
 
@@ -70,7 +62,7 @@ public:
     void makeFinalForm();
 
     /// Leaves nothing of the tour in the working copy. Waits a moment in between.
-    void leaveWorkingCopy();
+    void leaveWorkingCopy() { m_workspace.leaveOnlyTemplateScript(); }
 
     // Other tours. What begins with begin...() ends with finish...() or cancel...().
 
@@ -85,7 +77,15 @@ public:
     /// Makes the new tour and saves it into `folder`, which exists. False when something of it was not saved.
     bool finishNew(const std::string& title, const std::string& folder);
     /// The tour stays. Its files come back before anything is generated or saved next.
-    void cancelNew();
+    void cancelNew() { m_opening.reset(); }
+    /// False between beginNew() and that moment, and while another tour is being opened: what there is then
+    /// is no tour of the author's.
+    bool filesAreThere() const { return m_timeline.filesAreThere() && !m_opening; }
+
+    /// Puts what a script says in the place of the tour: one step of the history, on the opening page. Folder
+    /// and files of the author's stay, and the tour counts as changed. False, and nothing changes, when the
+    /// script holds no title.
+    bool openScript(std::string_view script);
 
     // Saving.
 
@@ -137,48 +137,39 @@ public:
 
     // Bookmarks of the site editor.
 
-    const BookmarkList& loadBookmarks();
-    const BookmarkList& bookmarks() const { return *m_bookmarks; }
+    const BookmarkList& loadBookmarks() { return m_timeline.loadBookmarks(); }
+    const BookmarkList& bookmarks() const { return m_timeline.bookmarks(); }
     void setBookmarks(BookmarkList list, const std::string& stepName);
-    void saveBookmarks();
+    void saveBookmarks() { m_timeline.saveBookmarks(); }
 
     // History.
 
     /// Names of the step that undo() or redo() would deal with; none when there is none.
-    std::optional<std::string> undoName() const;
-    std::optional<std::string> redoName() const;
+    std::optional<std::string> undoName() const { return m_timeline.undoName(); }
+    std::optional<std::string> redoName() const { return m_timeline.redoName(); }
+    /// Whether that step leads to another tour, as undoing Open Tour does.
+    bool undoOpensTour() const { return m_timeline.undoOpensTour(); }
+    bool redoOpensTour() const { return m_timeline.redoOpensTour(); }
     void undo();
     void redo();
     /// How many of the oldest steps had to be dropped since the program began.
-    int droppedSteps() const { return m_history.dropped(); }
-    std::size_t historyBytes() const { return m_history.bytes(); }
+    int droppedSteps() const { return m_timeline.dropped(); }
+    std::size_t historyBytes() const { return m_timeline.bytes(); }
 
     /// Whether the tour is what was saved, or opened, last in its folder. Where the author is does not count.
-    bool isAsSaved() const;
+    bool isAsSaved() const { return m_timeline.isAsSaved(); }
 
 private:
     friend struct TourDocumentAccess; ///< For tests that need a tour in a certain state.
 
     using Made = WorkingFiles::Made;
-    struct Before {
-        TourState state;
-        FileStates files;
-    };
 
-    Before begin(const std::string& replacedFile = {});
-    void end(const Before& before, const std::string& name, Made made);
-    void endAt(std::int16_t stop, Before& before, const std::string& name);
-    void addStep(const Before& before, const std::string& name, std::int16_t placeAfter, bool opensTour);
     StopCommandResult runStopCommand(StopCommandResult (*command)(TourContext&), const std::string& name);
     StopCommandResult show(StopCommandResult (*command)(TourContext&));
+    TourTimeline::Before takeOpening();
     bool endSave(bool complete, const FileStates& before);
-    TourState state();
-    void bringFilesBack();
-    void go(Step& step, bool back);
-    void applyState(const TourState& wanted);
-    void openFolder(const OpenTour& open);
-    void noteSaved();
-    void limitContents();
+    void tellSave(bool complete);
+    void showAfterStep();
     template <typename Tell>
     void tell(Tell tell);
     void tellChange();
@@ -188,17 +179,8 @@ private:
     Log& m_log;
     Workspace m_workspace;
     TourContext m_context;
-    ContentStore m_contents;
-    WorkingFiles m_files;
-    StepHistory m_history;
-    SharedBookmarks m_bookmarks;
-    TourMoment m_moment; ///< The latest one; parts of the next are shared with it.
-    std::uint64_t m_number = 0;
-    std::uint64_t m_lastNumber = 0;
-    std::map<std::string, std::uint64_t> m_savedNumbers; ///< By tour folder.
-    std::optional<Before> m_opening;                     ///< Before the command that is to open a tour.
-    std::optional<FileStates> m_absent; ///< The files of the tour while the working copy was only refilled.
-    bool m_pagesMade = false;           ///< The tour's pages are in the working copy.
+    TourTimeline m_timeline;
+    std::optional<TourTimeline::Before> m_opening; ///< Before the command that is to open a tour.
     bool m_openedWithoutTitle = false;
     std::string m_refusedFolder;
     std::vector<DocumentListener*> m_listeners;

@@ -82,7 +82,7 @@ void WorkingFiles::look(Made made, const TourMoment& tour) {
     m_states = std::move(found);
 }
 
-FileState WorkingFiles::describe(const std::string& name, Made made, const TourMoment& tour) const {
+FileState WorkingFiles::describe(const std::string& name, Made made, const TourMoment& tour) {
     const bool generated = made != Made::nothing &&
                            (isLivePage(name, *tour) || (made == Made::everyForm && isVisitorsFrameset(name)));
     if (generated)

@@ -66,7 +66,7 @@ public:
     void restore(const FileStates& wanted);
 
 private:
-    FileState describe(const std::string& name, Made made, const TourMoment& tour) const;
+    static FileState describe(const std::string& name, Made made, const TourMoment& tour);
     void put(const std::string& name, const FileState& wanted);
     bool generate(const std::string& name, const TourMoment& shown);
 

@@ -41,6 +41,9 @@ ScriptReading readScript(TourContext& context);
 /// Same for the script at `path`.
 ScriptReading readScriptFile(TourContext& context, const std::string& path);
 
+/// Same for the bytes of a script.
+ScriptReading readScriptBytes(TourContext& context, std::string_view script);
+
 /// Replaces the working copy's script.txt by the model. Fills empty texts of the model with their
 /// placeholders and marks the paragraphs of its narrations and instructions. False when it could not be
 /// written; why, is in the log.

@@ -314,16 +314,21 @@ ScriptReading readScript(TourContext& context) {
 ScriptReading readScriptFile(TourContext& context, const std::string& path) {
     const files::Contents script = files::read(path);
     context.log.skip(script.outcome);
+    ScriptReading reading = readScriptBytes(context, script.bytes);
+    reading.couldBeRead = script.outcome.ok();
+    return reading;
+}
+
+ScriptReading readScriptBytes(TourContext& context, std::string_view script) {
     context.desktop.stayResponsive();
     ShownErrors errors(context.desktop);
-    ScriptReading reading =
-        parseScript(script.bytes, context.model,
+    const ScriptReading reading =
+        parseScript(script, context.model,
                     [&](int lineNumber, std::string_view message) { errors.add(lineNumber, message); });
     context.desktop.stayResponsive();
     errors.showHowManyMore();
     warnOfSurplus(context.log, "stops", reading.surplus.stops);
     warnOfSurplus(context.log, "launching points", reading.surplus.launchURLs);
-    reading.couldBeRead = script.outcome.ok();
     return reading;
 }
 

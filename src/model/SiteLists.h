@@ -28,6 +28,8 @@ struct Bookmark {
 struct BookmarkList {
     std::vector<Bookmark> bookmarks; ///< At most bookmarkCapacity.
     std::string further; ///< What a file holds behind those, as it is written: nobody sees it or loses it.
+
+    friend bool operator==(const BookmarkList&, const BookmarkList&) = default;
 };
 
 /// A file cut short gives what it holds: missing lines are empty. What is no colour becomes white.

@@ -1,21 +1,17 @@
 #include "platform/QtDesktop.h"
 
+#include "platform/Gate.h"
 #include "platform/Strings.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QMessageBox>
-#include <QScopedValueRollback>
 #include <QTime>
 #include <QTimer>
 
 namespace wendmark {
 
 namespace {
-
-/// Milliseconds without an event after which a wait looks at its clock again. Sleeping between rounds of
-/// events instead would starve the browser engine, whose work comes in thousands of small events.
-constexpr int longestRest = 5;
 
 /// Milliseconds of a command after which the windows get their turn. Commands on ordinary tours are done by
 /// then.
@@ -36,8 +32,8 @@ StepClock realStepClock() {
     return [=] { return elapsed.elapsed(); };
 }
 
-QtDesktop::QtDesktop(Clock clock, StepClock stepClock)
-    : m_clock(std::move(clock)), m_stepClock(std::move(stepClock)) {}
+QtDesktop::QtDesktop(Gate& gate, Clock clock, StepClock stepClock)
+    : m_gate(gate), m_clock(std::move(clock)), m_stepClock(std::move(stepClock)) {}
 
 void QtDesktop::showLineError(const std::string& text) {
     QMessageBox box(QMessageBox::Warning, QStringLiteral("Wendmark"), toQString(text), QMessageBox::Ok,
@@ -47,20 +43,17 @@ void QtDesktop::showLineError(const std::string& text) {
 }
 
 void QtDesktop::processPendingEvents() {
-    QTimer heartbeat;
-    heartbeat.start(longestRest);
-    QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    m_gate.handleEvents();
 }
 
 void QtDesktop::stayResponsive() {
-    if (m_betweenSteps)
+    if (m_gate.isClosed())
         return;
     if (!m_firstStep) {
         m_firstStep = m_stepClock();
         QCoreApplication::postEvent(this, new QEvent(QEvent::User)); // Comes when events are handled.
     } else if (m_stepClock() - *m_firstStep >= longestSilence) {
-        const QScopedValueRollback between(m_betweenSteps, true);
-        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        m_gate.breathe();
     }
 }
 

@@ -20,13 +20,16 @@ using StepClock = std::function<qint64()>;
 /// A clock that counts the system's time from now on.
 StepClock realStepClock();
 
+class Gate;
+
 /// The desktop of the window program.
 class QtDesktop final : public QObject, public Desktop {
     Q_OBJECT
 
 public:
-    /// `stepClock` tells how long a command has kept the windows waiting.
-    explicit QtDesktop(Clock clock = realClock(), StepClock stepClock = realStepClock());
+    /// Every wait goes through the gate, which must outlive the desktop. `stepClock` tells how long a command
+    /// has kept the windows waiting.
+    explicit QtDesktop(Gate& gate, Clock clock = realClock(), StepClock stepClock = realStepClock());
 
     void showLineError(const std::string& text) override;
     void processPendingEvents() override;
@@ -34,10 +37,6 @@ public:
     float timeOfDay() override { return m_clock(); }
     void navigateMainBrowser(const std::string& address) override;
     void setBusyPointer(Pointer pointer) override;
-
-    /// Whether events are being handled between the steps of a command, which has left the tour half done:
-    /// whatever reads or changes the tour must wait.
-    bool isBetweenSteps() const { return m_betweenSteps; }
 
     /// Sounds the system's beep: the command cannot be done here.
     void beep();
@@ -50,10 +49,10 @@ protected:
     void customEvent(QEvent* event) override;
 
 private:
+    Gate& m_gate;
     Clock m_clock;
     StepClock m_stepClock;
     bool m_hourglass = false;
-    bool m_betweenSteps = false;
     std::optional<qint64> m_firstStep; ///< When the first step after events were handled was.
 };
 

@@ -9,14 +9,14 @@
 
 namespace wendmark {
 
-struct TourContext;
+class TourDocument;
 
 /// Watches the tour that is being edited and keeps what is not saved. Nobody tells it of changes: call
 /// check() once a second or more often.
 class RecoveryKeeper final {
 public:
     /// Both must outlive the keeper.
-    RecoveryKeeper(TourContext& tour, RecoveryStore& store);
+    RecoveryKeeper(TourDocument& tour, RecoveryStore& store);
 
     /// The texts in the narration editor, none when there is nothing to apply. Called by check(); may be
     /// empty.
@@ -37,6 +37,9 @@ public:
 
     void discard(const RecoverySession& session) { m_store.discard(session); }
 
+    /// Whether there is work that is nowhere on the disk but with this keeper.
+    bool holdsUnsaved();
+
     /// The program ends by itself: nothing is left to recover.
     void forget();
 
@@ -53,7 +56,7 @@ private:
     bool isAsSaved(const AuthorsFiles& files);
     bool isAsInItsFolder(const std::string& name) const;
 
-    TourContext& m_tour;
+    TourDocument& m_tour;
     RecoveryStore& m_store;
     std::optional<State> m_checked; ///< Nothing to do while the tour is still this.
     std::string m_savedWork;        ///< Of the tour as it was saved.

@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::size_t timeDigits = 12;
 constexpr std::size_t counterDigits = 6;
+constexpr std::string_view tourFileName = "tour.txt";
 
 std::string padded(std::int64_t number, std::size_t digits) {
     const std::string text = std::to_string(number);
@@ -39,6 +40,28 @@ std::string nameAfter(const std::vector<std::string>& names, std::int64_t now) {
                       numberIn(latest.substr(std::min(timeDigits + 1, latest.size()), counterDigits)) + 1);
 }
 
+std::vector<std::string> scriptNames(const std::string& own) {
+    return files::list(own, files::Links::insideFolder, "0*.txt").names;
+}
+
+/// Appends the scripts in a folder of one tour.
+void addScriptsIn(const std::string& own, std::vector<SavedScript>& scripts) {
+    std::string tourPath = files::read(files::join(own, tourFileName)).bytes;
+    if (tourPath.ends_with('\n'))
+        tourPath.pop_back();
+    for (const std::string& name : scriptNames(own)) {
+        const std::int64_t time = numberIn(std::string_view(name).substr(0, timeDigits));
+        scripts.push_back({files::join(own, name), time, tourPath});
+    }
+}
+
+/// Those of one time in the order of their saves, which their names tell.
+void sortLatestFirst(std::vector<SavedScript>& scripts) {
+    std::ranges::stable_sort(scripts, [](const SavedScript& left, const SavedScript& right) {
+        return left.time != right.time ? left.time > right.time : left.path > right.path;
+    });
+}
+
 } // namespace
 
 std::string folderNameFor(std::string_view path) {
@@ -57,17 +80,33 @@ Outcome keepSavedScript(const std::string& folder, const std::string& tourPath, 
                         std::int64_t now) {
     const std::string own = files::join(folder, folderNameFor(tourPath));
     Outcome outcome = files::makeFolders(own);
-    if (outcome.ok() && !files::canBeRead(files::join(own, "tour.txt")))
-        outcome = files::write(files::join(own, "tour.txt"), tourPath + "\n");
+    if (outcome.ok() && !files::canBeRead(files::join(own, tourFileName)))
+        outcome = files::write(files::join(own, tourFileName), tourPath + "\n");
     if (!outcome.ok())
         return outcome;
-    std::vector<std::string> names = files::list(own, files::Links::insideFolder, "0*.txt").names;
+    const std::vector<std::string> names = scriptNames(own);
     if (!names.empty() && files::read(files::join(own, names.back())).bytes == script)
         return outcome;
     outcome = files::write(files::join(own, nameAfter(names, now)), script);
     for (std::size_t i = 0; outcome.ok() && i + savedScriptsKept <= names.size(); ++i)
         outcome = files::remove(files::join(own, names[i]));
     return outcome;
+}
+
+std::vector<SavedScript> savedScriptsOf(const std::string& folder, const std::string& tourPath) {
+    std::vector<SavedScript> scripts;
+    if (!tourPath.empty())
+        addScriptsIn(files::join(folder, folderNameFor(tourPath)), scripts);
+    sortLatestFirst(scripts);
+    return scripts;
+}
+
+std::vector<SavedScript> savedScriptsOfAllTours(const std::string& folder) {
+    std::vector<SavedScript> scripts;
+    for (const std::string& own : files::listFolders(folder).names)
+        addScriptsIn(files::join(folder, own), scripts);
+    sortLatestFirst(scripts);
+    return scripts;
 }
 
 } // namespace wendmark

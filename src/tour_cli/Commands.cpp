@@ -1,9 +1,9 @@
 #include "tour_cli/Commands.h"
 
 #include "base/Files.h"
-#include "model/ReservedFolders.h"
 #include "commands/TourCommands.h"
 #include "commands/TourSave.h"
+#include "model/ReservedFolders.h"
 #include "tour_cli/Folders.h"
 #include "tour_cli/TourRun.h"
 #include "tour_cli/TourTarget.h"

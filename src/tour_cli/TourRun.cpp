@@ -1,7 +1,7 @@
 #include "tour_cli/TourRun.h"
 
-#include "model/ScriptFile.h"
 #include "commands/TourCommands.h"
+#include "model/ScriptFile.h"
 
 #include <ostream>
 

@@ -6,24 +6,28 @@ class QWebEngineProfile;
 
 namespace wendmark {
 
+class Gate;
+class HtmlEditor;
 class QtDesktop;
 class RecoveryKeeper;
 class Registry;
 class SettingsStore;
-struct HandOver;
+class TourDocument;
+class TourFileNames;
 struct Options;
-struct TourContext;
 
 /// What the windows work with. Made in main(), outlives every window.
 struct ProgramParts {
-    TourContext& tour;
-    HandOver& handOver;
+    TourDocument& document;
+    Gate& gate;
     Options& options;
     QtDesktop& desktop;
     SettingsStore& settings;
     const Registry& registry;
     QWebEngineProfile& browserProfile;
     RecoveryKeeper& recovery;
+    TourFileNames& fileNames;
+    HtmlEditor& htmlEditor;
     std::string savedScripts; ///< Folder for the scripts of saved tours; made when it is needed.
 };
 

@@ -1,5 +1,5 @@
-#include "model/ScriptFile.h"
 #include "commands/TourCommands.h"
+#include "model/ScriptFile.h"
 #include "support/TestTour.h"
 #include "tour_cli/ProgramRun.h"
 

@@ -1,12 +1,12 @@
 #include "base/Files.h"
+#include "commands/TourCommands.h"
+#include "commands/TourSave.h"
 #include "hostile/Effort.h"
 #include "model/SiteLists.h"
 #include "publish/Framesets.h"
 #include "publish/StopPages.h"
 #include "publish/TemplateFiller.h"
-#include "commands/TourCommands.h"
 #include "publish/TourPages.h"
-#include "commands/TourSave.h"
 #include "support/TestTour.h"
 
 #include <gmock/gmock.h>

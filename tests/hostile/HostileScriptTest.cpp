@@ -1,6 +1,6 @@
+#include "commands/TourCommands.h"
 #include "hostile/Effort.h"
 #include "model/ScriptFile.h"
-#include "commands/TourCommands.h"
 #include "support/TestTour.h"
 
 #include <gmock/gmock.h>

@@ -119,10 +119,10 @@ TEST(ScriptReader, prematureEndAnywhereIsReportedWithTheCountOfAttempts) {
         return errors;
     };
     const std::vector<CutCase> cases = {
-        {0, prematureEnds({1}), -1},
-        {1, prematureEnds({2}), -1},
-        {9, prematureEnds({10}), -1},
-        {10, prematureEnds({11}), -1},
+        {0, prematureEnds({1}), 77},
+        {1, prematureEnds({2}), 77},
+        {9, prematureEnds({10}), 77},
+        {10, prematureEnds({11}), 77},
         {11, {}, 0},
         {12, {}, 0},
         {13, {}, 0},
@@ -146,7 +146,7 @@ TEST(ScriptReader, prematureEndAnywhereIsReportedWithTheCountOfAttempts) {
     for (const CutCase& cut : cases) {
         SCOPED_TRACE("cut after line " + std::to_string(cut.lines));
         TourModel before;
-        before.stops.setCount(-1);
+        before.stops.setCount(77);
         const Reading reading = read(workedScript(cut.lines), before);
         EXPECT_EQ(reading.errors, cut.errors);
         EXPECT_EQ(reading.model.stopCount(), cut.stopCount);

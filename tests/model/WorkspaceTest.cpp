@@ -467,7 +467,7 @@ TEST_F(WorkspaceTest, readOnlyTourFolderStaysAsItWas) {
     m_tour.writeWorking("script.txt", "new");
     writeTourFile("script.txt", "old");
     fs::permissions(m_workspace.tourPath(), fs::perms::owner_read | fs::perms::owner_exec |
-                                              fs::perms::others_read | fs::perms::others_exec);
+                                                fs::perms::others_read | fs::perms::others_exec);
     {
         const UnprivilegedUser nobody;
         m_workspace.copyWorkingCopyToTour();

@@ -2,7 +2,7 @@
 
 #include "commands/TourCommands.h"
 #include "commands/TourSave.h"
-#include "support/TestTour.h"
+#include "support/DocumentFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,24 +17,35 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 
+/// A tour with access to all of it.
+struct EditedTour {
+    test::DocumentFixture program;
+    TourDocument& document = program.document;
+    TourModel& model = TourDocumentAccess::model(document);
+    Workspace& workspace = TourDocumentAccess::workspace(document);
+    TourContext& context = TourDocumentAccess::context(document);
+    test::RecordingLog& log = program.log;
+
+    void writeWorking(const std::string& name, std::string_view bytes) const {
+        test::writeFile(workspace.workingFile(name), bytes);
+    }
+    std::string working(const std::string& name) const { return test::readFile(workspace.workingFile(name)); }
+};
+
 /// A program that is editing a tour of three stops.
 class Program final {
 public:
     explicit Program(std::string stateFolder)
-        : store(std::move(stateFolder), tour.log), keeper(tour.context, store) {
-        tour.useShippedTemplates();
-        startProgram(tour.context, tour.options);
-        loadTemplateTour(tour.context);
+        : store(std::move(stateFolder), tour.log), keeper(tour.document, store) {
+        tour.document.showTemplateTour();
     }
 
     void openTour(const std::string& folder) {
-        tour.workspace.initTourDefaults();
-        tour.workspace.setTourPath(folder);
-        wendmark::openTour(tour.context);
+        tour.program.openTour(folder);
         keeper.noteSaved();
     }
 
-    test::TestTour tour;
+    EditedTour tour;
     RecoveryStore store;
     RecoveryKeeper keeper;
 };
@@ -67,7 +78,7 @@ TEST_F(RecoveryKeeperTest, tourThatIsAsItWasSavedIsNotKept) {
 }
 
 TEST_F(RecoveryKeeperTest, everyKindOfChangeIsKept) {
-    const std::vector<std::function<void(test::TestTour&)>> changes = {
+    const std::vector<std::function<void(EditedTour&)>> changes = {
         [](auto& tour) { tour.model.tourTitle += "!"; },
         [](auto& tour) { tour.model.stops.setCount(2); },
         [](auto& tour) {
@@ -108,7 +119,8 @@ TEST_F(RecoveryKeeperTest, templateInPlaceOfATourOwnFileIsAChange) {
     program.tour.writeWorking("fr-logo.gif", "the author's"); // Written anew, with the same contents.
     program.keeper.check(1);
     EXPECT_THAT(found(), IsEmpty());
-    program.tour.writeWorking("fr-logo.gif", test::readFile(program.tour.workspace.templateFile("fr-logo.gif")));
+    program.tour.writeWorking("fr-logo.gif",
+                              test::readFile(program.tour.workspace.templateFile("fr-logo.gif")));
     program.keeper.check(2);
     EXPECT_THAT(found(), SizeIs(1));
 }

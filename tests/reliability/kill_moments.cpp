@@ -19,8 +19,6 @@ namespace wendmark::test {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 /// Looks of the recovery that begin after a change and before the kill. The first one keeps the change, and
 /// is over when the second begins. How much time lies between two looks is up to the machine.
 constexpr int mostLooks = 1;

@@ -4,6 +4,7 @@
 #include "platform/Strings.h"
 #include "publish/StopPages.h"
 #include "ui/dialogs/DialogParts.h"
+#include "ui/dialogs/WizardState.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmHelp.h"
 #include "ui/dialogs/frmLaunch.h"
@@ -164,54 +165,51 @@ private:
     }
 
     void takeDialogs() {
-        HandOver& handOver = m_program.handOver;
-        handOver.wizardTourName = "Rivers of Europe";
-        handOver.wizardTourTitle = "The rivers of Europe, from their springs to the sea";
-        Workspace& workspace = m_program.workspace;
+        WizardState state;
+        state.wizardTourName = "Rivers of Europe";
+        state.wizardTourTitle = "The rivers of Europe, from their springs to the sea";
+        const Workspace& workspace = m_program.workspace;
         frmSplash splash;
         takeDialog(splash);
-        frmWizard1 first(handOver);
+        frmWizard1 first(state);
         takeDialog(first);
-        frmWizard2 second(handOver, true);
+        frmWizard2 second(state, true);
         takeDialog(second);
-        frmWizard3 third(handOver, workspace, m_program.desktop);
+        frmWizard3 third(state, workspace.folders(), m_program.desktop);
         takeDialog(third);
-        frmSelectFolderOpen open(handOver, workspace);
+        frmSelectFolderOpen open(workspace.folders(), workspace.tourPath());
         takeDialog(open);
-        frmSelectFolderSave save(handOver, workspace);
+        frmSelectFolderSave save(workspace.folders());
         takeDialog(save);
         frmAbout about(m_program.registry);
         takeDialog(about);
         frmRecover recover({1700000000, workspace.tourPath(), m_program.model, {}});
         takeDialog(recover);
-        takeSettingsDialogs(handOver);
-        takeSmallDialogs(handOver);
+        takeSettingsDialogs();
+        takeSmallDialogs();
     }
 
-    void takeSettingsDialogs(HandOver& handOver) {
+    void takeSettingsDialogs() {
         frmOptions options(m_program.options);
         takeDialog(options);
-        frmLaunch launching(m_program.tour, m_program.desktop);
+        frmLaunch launching(m_program.document, m_program.desktop);
         takeDialog(launching);
-        frmPrint print(m_program.tour, handOver, m_program.desktop);
+        frmPrint print(m_program.document, {}, m_program.desktop);
         takeDialog(print);
         for (int tab = 0; tab < 5; ++tab) {
-            frmPropTab properties(m_program.tour, handOver, m_program.desktop);
+            frmPropTab properties(m_program.document, {}, m_program.desktop);
             properties.findChild<QTabWidget*>(QStringLiteral("TabStrip1"))->setCurrentIndex(tab);
             properties.setObjectName(QStringLiteral("frmPropTab-%1").arg(tab));
             takeDialog(properties);
         }
     }
 
-    void takeSmallDialogs(HandOver& handOver) {
-        handOver.dialogAnswer = "fr-logo.gif";
-        handOver.renameReason =
-            "which is essential for correct operation of the tour, and cannot be overwritten or replaced.";
-        frmRenameFile reserved(handOver);
+    void takeSmallDialogs() {
+        frmRenameFile reserved(
+            "fr-logo.gif",
+            "which is essential for correct operation of the tour, and cannot be overwritten or replaced.");
         takeDialog(reserved);
-        handOver.dialogAnswer = "notes.htm";
-        handOver.renameReason.clear();
-        frmRenameFile taken(handOver);
+        frmRenameFile taken("notes.htm", {});
         taken.setObjectName(QStringLiteral("frmRenameFile-without-reason"));
         takeDialog(taken);
         frmMessage message(QStringLiteral("Wendmark - HTML Editor not specified"),
@@ -221,7 +219,7 @@ private:
                                           "\r\n  Specify the path to the editor's EXE file."));
         takeDialog(message);
         frmWarnURL warning(
-            handOver, m_program.options, QStringLiteral("https://www.brenholt.example/history/bridges.htm"),
+            m_program.options, QStringLiteral("https://www.brenholt.example/history/bridges.htm"),
             QStringLiteral("https://www.brenholt.example/search?words=old+bridges+of+the+upper+"
                            "valley&page=2&order=newest&language=en"));
         takeDialog(warning);
@@ -259,13 +257,12 @@ private:
     }
 
     void takeDialogMessages() {
-        HandOver& handOver = m_program.handOver;
-        handOver.wizardTourName.clear();
-        frmWizard2 unnamed(handOver, true);
+        WizardState state;
+        frmWizard2 unnamed(state, true);
         takeNextMessage("name-missing");
         press(unnamed, QStringLiteral("btnNext"));
-        handOver.wizardTourName = "SampleTwo";
-        frmWizard3 reserved(handOver, m_program.workspace, m_program.desktop);
+        state.wizardTourName = "SampleTwo";
+        frmWizard3 reserved(state, m_program.workspace.folders(), m_program.desktop);
         takeNextMessage("sample-reserved");
         press(reserved, QStringLiteral("btnNext"));
         takeNextMessage("new-folder");

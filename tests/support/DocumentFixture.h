@@ -14,7 +14,7 @@ struct TourDocumentAccess {
     static TourModel& model(TourDocument& document) { return document.m_model; }
     static Workspace& workspace(TourDocument& document) { return document.m_workspace; }
     static TourContext& context(TourDocument& document) { return document.m_context; }
-    static std::uint64_t lastNumber(const TourDocument& document) { return document.m_lastNumber; }
+    static std::uint64_t lastNumber(const TourDocument& document) { return document.m_timeline.lastNumber(); }
 };
 
 namespace test {

@@ -1,6 +1,6 @@
-#include "model/ScriptFile.h"
 #include "commands/TourCommands.h"
 #include "commands/TourSave.h"
+#include "model/ScriptFile.h"
 #include "support/TestTour.h"
 #include "tour_cli/TourFixture.h"
 

@@ -3,6 +3,7 @@
 #include "ui/Messages.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/Spinner.h"
+#include "ui/dialogs/WizardState.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmHelp.h"
 #include "ui/dialogs/frmLaunch.h"
@@ -64,7 +65,7 @@ struct DialogCase {
 };
 
 void runProperties(UiFixture& program, int tab) {
-    frmPropTab dialog(program.tour, program.handOver, program.desktop);
+    frmPropTab dialog(program.document, {}, program.desktop);
     dialog.findChild<QTabWidget*>(QStringLiteral("TabStrip1"))->setCurrentIndex(tab);
     runDialog(dialog);
 }
@@ -72,33 +73,37 @@ void runProperties(UiFixture& program, int tab) {
 /// Every modal dialog and each kind of message box, as the program shows it.
 constexpr DialogCase dialogs[] = {
     {"frmWizard1",
-     [](UiFixture& program) {
-         frmWizard1 page(program.handOver);
+     [](UiFixture&) {
+         WizardState state;
+         frmWizard1 page(state);
          runDialog(page);
      }},
     {"frmWizard2",
-     [](UiFixture& program) {
-         frmWizard2 page(program.handOver, true);
+     [](UiFixture&) {
+         WizardState state;
+         frmWizard2 page(state, true);
          runDialog(page);
      }},
     {"frmWizard2 without a page before it",
-     [](UiFixture& program) {
-         frmWizard2 page(program.handOver, false);
+     [](UiFixture&) {
+         WizardState state;
+         frmWizard2 page(state, false);
          runDialog(page);
      }},
     {"frmWizard3",
      [](UiFixture& program) {
-         frmWizard3 page(program.handOver, program.workspace, program.desktop);
+         WizardState state;
+         frmWizard3 page(state, program.workspace.folders(), program.desktop);
          runDialog(page);
      }},
     {"frmSelectFolderOpen",
      [](UiFixture& program) {
-         frmSelectFolderOpen dialog(program.handOver, program.workspace);
+         frmSelectFolderOpen dialog(program.workspace.folders(), program.workspace.tourPath());
          runDialog(dialog);
      }},
     {"frmSelectFolderSave",
      [](UiFixture& program) {
-         frmSelectFolderSave dialog(program.handOver, program.workspace);
+         frmSelectFolderSave dialog(program.workspace.folders());
          runDialog(dialog);
      }},
     {"frmAbout",
@@ -108,7 +113,7 @@ constexpr DialogCase dialogs[] = {
      }},
     {"frmWarnURL",
      [](UiFixture& program) {
-         frmWarnURL dialog(program.handOver, program.options, "http://old.example/", "http://new.example/");
+         frmWarnURL dialog(program.options, "http://old.example/", "http://new.example/");
          runDialog(dialog);
      }},
     {"frmOptions",
@@ -123,12 +128,12 @@ constexpr DialogCase dialogs[] = {
     {"frmPropTab, Logo", [](UiFixture& program) { runProperties(program, 4); }},
     {"frmLaunch",
      [](UiFixture& program) {
-         frmLaunch dialog(program.tour, program.desktop);
+         frmLaunch dialog(program.document, program.desktop);
          runDialog(dialog);
      }},
     {"frmPrint",
      [](UiFixture& program) {
-         frmPrint dialog(program.tour, program.handOver, program.desktop);
+         frmPrint dialog(program.document, {}, program.desktop);
          auto* const selected = dialog.findChild<QRadioButton*>(QStringLiteral("optSelStops"));
          selected->setChecked(true);
          selected->setFocus();
@@ -140,9 +145,8 @@ constexpr DialogCase dialogs[] = {
          runDialog(dialog);
      }},
     {"frmRenameFile",
-     [](UiFixture& program) {
-         program.handOver.dialogAnswer = "page.htm";
-         frmRenameFile dialog(program.handOver);
+     [](UiFixture&) {
+         frmRenameFile dialog("page.htm", {});
          runDialog(dialog);
      }},
     {"frmMessage",
@@ -155,7 +159,8 @@ constexpr DialogCase dialogs[] = {
     {"line error", [](UiFixture& program) { program.desktop.showLineError("Premature end of file"); }},
     {"name of a new folder",
      [](UiFixture& program) {
-         frmWizard3 page(program.handOver, program.workspace, program.desktop);
+         WizardState state;
+         frmWizard3 page(state, program.workspace.folders(), program.desktop);
          press(page, QStringLiteral("btnCreate"));
      }},
 };

@@ -126,11 +126,24 @@ const QList<Command>& commands() {
         {"mnuFileSaveAs", nullptr, "Ctrl+Shift+S",
          [](Program&, const Give& give) { opens("frmSelectFolderSave", give); }},
         {"mnuFilePrint", "Print", "Ctrl+P", [](Program&, const Give& give) { opens("frmPrint", give); }},
+        {"mnuFileEarlier", nullptr, nullptr,
+         [](Program&, const Give& give) { opens("frmEarlierSaves", give); }},
         {"mnuFileExit", nullptr, "Ctrl+Q",
          [](Program& program, const Give& give) {
              const QSignalSpy closed(&program.window, &frmMain::closed);
              give();
              QCOMPARE(closed.count(), 1);
+         }},
+        {"mnuEditUndo", nullptr, "Ctrl+Z",
+         [](Program& program, const Give& give) {
+             program.window.insertStop();
+             makes(program, "1234@2", give);
+         }},
+        {"mnuEditRedo", nullptr, "Ctrl+Shift+Z",
+         [](Program& program, const Give& give) {
+             program.window.insertStop();
+             program.window.undo();
+             makes(program, "12e34@3", give);
          }},
         {"mnuEditProperties", "Properties", "F3",
          [](Program&, const Give& give) { opens("frmPropTab", give); }},

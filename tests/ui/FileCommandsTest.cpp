@@ -1,6 +1,6 @@
+#include "commands/TourSave.h"
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
-#include "commands/TourSave.h"
 #include "ui/main/frmMain.h"
 #include "ui/support/UiFixture.h"
 
@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
@@ -61,6 +62,20 @@ void expectMessage(const QString& titleAndText) {
     });
 }
 
+/// Save, which has to ask for the folder.
+void saveIntoAnotherFolder(UiFixture& program, frmMain& window) {
+    onNextDialog([](QDialog& dialog) {
+        QCOMPARE(dialog.objectName(), QString("frmSelectFolderSave"));
+        field(dialog, "txtTourName").setText("another");
+        press(dialog, "btnOK");
+    });
+    window.save();
+    QCOMPARE(test::dialogsExpected(), 0);
+    const QString another = program.path("MyTours/another");
+    QVERIFY(QFile::exists(another + "/playtour.htm"));
+    QCOMPARE(program.document.shownTourPath(), toUtf8(another));
+}
+
 void closeWizardAtStart(frmMain& window) {
     onNextDialog([](QDialog& page) { page.close(); });
     window.load();
@@ -99,7 +114,7 @@ private slots:
         QCOMPARE(program.workspace.tourPath(), toUtf8(program.path("MyTours/Garden")));
         QCOMPARE(program.model.tourTitle, toUtf8("My \u2192 garden"));
         QVERIFY(!program.model.tourChanged);
-        QVERIFY(program.handOver.saveFolderChosen);
+        QVERIFY(program.document.hasFolder());
         QVERIFY(QFile::exists(program.path("MyTours/Garden/playtour.htm")));
         QVERIFY(
             test::readFile(toUtf8(program.path("MyTours/Garden/script.txt"))).find("My &#8594; garden\r\n") !=
@@ -149,7 +164,7 @@ private slots:
         window.load();
     }
 
-    void folderThatExistsIsRefusedAndTheOldTourPathHoldsAfterCancelling() {
+    void folderThatExistsIsRefusedStaysOnShowAndIsNeverSavedInto() {
         UiFixture program;
         frmMain window(program.parts());
         window.load(program.makeTour("first", 1));
@@ -163,8 +178,10 @@ private slots:
             page.close();
         });
         window.newTour();
-        QCOMPARE(QDir(taken).entryList(QDir::Files), QStringList{"script.txt"});
+        QCOMPARE(program.document.shownTourPath(), toUtf8(taken));
         QCOMPARE(program.workspace.tourPath(), toUtf8(program.path("MyTours/first")));
+        saveIntoAnotherFolder(program, window);
+        QCOMPARE(QDir(taken).entryList(QDir::Files), QStringList{"script.txt"});
     }
 
     void namesThatLookLikeTheSampleAreRefusedInTheDefaultFolderOnly() {
@@ -358,8 +375,9 @@ private slots:
         QVERIFY(!program.model.tourChanged);
         QCOMPARE(program.model.narHeight, std::int16_t{100});
         QCOMPARE(program.model.stopCount(), std::int16_t{2});
-        QVERIFY(!program.handOver.openFolderChosen);
         QCOMPARE(program.workspace.tourPath(), toUtf8(program.path("MyTours/walk")));
+        window.undo();
+        QCOMPARE(program.model.narHeight, std::int16_t{200});
     }
 
     void folderWithoutAScriptIsDefective() {
@@ -382,7 +400,6 @@ private slots:
             press(dialog, "btnOK");
         });
         window.openTour();
-        QVERIFY(program.handOver.openFolderChosen);
         QCOMPARE(program.workspace.tourPath(), toUtf8(program.path("MyTours/walk")));
     }
 
@@ -458,7 +475,7 @@ private slots:
         QVERIFY(QFile::exists(program.working("link.txt")));
     }
 
-    void saveAsRefusesBlankTakenAndSampleNames() {
+    void saveAsRefusesBlankTakenAndSampleNamesAndSaveThenAsks() {
         UiFixture program;
         frmMain window(program.parts());
         window.load(program.makeTour("walk", 1));
@@ -478,8 +495,69 @@ private slots:
             press(dialog, "btnCancel");
         });
         window.saveAs();
-        QVERIFY(!program.handOver.saveFolderChosen);
+        QCOMPARE(program.document.shownTourPath(), toUtf8(program.path("MyTours/Sample")));
         QCOMPARE(program.workspace.tourPath(), toUtf8(program.path("MyTours/walk")));
+        const auto sample = test::folderContents(toUtf8(program.path("MyTours/Sample")));
+        saveIntoAnotherFolder(program, window);
+        QCOMPARE(test::folderContents(toUtf8(program.path("MyTours/Sample"))), sample);
+    }
+
+    void commandsGivenInTheWaitOfASaveRunAfterIt() {
+        UiFixture program;
+        frmMain window(program.parts());
+        window.load(program.makeTour("walk", 2));
+        bool waited = false;
+        QTimer::singleShot(0, &window, [&] {
+            waited = program.gate.isClosed();
+            window.insertStop();
+            window.save();
+            window.close();
+            QCOMPARE(program.model.stopCount(), std::int16_t{2});
+            QCOMPARE(program.filesOf("NewTour").contains("script1.txt"), false);
+        });
+        QSignalSpy closed(&window, &frmMain::closed);
+        window.save();
+        QVERIFY(waited);
+        QVERIFY(closed.isEmpty());
+        QVERIFY(test::waitUntil([&] { return !closed.isEmpty(); }));
+        QCOMPARE(program.filesOf("NewTour"), QStringList{"script1.txt"});
+        QVERIFY(test::readFile(toUtf8(program.path("MyTours/walk/script.txt"))).find("Stop3") !=
+                std::string::npos);
+    }
+
+    void commandsGivenWhileTheProgramEndsAreNotDone() {
+        UiFixture program;
+        frmMain window(program.parts());
+        window.load(program.makeTour("walk", 2));
+        bool waited = false;
+        QTimer::singleShot(0, &window, [&] {
+            waited = program.gate.isClosed();
+            window.insertStop();
+            window.save();
+        });
+        QVERIFY(window.close());
+        QVERIFY(waited);
+        QVERIFY(test::waitUntil([&] { return program.gate.isOpen(); }));
+        QCOMPARE(program.filesOf("NewTour"), QStringList{"script1.txt"});
+    }
+
+    void saveOverAScriptThatHoldsNoTourAsksFirst() {
+        UiFixture program;
+        const std::string script = toUtf8(program.path("MyTours/blank/script.txt"));
+        test::writeFile(script, "");
+        frmMain window(program.parts());
+        expectMessage("Wendmark|Premature end of file in line 1");
+        window.load(program.path("MyTours/blank"));
+        for (const char* answer : {"No", "Yes"}) {
+            QCOMPARE(test::readFile(script), std::string());
+            onNextDialog([answer](QDialog& question) {
+                QVERIFY(textOf(question).contains("holds no tour"));
+                press(question, answer);
+            });
+            window.save();
+        }
+        QVERIFY(!test::readFile(script).empty());
+        window.save(); // Agreed once and for all.
     }
 
     void closingDuringSaveAsWaitsForTheSave() {

@@ -10,6 +10,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
+#include <functional>
 #include <memory>
 
 namespace wendmark {
@@ -39,6 +40,29 @@ QString verdict(const SiteEditor& open) {
     });
     open.click("Test");
     return text;
+}
+
+/// Gives a command while "Use this Site" tests the page that is shown, whose server takes a second, and waits
+/// until both have ended.
+void useSiteAnd(SiteEditor& open, const std::function<void()>& command) {
+    open.server.answer("/plain.htm", {200, {}, "<title>Plain</title>", 1000});
+    bool given = false;
+    QTimer::singleShot(300, &open.window, [&] {
+        given = open.program.gate.isLookedThrough();
+        command();
+    });
+    open.click("Yes");
+    QVERIFY(given);
+    QVERIFY(waitUntil([&] { return open.program.gate.isOpen(); }));
+    QCOMPARE(test::dialogsExpected(), 0);
+}
+
+/// Answers the next question, and says that the stop had its address already when it came.
+void onQuestionAfterTheTest(const SiteEditor& open, const QString& answer) {
+    onNextDialog([&open, answer](QDialog& dialog) {
+        QCOMPARE(open.stopURL(2), toUtf8(open.served("/plain.htm")));
+        press(dialog, answer);
+    });
 }
 
 } // namespace
@@ -248,9 +272,113 @@ private slots:
         open.server.answer("/plain.htm", {200, {}, "x", 0, test::LoopbackServer::Answer::Kind::withoutEnd});
         QTimer::singleShot(300, &open.window, [&] { open.editor().close(); });
         open.click("Yes");
-        QVERIFY(!open.isOpen());
+        QVERIFY(waitUntil([&] { return !open.isOpen(); }));
         QCOMPARE(open.stopURL(2), std::string("newpage.htm"));
         QVERIFY(QApplication::overrideCursor() == nullptr);
+    }
+
+    void escapeGivesTheTestUpAsNoDoes() {
+        SiteEditor open;
+        open.visit(open.served("/plain.htm"));
+        open.server.answer("/plain.htm", {200, {}, "x", 0, test::LoopbackServer::Answer::Kind::withoutEnd});
+        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTimer::singleShot(300, &open.window,
+                           [&] { QTest::keyClick(open.editor().windowHandle(), Qt::Key_Escape); });
+        onMessageWindow(caption, timedOut);
+        open.click("Yes");
+        QCOMPARE(test::dialogsExpected(), 0);
+        QCOMPARE(open.stopURL(2), std::string("newpage.htm"));
+        QVERIFY(open.isOpen());
+        QVERIFY(open.control<QToolButton>("Yes").isEnabled());
+        QTRY_VERIFY(open.browser().locationURL().endsWith("/plain.htm"));
+        open.program.desktop.setBusyPointer(Desktop::Pointer::standard);
+    }
+
+    void siteFrameGivenDuringATestWaitsForItsEndAndStoresNothingElse() {
+        SiteEditor open;
+        open.visit(open.served("/plain.htm"));
+        useSiteAnd(open, [&] { open.window.runToolBarCommand("EdBro"); });
+        QCOMPARE(open.stopURL(2), toUtf8(open.served("/plain.htm")));
+        QCOMPARE(open.editor().siteEditURL(), open.stopURL(2));
+        QCOMPARE(open.editor().siteEditResult(), std::string());
+        QVERIFY(open.shows("/plain.htm"));
+        QCOMPARE(open.stopURL(1), std::string("newpage.htm"));
+        QCOMPARE(open.stopURL(3), std::string("newpage.htm"));
+    }
+
+    void openGivenDuringATestWaitsForItsEndAndTheNewTourGetsNothingOfTheOld() {
+        SiteEditor open;
+        const QString other = open.program.makeTour("other", 3);
+        const std::string bookmarks = "http://127.0.0.1:1/other\r\nnote\r\n16777215\r\n";
+        test::writeFile(toUtf8(other) + "/goodlist.txt", bookmarks);
+        open.visit(open.served("/plain.htm"));
+        open.click("btnSave");
+        onQuestionAfterTheTest(open, "Yes");
+        onNextDialog([&](QDialog& dialog) {
+            test::selectFolder(dialog, other);
+            open.program.clockStep = 0.5F; // Opening waits a while.
+            press(dialog, "btnOK");
+        });
+        useSiteAnd(open, [&] { open.window.openTour(); });
+        QVERIFY(waitUntil([&] { return !open.isOpen(); }));
+        QCOMPARE(toQString(open.program.workspace.tourPath()), other);
+        for (int stop = 1; stop <= 3; ++stop)
+            QCOMPARE(open.stopURL(stop), std::string("newpage.htm"));
+        QCOMPARE(test::readFile(toUtf8(open.program.working("goodlist.txt"))), bookmarks);
+        QVERIFY(!QFile::exists(open.program.working("brhist.txt")));
+    }
+
+    void newGivenDuringATestWaitsForItsEndAndTheNewTourGetsNothingOfTheOld() {
+        SiteEditor open;
+        open.visit(open.served("/plain.htm"));
+        open.click("btnSave");
+        onQuestionAfterTheTest(open, "Yes");
+        onNextDialog([](QDialog& wizard) {
+            wizard.findChild<QLineEdit*>("txtTourName")->setText("garden");
+            wizard.findChild<QLineEdit*>("txtTitle")->setText("Garden");
+            press(wizard, "btnNext");
+        });
+        onNextDialog([&](QDialog& wizard) {
+            open.program.clockStep = 0.5F; // Saving waits a while.
+            press(wizard, "btnNext");
+        });
+        useSiteAnd(open, [&] { open.window.newTour(); });
+        QVERIFY(waitUntil([&] { return !open.isOpen(); }));
+        QCOMPARE(open.program.model.tourTitle, std::string("Garden"));
+        for (const Stop& stop : open.program.model.stops)
+            QCOMPARE(stop.stopURL, std::string("newpage.htm"));
+        QVERIFY(!QFile::exists(open.program.working("brhist.txt")));
+        QVERIFY(!QFile::exists(open.program.working("goodlist.txt")));
+    }
+
+    void movingToAnotherStopDuringATestStoresWhereTheAuthorBegan() {
+        SiteEditor open;
+        open.visit(open.served("/plain.htm"));
+        std::int16_t stopDuringTheTest = 0;
+        useSiteAnd(open, [&] {
+            open.window.next();
+            stopDuringTheTest = open.program.model.currentStop;
+        });
+        QCOMPARE(stopDuringTheTest, std::int16_t{3});
+        QCOMPARE(open.program.model.currentStop, std::int16_t{3});
+        QCOMPARE(open.stopURL(2), toUtf8(open.served("/plain.htm")));
+        QCOMPARE(open.stopURL(3), std::string("newpage.htm"));
+        const auto page = test::readFile(toUtf8(open.program.working("page2.htm")));
+        QVERIFY(page.find(open.stopURL(2)) != std::string::npos);
+    }
+
+    void insertedStopDuringATestWaitsForItsEnd() {
+        SiteEditor open;
+        open.visit(open.served("/plain.htm"));
+        std::int16_t stopsDuringTheTest = 0;
+        useSiteAnd(open, [&] {
+            open.window.insertStop();
+            stopsDuringTheTest = open.program.model.stopCount();
+        });
+        QCOMPARE(stopsDuringTheTest, std::int16_t{3});
+        QCOMPARE(open.program.model.stopCount(), std::int16_t{4});
+        QCOMPARE(open.stopURL(2), toUtf8(open.served("/plain.htm")));
+        QCOMPARE(open.stopURL(3), std::string("newpage.htm"));
     }
 
     void dialogTellsTheVerdict_data() {

@@ -1,4 +1,3 @@
-#include "ui/HandOver.h"
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
 #include "platform/Tasks.h"
@@ -7,6 +6,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QTest>
+#include <QTimer>
 
 namespace wendmark {
 
@@ -18,6 +18,7 @@ using test::waitUntil;
 
 namespace {
 
+const QString writtenByUs = QStringLiteral("which Wendmark writes itself, so that your file would be lost.");
 const QString reserved = QStringLiteral(
     "which is essential for correct operation of the tour, and cannot be overwritten or replaced.");
 
@@ -180,6 +181,57 @@ private slots:
         QCOMPARE(local.titleOf("free one.htm"), QString("Mine.htm"));
     }
 
+    void generatedNamesAreNotFreeAfterTheQuestionsOfOtherNames_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("isThere");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("page of a stop") << "page1.htm" << true << writtenByUs;
+        QTest::newRow("page of a stop that may come") << "page77.htm" << false << writtenByUs;
+        QTest::newRow("page that tests frames") << "ft.htm" << false << writtenByUs;
+        QTest::newRow("frameset of a saved tour") << "playtour.htm" << true << writtenByUs;
+        QTest::newRow("launching point") << "_tourlaunch1.htm" << false << writtenByUs;
+        QTest::newRow("contents, of which there is a template") << "toc.htm" << false << reserved;
+    }
+    void generatedNamesAreNotFreeAfterTheQuestionsOfOtherNames() {
+        QFETCH(QString, name);
+        QFETCH(bool, isThere);
+        QFETCH(QString, reason);
+        LocalFile local;
+        if (isThere)
+            local.open.write(name, "written by the program");
+        onFileDialog(local.make(name.toUpper()));
+        if (isThere)
+            onOverwrite(name, "Yes");
+        onRename(name, reason, "Mine.htm");
+        local.select();
+        if (isThere)
+            QCOMPARE(local.titleOf(name), QString("written by the program"));
+        QCOMPARE(local.titleOf("mine.htm"), name.toUpper());
+        QVERIFY(local.open.shows("/NewTour/mine.htm"));
+    }
+
+    void closingTheWindowWhileTheCopyIsWaitedForClosesItAfterwards() {
+        LocalFile local;
+        int rounds = 0;
+        bool openMeanwhile = false;
+        QTimer clock;
+        clock.callOnTimeout([&] {
+            if (!local.open.program.gate.isClosed() || rounds++ > 0)
+                return;
+            local.open.editor().close();
+            openMeanwhile = local.open.isOpen();
+        });
+        clock.start(0);
+        onFileDialog(local.make("Mine.htm"));
+        local.open.program.clockStep = 0.01F; // Copying waits for some rounds of events.
+        local.open.click("btnSelectFile");
+        QVERIFY(rounds > 0);
+        QVERIFY(openMeanwhile);
+        QVERIFY(waitUntil([&] { return !local.open.isOpen(); }));
+        QVERIFY(local.open.program.gate.isOpen());
+        QCOMPARE(local.titleOf("mine.htm"), QString("Mine.htm"));
+    }
+
     void cancellingTheRenameDialogCopiesNothing() {
         LocalFile local;
         local.open.write("mine.htm", "old");
@@ -247,7 +299,7 @@ private slots:
                         "  Specify the path to the editor's EXE file.");
         local.open.click("Edit");
         QCOMPARE(test::dialogsExpected(), 0);
-        QCOMPARE(local.open.program.handOver.editorTaskId, 0);
+        QCOMPARE(local.open.program.htmlEditor.editorTaskId(), 0);
     }
 
     void editorGetsTheFileAsOneArgument_data() {
@@ -280,10 +332,10 @@ private slots:
         LocalFile local;
         local.open.visit(local.open.served("/plain.htm"));
         startEditor(local, creating());
-        const auto first = local.open.program.handOver.editorTaskId;
+        const auto first = local.open.program.htmlEditor.editorTaskId();
         QFile::remove(local.open.program.path("said.txt"));
         startEditor(local, creating());
-        QVERIFY(local.open.program.handOver.editorTaskId != first);
+        QVERIFY(local.open.program.htmlEditor.editorTaskId() != first);
     }
 
     void editorThatCannotBeStartedIsToldOf() {
@@ -293,7 +345,7 @@ private slots:
         onMessageWindow("Wendmark - HTML Editor", creating());
         local.open.click("Edit");
         QVERIFY(local.open.notice().contains("could not be started"));
-        QCOMPARE(local.open.program.handOver.editorTaskId, 0);
+        QCOMPARE(local.open.program.htmlEditor.editorTaskId(), 0);
         QVERIFY(local.open.program.log.failures.back().starts_with("cannot start the HTML editor"));
     }
 

@@ -25,7 +25,7 @@ class BetweenSteps final {
 public:
     BetweenSteps(UiFixture& program, std::function<void()> act) : m_act(std::move(act)) {
         QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this, &program] {
-            if (!program.desktop.isBetweenSteps())
+            if (!program.gate.isClosed())
                 return;
             ++turns;
             m_act();
@@ -88,9 +88,15 @@ private slots:
         BetweenSteps between(*m_program, [] {});
         openBig();
         QVERIFY(between.turns > 0);
-        const int whileOpening = between.turns;
-        m_window->save();
-        QVERIFY(between.turns > whileOpening);
+        const auto turnsOfASave = [&] {
+            const int before = between.turns;
+            m_window->save();
+            return between.turns - before;
+        };
+        everyStepTakes(0);
+        const int inItsPauses = turnsOfASave();
+        everyStepTakes(longestSilence);
+        QVERIFY(turnsOfASave() >= inItsPauses + stops);
         QCOMPARE(m_program->log.failures, std::vector<std::string>());
     }
 
@@ -99,7 +105,8 @@ private slots:
         BetweenSteps between(*m_program, [] {});
         everyStepTakes(0);
         openBig();
-        m_window->save();
+        m_window->insertStop();
+        QCOMPARE(m_program->model.stopCount(), std::int16_t(stops + 1));
         QCOMPARE(between.turns, 0);
         QCoreApplication::sendPostedEvents();
         everyStepTakes(longestSilence - 1);
@@ -112,7 +119,7 @@ private slots:
         int betweenSteps = 0;
         QObject events;
         QCoreApplication::sendPostedEvents();
-        QTimer::singleShot(0, &events, [&] { betweenSteps += m_program->desktop.isBetweenSteps() ? 1 : 0; });
+        QTimer::singleShot(0, &events, [&] { betweenSteps += m_program->gate.isClosed() ? 1 : 0; });
         m_program->desktop.stayResponsive();
         QCOMPARE(betweenSteps, 0);
         m_program->desktop.stayResponsive();
@@ -123,7 +130,7 @@ private slots:
         m_program->stepClock = realStepClock();
         int turns = 0;
         QObject events;
-        QTimer::singleShot(0, &events, [&] { turns += m_program->desktop.isBetweenSteps() ? 1 : 0; });
+        QTimer::singleShot(0, &events, [&] { turns += m_program->gate.isClosed() ? 1 : 0; });
         while (turns == 0) // As long as it takes; the step clock is not asked to be quick.
             m_program->desktop.stayResponsive();
         QCOMPARE(turns, 1);
@@ -182,7 +189,7 @@ private slots:
         int checksBetweenSteps = 0;
         m_program->recovery.unappliedTexts = [&]() -> std::optional<UnappliedTexts> {
             ++checks;
-            checksBetweenSteps += m_program->desktop.isBetweenSteps() ? 1 : 0;
+            checksBetweenSteps += m_program->gate.isClosed() ? 1 : 0;
             return std::nullopt;
         };
         BetweenSteps between(*m_program, [this] { test::fireClocks(*m_window); });

@@ -67,8 +67,9 @@ private slots:
         }
         QCOMPARE(titles, (QStringList{"&File", "&Edit", "&Stops", "&Navigate", "&View", "&Help"}));
         QCOMPARE(menus[0], (QStringList{"&New", "&Open...", "-", "&Save", "Save &As...", "-", "&Print...",
-                                        "-", "E&xit"}));
-        QCOMPARE(menus[1], (QStringList{"Tour &Properties", "&Site Frame", "&Narration Frame"}));
+                                        "-", "&Earlier Saves...", "E&xit"}));
+        QCOMPARE(menus[1],
+                 (QStringList{"&Undo", "&Redo", "-", "Tour &Properties", "&Site Frame", "&Narration Frame"}));
         QCOMPARE(menus[2], (QStringList{"&Insert", "&Delete", "-", "Move &Forward", "Move &Back"}));
         QCOMPARE(menus[3], (QStringList{"&Prev", "&Next", "&Stop"}));
         QCOMPARE(menus[4], (QStringList{"&Refresh", "&Options...", "&Launching Information"}));
@@ -151,7 +152,7 @@ private slots:
         QVERIFY(program.options.warnURLChange);
     }
 
-    void loadFillsTheWorkingCopyAndShowsTheTemplatesTour() {
+    void loadFillsTheWorkingCopyAndShowsTheTemplatesTourWithItsPages() {
         UiFixture program;
         program.model.tourChanged = true;
         program.model.currentStop = 7;
@@ -159,8 +160,11 @@ private slots:
         loadAndCloseWizard(window);
         QVERIFY(!program.model.tourChanged);
         QCOMPARE(program.model.currentStop, std::int16_t{0});
-        QCOMPARE(program.filesOf("NewTour"), program.filesOf("Template"));
-        QVERIFY(program.model.stopCount() > 0);
+        QCOMPARE(program.model.stopCount(), std::int16_t{2});
+        QStringList made = program.filesOf("NewTour");
+        for (const QString& name : program.filesOf("Template"))
+            QVERIFY2(made.removeAll(name) == 1, qPrintable(name));
+        QCOMPARE(made.join(' '), QString("page1.htm page2.htm tmpframe.htm"));
         QCOMPARE(test::dialogsExpected(), 0);
     }
 
@@ -207,9 +211,9 @@ private slots:
         const frmMain window(program.parts());
         auto* const box = window.findChild<QCheckBox*>("chkOffline");
         box->click();
-        QVERIFY(program.handOver.workOffline);
+        QVERIFY(window.isWorkingOffline());
         box->click();
-        QVERIFY(!program.handOver.workOffline);
+        QVERIFY(!window.isWorkingOffline());
     }
 
     void loadingIndicatorCyclesWhileBusyAndRestsOtherwise() {
@@ -233,6 +237,7 @@ private slots:
         QSignalSpy closed(&window, &frmMain::closed);
         window.show();
         QVERIFY(window.close());
+        QCoreApplication::processEvents();
         QCOMPARE(closed.count(), 1);
         QCOMPARE(program.filesOf("NewTour"), QStringList{"script1.txt"});
         QCOMPARE(test::readFile(toUtf8(program.working("script1.txt"))),

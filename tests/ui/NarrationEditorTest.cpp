@@ -23,6 +23,7 @@
 #include <QTest>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <QTimer>
 #include <QToolButton>
 #include <QWebEnginePage>
 #include <QWebEngineScript>
@@ -50,7 +51,7 @@ public:
         window.load(program.makeTour("walk", 3));
         window.show();
         program.model.autoInstruction = autoInstruction;
-        program.model.currentStop = 2;
+        program.document.goToStop(2);
         program.model.stops.at(2).stopInstruction = "Look at stop 2.";
         edit();
     }
@@ -111,13 +112,48 @@ void onImageDialog(const QString& path) {
     });
 }
 
-void onRename(const QString& clash, const QString& answer) {
+void onRename(const QString& clash, const QString& answer, const QString& reason = QString()) {
     onNextDialog([=](QDialog& dialog) {
         QCOMPARE(dialog.objectName(), QString("frmRenameFile"));
         QCOMPARE(dialog.findChild<QLabel*>("lblFile")->text(), clash);
+        QCOMPARE(dialog.findChild<QLabel*>("Label2")->text(), reason);
         dialog.findChild<QLineEdit*>("txtFile")->setText(answer);
         press(dialog, "OKButton");
     });
+}
+
+void expectOverwrite(const QString& name, const QString& answer) {
+    onNextDialog([=](QDialog& question) {
+        QCOMPARE(textOf(question), "Wendmark - File overwrite|There is already a file called " + name +
+                                       " in the tour folder. Do you want to overwrite this file?");
+        press(question, answer);
+    });
+}
+
+/// Answers the question whether the words that are not applied may go with their tour.
+void expectLeaving(const QString& answer) {
+    onNextDialog([=](QDialog& question) {
+        QCOMPARE(textOf(question), QString("Wendmark|The narration editor holds words that were not applied "
+                                           "to any stop. Do you want to leave the tour without them?"));
+        press(question, answer);
+    });
+}
+
+/// Opens the tour in this folder.
+void openOther(OpenEditor& open, const QString& folder) {
+    onNextDialog([=](QDialog& dialog) {
+        test::selectFolder(dialog, folder);
+        press(dialog, "btnOK");
+    });
+    open.window.openTour();
+    QCOMPARE(test::dialogsExpected(), 0);
+}
+
+/// Has the rename dialog say why a page cannot have a template's name; returns what it said.
+QString tellReasonForAPage(UiFixture& program) {
+    onNextDialog([](QDialog& dialog) { press(dialog, "CancelButton"); });
+    program.fileNames.nameForPage(QStringLiteral("page.htm"), nullptr);
+    return toQString(program.fileNames.renameReason());
 }
 
 /// A file to choose, outside of the tour.
@@ -339,6 +375,105 @@ private slots:
         QCOMPARE(open.title().text(), QString("Mine"));
     }
 
+    void wordsLeftByEscapeComeBackByUndo() {
+        OpenEditor open;
+        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTest::keyClicks(&open.title(), "!");
+        QTest::keyClicks(&open.text(), "Many words. ");
+        QTest::keyClicks(&open.instruction(), "Go. ");
+        QTest::keyClick(open.editor().windowHandle(), Qt::Key_Escape);
+        QVERIFY(!open.editor().isVisible());
+        open.edit();
+        QCOMPARE(open.title().text(), QString("Stop 2"));
+        QCOMPARE(open.text().toPlainText(), QString("Words of stop 2.\n"));
+        QCOMPARE(open.instruction().toPlainText(), QString("Look at stop 2."));
+        for (QWidget* const field :
+             {static_cast<QWidget*>(&open.title()), static_cast<QWidget*>(&open.text()),
+              static_cast<QWidget*>(&open.instruction())})
+            QTest::keyClick(field, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(open.title().text(), QString("!Stop 2"));
+        QCOMPARE(open.text().toPlainText(), QString("Many words. Words of stop 2.\n"));
+        QCOMPARE(open.instruction().toPlainText(), QString("Go. Look at stop 2."));
+    }
+
+    void textsOfTheStopAreWhereUndoEnds() {
+        OpenEditor open;
+        for (int i = 0; i < 3; ++i) {
+            open.title().undo();
+            open.text().undo();
+            open.instruction().undo();
+        }
+        QCOMPARE(open.title().text(), QString("Stop 2"));
+        QCOMPARE(open.text().toPlainText(), QString("Words of stop 2.\n"));
+        QCOMPARE(open.instruction().toPlainText(), QString("Look at stop 2."));
+    }
+
+    // Another tour
+
+    void anotherTourIsOpenedOnlyWhenTheWordsMayGo() {
+        OpenEditor open;
+        const QString other = open.program.makeTour("other", 1);
+        QTest::keyClicks(&open.text(), "Many words. ");
+        expectLeaving("No");
+        open.window.openTour();
+        QVERIFY(open.editor().isVisible());
+        QVERIFY(open.text().toPlainText().startsWith("Many words. "));
+        QCOMPARE(open.program.model.stopCount(), std::int16_t{3});
+
+        expectLeaving("Yes");
+        openOther(open, other);
+        QCOMPARE(open.program.model.stopCount(), std::int16_t{1});
+        QTRY_VERIFY(open.window.findChild<frmNarEdit*>() == nullptr);
+        open.program.model.currentStop = 1;
+        open.edit();
+        open.text().undo();
+        QCOMPARE(open.text().toPlainText(), QString("Words of stop 1.\n"));
+    }
+
+    void editorWithNothingToApplyIsClosedByAnotherTourWithoutAQuestion() {
+        OpenEditor open;
+        openOther(open, open.program.makeTour("other", 1));
+        QTRY_VERIFY(open.window.findChild<frmNarEdit*>() == nullptr);
+        QCOMPARE(open.program.model.stops.at(1).stopNarration, std::string("Words of stop 1.\r\n"));
+    }
+
+    void newTourIsBegunOnlyWhenTheWordsMayGo() {
+        OpenEditor open;
+        QTest::keyClicks(&open.text(), "Many words. ");
+        const QStringList before = open.program.filesOf("NewTour");
+        expectLeaving("No");
+        open.window.newTour();
+        QVERIFY(open.editor().isVisible());
+        QCOMPARE(open.program.filesOf("NewTour"), before);
+        expectLeaving("Yes");
+        onNextDialog([](QDialog& wizard) {
+            QCOMPARE(wizard.objectName(), QString("frmWizard2"));
+            wizard.reject();
+        });
+        open.window.newTour();
+        QVERIFY(open.editor().isVisible()); // No other tour has come.
+        QVERIFY(open.text().toPlainText().startsWith("Many words. "));
+    }
+
+    void undoOfOpenIsDoneOnlyWhenTheWordsMayGo() {
+        OpenEditor open;
+        open.program.model.currentStop = 0;
+        open.click("btnCancel");
+        openOther(open, open.program.makeTour("other", 1));
+        QTRY_VERIFY(open.window.findChild<frmNarEdit*>() == nullptr);
+        open.program.model.currentStop = 1;
+        open.edit();
+        QTest::keyClicks(&open.text(), "Many words. ");
+        expectLeaving("No");
+        open.window.undo();
+        QCOMPARE(open.program.model.stopCount(), std::int16_t{1});
+        QVERIFY(open.editor().isVisible());
+        expectLeaving("Yes");
+        open.window.undo();
+        QCOMPARE(open.program.model.stopCount(), std::int16_t{3});
+        QTRY_VERIFY(open.window.findChild<frmNarEdit*>() == nullptr);
+    }
+
     void windowTellsWhereApplyStores() {
         OpenEditor open;
         const QLabel& target = *open.editor().findChild<QLabel*>("lblTarget");
@@ -553,17 +688,87 @@ private slots:
     void imageOfATemplatesNameNeedsAnother() {
         OpenEditor open;
         open.fill("", 0, 0);
-        open.program.handOver.renameReason = "the reason of before";
+        const QString reason = tellReasonForAPage(open.program);
         onImageDialog(imageFile(open.program, "FR-Logo.gif"));
-        onRename("fr-logo.gif", "GRBullet.gif"); // Reserved, too.
-        onRename("grbullet.gif", "My-Logo.GIF");
+        onRename("fr-logo.gif", "GRBullet.gif", reason); // Reserved, too.
+        onRename("grbullet.gif", "My-Logo.GIF", reason);
         open.click("btnImage");
         QCOMPARE(open.text().toPlainText(), QString("<IMG SRC=\"my-logo.gif\">"));
         QCOMPARE(test::readFile(toUtf8(open.program.working("my-logo.gif"))),
                  std::string("GIF of FR-Logo.gif"));
         QCOMPARE(test::readFile(toUtf8(open.program.working("fr-logo.gif"))),
                  test::readFile(toUtf8(open.program.path("Template/fr-logo.gif"))));
-        QCOMPARE(open.program.handOver.renameReason, std::string("the reason of before"));
+        QCOMPARE(toQString(open.program.fileNames.renameReason()), reason);
+    }
+
+    void imageOverAFileOfOtherContentsAsksFirst() {
+        OpenEditor open;
+        open.fill("", 0, 0);
+        test::writeFile(toUtf8(open.program.working("mine.gif")), "old");
+        onImageDialog(imageFile(open.program, "Mine.gif"));
+        expectOverwrite("mine.gif", "No");
+        onRename("mine.gif", "Other.gif");
+        open.click("btnImage");
+        QCOMPARE(test::readFile(toUtf8(open.program.working("mine.gif"))), std::string("old"));
+        QCOMPARE(open.text().toPlainText(), QString("<IMG SRC=\"other.gif\">"));
+
+        open.fill("", 0, 0);
+        onImageDialog(imageFile(open.program, "Mine.gif"));
+        expectOverwrite("mine.gif", "Yes");
+        open.click("btnImage");
+        QCOMPARE(test::readFile(toUtf8(open.program.working("mine.gif"))), std::string("GIF of Mine.gif"));
+        QCOMPARE(open.text().toPlainText(), QString("<IMG SRC=\"mine.gif\">"));
+
+        open.fill("", 0, 0);
+        onImageDialog(imageFile(open.program, "Mine.gif")); // The same once more: nothing would be lost.
+        open.click("btnImage");
+        QCOMPARE(open.text().toPlainText(), QString("<IMG SRC=\"mine.gif\">"));
+    }
+
+    void imageOfAGeneratedNameNeedsAnother_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("reason");
+        const QString writtenByUs = "which Wendmark writes itself, so that your file would be lost.";
+        QTest::newRow("page of a stop") << "page1.htm" << writtenByUs;
+        QTest::newRow("page that tests frames") << "ft.htm" << writtenByUs;
+        QTest::newRow("contents, of which there is a template") << "toc.htm"
+                                                                << "";
+    }
+    void imageOfAGeneratedNameNeedsAnother() {
+        QFETCH(QString, name);
+        QFETCH(QString, reason);
+        OpenEditor open;
+        open.fill("", 0, 0);
+        test::writeFile(toUtf8(open.program.working(name)), "written by the program");
+        onImageDialog(imageFile(open.program, name.toUpper()));
+        onRename(name, "Mine.gif", reason);
+        open.click("btnImage");
+        QCOMPARE(open.text().toPlainText(), QString("<IMG SRC=\"mine.gif\">"));
+        QCOMPARE(test::readFile(toUtf8(open.program.working(name))), std::string("written by the program"));
+    }
+
+    void closingTheWindowWhileAnImageIsWaitedForClosesItAfterwards() {
+        OpenEditor open;
+        const QPointer<frmNarEdit> editor = &open.editor();
+        open.fill("", 0, 0);
+        int rounds = 0;
+        bool openMeanwhile = false;
+        QTimer clock;
+        clock.callOnTimeout([&] {
+            if (!open.program.gate.isClosed() || rounds++ > 0)
+                return;
+            editor->close();
+            openMeanwhile = editor->isVisible();
+        });
+        clock.start(0);
+        onImageDialog(imageFile(open.program, "Mine.gif"));
+        open.program.clockStep = 0.01F; // Copying waits for some rounds of events.
+        open.click("btnImage");
+        QVERIFY(rounds > 0);
+        QVERIFY(openMeanwhile);
+        QTRY_VERIFY(editor.isNull());
+        QVERIFY(open.program.gate.isOpen());
+        QVERIFY(QFile::exists(open.program.working("mine.gif")));
     }
 
     void imageWhoseNewNameIsNotGivenIsLeftOut_data() {
@@ -664,6 +869,7 @@ private slots:
         const std::string page = open.page(2);
         open.title().setText("Other");
         open.program.model.currentStop = 0;
+        QFile::remove(open.program.working("tmpframe.htm"));
         open.click("btnOK");
         QVERIFY(open.program.model.tourChanged);
         QVERIFY(!open.editor().isVisible());
@@ -692,11 +898,10 @@ private slots:
 
     void automaticInstructionIsStoredWhateverTheFieldShows() {
         OpenEditor open(true);
-        // The generator replaces the instructions of all stops that the tour counts.
-        open.program.model.stops.setCount(1);
         open.instruction().setPlainText("Own words");
         open.click("btnOK");
-        QCOMPARE(open.program.model.stops.at(2).stopInstruction, std::string("AUTO"));
+        QCOMPARE(open.program.model.stops.at(2).stopInstruction,
+                 std::string("Click the <strong>Next button</strong> to go to the next stop."));
     }
 
     void pageOfAStopWithAutomaticInstructionsShowsThem() {
@@ -1009,7 +1214,7 @@ private slots:
         OpenEditor open;
         auto& main = *open.window.findChild<BrowserView*>("broMain");
         QTRY_VERIFY_WITH_TIMEOUT(!main.isBusy(), patience);
-        open.program.model.currentStop = 2;
+        open.program.document.goToStop(2);
         open.text().setPlainText(
             "<p id=a>before</p><script>document.getElementById('a').textContent = 'after';"
             "window.status = '>*>*>vosktourstop->3';"

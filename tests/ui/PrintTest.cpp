@@ -77,7 +77,7 @@ public:
             choose(dialog);
             press(dialog, "OKButton");
         });
-        frmPrint dialog(program.tour, program.handOver, program.desktop);
+        frmPrint dialog(program.document, {}, program.desktop);
         QObject::connect(&dialog, &frmPrint::printedToFile, &dialog,
                          [&](const QString& path) { file = path; });
         runDialog(dialog);
@@ -120,7 +120,7 @@ private slots:
             QVERIFY(dialog.findChild<QCheckBox*>("chkProp")->isChecked());
             press(dialog, "CancelButton");
         });
-        frmPrint dialog(print.program.tour, print.program.handOver, print.program.desktop);
+        frmPrint dialog(print.program.document, {}, print.program.desktop);
         runDialog(dialog);
         QVERIFY(!QDir(Print::documents()).exists());
     }
@@ -301,7 +301,7 @@ private slots:
         Print print(1);
         test::writeFile(toUtf8(Print::documents()), "a file stands there");
         onNextDialog([](QDialog& dialog) { press(dialog, "OKButton"); });
-        frmPrint dialog(print.program.tour, print.program.handOver, print.program.desktop);
+        frmPrint dialog(print.program.document, {}, print.program.desktop);
         runDialog(dialog);
         QFile::remove(Print::documents());
         QCOMPARE(print.program.log.failures, std::vector<std::string>{"cannot print the tour"});

@@ -433,14 +433,14 @@ private slots:
         properties.open([&](QDialog& dialog) {
             onFileDialog("Select Logo File", QString());
             press(dialog, "btnAdvBrowse");
-            QVERIFY(properties.program.handOver.logoFile.empty());
+            QVERIFY(dynamic_cast<frmPropTab&>(dialog).logoFile().empty());
             onFileDialog("Select Logo File", logo);
             press(dialog, "btnAdvBrowse");
             const QSize shown = dialog.findChild<QLabel*>("Picture1")->pixmap().size();
             QCOMPARE(shown, QImage(logo).size());
             press(dialog, "CancelButton");
+            QCOMPARE(dynamic_cast<frmPropTab&>(dialog).logoFile(), toUtf8(logo));
         });
-        QCOMPARE(properties.program.handOver.logoFile, toUtf8(logo));
         QVERIFY(test::readFile(toUtf8(properties.program.working("fr-logo.gif"))) != bytes);
         properties.open([](QDialog& dialog) { press(dialog, "OKButton"); });
         QCOMPARE(test::readFile(toUtf8(properties.program.working("fr-logo.gif"))), bytes);
@@ -576,7 +576,7 @@ private slots:
             press(dialog, "btnPrint");
             press(dialog, "btnExit");
         });
-        frmLaunch dialog(program.tour, program.desktop);
+        frmLaunch dialog(program.document, program.desktop);
         const QSignalSpy file(&dialog, &frmLaunch::printedToFile);
         runDialog(dialog);
         QCOMPARE(printed.count(), 1);
@@ -597,7 +597,7 @@ private slots:
             press(dialog, "btnPrint");
             dialog.close();
         });
-        frmLaunch dialog(program.tour, program.desktop);
+        frmLaunch dialog(program.document, program.desktop);
         connect(&dialog, &frmLaunch::printedToFile, this, [&](const QString& file) { files.append(file); });
         runDialog(dialog);
         QCOMPARE(program.beeps, 2);
@@ -623,7 +623,7 @@ private slots:
             press(dialog, "btnPrint");
             dialog.close();
         });
-        frmLaunch dialog(program.tour, program.desktop);
+        frmLaunch dialog(program.document, program.desktop);
         runDialog(dialog);
         QFile::remove(documents);
         QCOMPARE(program.beeps, 1);

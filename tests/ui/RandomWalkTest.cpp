@@ -21,7 +21,7 @@ using test::UiFixture;
 
 namespace {
 
-constexpr int usualSteps = 2000;
+constexpr int usualSteps = 400;
 constexpr int samples = 4; // Of the resources; the first is taken when the program is warm.
 constexpr double mebibyte = 1024 * 1024;
 constexpr double mostGrowth = 1.15; // Of the memory, from then on: the engine caches what it has shown.

@@ -1,5 +1,7 @@
 #include "platform/Strings.h"
+#include "recovery/SavedScripts.h"
 #include "ui/dialogs/DialogParts.h"
+#include "ui/main/UnsavedWork.h"
 #include "ui/main/frmMain.h"
 #include "ui/narration/HtmlField.h"
 #include "ui/narration/frmNarEdit.h"
@@ -10,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QSignalSpy>
 #include <QStatusBar>
 #include <QTest>
 #include <filesystem>
@@ -32,16 +35,21 @@ std::vector<RecoverySession> leftBy(UiFixture& program) {
     return RecoveryStore(program.scratch / "state/recovery", program.log).leftovers();
 }
 
+/// What the windows of a program work with that keeps its work in this keeper.
+ProgramParts partsWith(UiFixture& program, RecoveryKeeper& recovery) {
+    const ProgramParts parts = program.parts();
+    return {parts.document,  parts.gate,       parts.options,        parts.desktop,
+            parts.settings,  parts.registry,   parts.browserProfile, recovery,
+            parts.fileNames, parts.htmlEditor, parts.savedScripts};
+}
+
 /// A run of the program with its window, on the folders of a fixture. It ends as a crash ends it: without a
 /// word.
 class Run final {
 public:
     explicit Run(UiFixture& program, const QString& tour = QString())
-        : m_store(program.scratch / "state/recovery", program.log), m_recovery(program.tour, m_store) {
-        ProgramParts parts = program.parts();
-        m_window = std::make_unique<frmMain>(
-            ProgramParts{parts.tour, parts.handOver, parts.options, parts.desktop, parts.settings,
-                         parts.registry, parts.browserProfile, m_recovery, parts.savedScripts});
+        : m_store(program.scratch / "state/recovery", program.log), m_recovery(program.document, m_store) {
+        m_window = std::make_unique<frmMain>(partsWith(program, m_recovery));
         m_window->load(tour);
         m_window->show();
     }
@@ -53,6 +61,12 @@ private:
     RecoveryKeeper m_recovery;
     std::unique_ptr<frmMain> m_window;
 };
+
+/// Waits until the program has looked for unsaved work once and, after that, once more.
+bool isLookedAtTwice(const frmMain& window) {
+    QSignalSpy looks(window.findChild<UnsavedWork*>(), &UnsavedWork::looking);
+    return waitUntil([&] { return looks.count() == 2; });
+}
 
 QString statusOf(const frmMain& window) {
     return window.findChild<QLabel*>(QStringLiteral("Status"))->text();
@@ -159,37 +173,37 @@ private slots:
 
     void untouchedTourIsNotKeptWhileTheFirstDialogsAreOpen() {
         UiFixture program;
-        RecoveryKeeper recovery(program.tour, program.recoveryStore);
-        const auto isLookedAtTwice = [&] {
-            int looks = 0;
-            recovery.unappliedTexts = [&]() -> std::optional<UnappliedTexts> {
-                ++looks;
-                return {};
-            };
-            const bool done = waitUntil([&] { return looks == 2; });
-            recovery.unappliedTexts = nullptr;
-            return done;
-        };
+        RecoveryKeeper recovery(program.document, program.recoveryStore);
+        frmMain window(partsWith(program, recovery));
         onNextDialog([&](QDialog& wizard) {
             QCOMPARE(wizard.objectName(), QStringLiteral("frmWizard1"));
-            QVERIFY(isLookedAtTwice());
+            QVERIFY(isLookedAtTwice(window));
             QVERIFY(leftBy(program).empty());
             wizard.findChild<QRadioButton*>("optOldTour")->setChecked(true);
             press(wizard, "btnNext");
         });
         onNextDialog([&](QDialog& open) {
             QCOMPARE(open.objectName(), QStringLiteral("frmSelectFolderOpen"));
-            QVERIFY(isLookedAtTwice());
+            QVERIFY(isLookedAtTwice(window));
             QVERIFY(leftBy(program).empty());
             open.reject();
         });
-        ProgramParts parts = program.parts();
-        frmMain window({parts.tour, parts.handOver, parts.options, parts.desktop, parts.settings,
-                        parts.registry, parts.browserProfile, recovery, parts.savedScripts});
         window.load(QString());
-        QVERIFY(isLookedAtTwice());
+        QVERIFY(isLookedAtTwice(window));
         QVERIFY(leftBy(program).empty());
         QCOMPARE(test::dialogsExpected(), 0);
+    }
+
+    void untouchedTourIsNotKeptAfterTheWizardWasClosed() {
+        UiFixture program;
+        RecoveryKeeper recovery(program.document, program.recoveryStore);
+        frmMain window(partsWith(program, recovery));
+        onNextDialog([&](QDialog& wizard) { wizard.reject(); });
+        window.load(QString());
+        QVERIFY(isLookedAtTwice(window));
+        QVERIFY(leftBy(program).empty());
+        QVERIFY(window.close());
+        QVERIFY(leftBy(program).empty());
     }
 
     void discardForgetsAndTheWizardComes() {
@@ -252,14 +266,25 @@ private slots:
         QCOMPARE(program.model.stopCount(), std::int16_t(2));
     }
 
-    void quitLeavesNothingToRecover() {
+    void quitLeavesNothingToRecoverOfWhatTheAuthorWasAskedAbout() {
         UiFixture program;
         Run run(program, program.makeTour("walk", 3));
-        run.window().insertStop();
+        run.window().runToolBarCommand("Insert");
         QVERIFY(waitUntil([&] { return !leftBy(program).empty(); }));
-        program.model.tourChanged = false; // Nothing is asked.
+        onNextDialog([](QDialog& question) { press(question, "Yes"); });
         QVERIFY(run.window().close());
+        QCOMPARE(test::dialogsExpected(), 0);
         QVERIFY(leftBy(program).empty());
+    }
+
+    void quitKeepsForTheNextStartWhatTheAuthorWasNotAskedAbout() {
+        UiFixture program;
+        Run run(program, program.makeTour("walk", 3));
+        run.window().insertStop(); // By the menu, which does not mark the tour as changed.
+        QVERIFY(!program.model.tourChanged);
+        QVERIFY(run.window().close());
+        QCOMPARE(leftBy(program).size(), std::size_t(1));
+        QCOMPARE(leftBy(program).front().record.model.stopCount(), std::int16_t(4));
     }
 
     void savedAndOpenedToursAreNotOffered() {
@@ -301,12 +326,12 @@ private slots:
         UiFixture program;
         const QString tour = program.makeTour("walk", 1);
         Run run(program, tour);
-        for (int i = 0; i < 7; ++i) {
+        for (int i = 0; i < savedScriptsKept + 2; ++i) {
             run.window().insertStop();
             run.window().save();
         }
         const auto kept = test::folderContents(program.scratch / "state/scripts");
-        QCOMPARE(kept.size(), std::size_t(6)); // Five and the tour's name.
+        QCOMPARE(kept.size(), std::size_t{savedScriptsKept} + 1); // And the tour's name.
         QCOMPARE(std::prev(kept.end(), 2)->second, test::readFile(toUtf8(tour) + "/script.txt"));
     }
 };

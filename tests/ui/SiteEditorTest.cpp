@@ -1,9 +1,9 @@
 #include "ui/support/SiteEditor.h"
 
-#include "ui/HandOver.h"
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
 #include "ui/controls/LoadingIndicator.h"
+#include "ui/site/frmWarnURL.h"
 #include "ui/support/Work.h"
 
 #include <QAction>
@@ -97,8 +97,8 @@ private slots:
         QCOMPARE(open.editor().size(), open.window.size());
         QVERIFY(open.shows("NewTour/newpage.htm"));
         QVERIFY(open.editor().windowTitle().startsWith(caption));
-        QCOMPARE(open.program.handOver.siteEditURL, toUtf8(open.program.working("newpage.htm")));
-        QCOMPARE(open.program.handOver.siteEditResult, std::string());
+        QCOMPARE(open.editor().siteEditURL(), toUtf8(open.program.working("newpage.htm")));
+        QCOMPARE(open.editor().siteEditResult(), std::string());
     }
 
     void opensWithARemotePage() {
@@ -248,7 +248,7 @@ private slots:
         open.visit(open.served("/plain.htm"));
         open.click("Yes");
         QCOMPARE(open.stopURL(2), toUtf8(open.served("/plain.htm")));
-        QCOMPARE(open.program.handOver.siteEditResult, open.stopURL(2));
+        QCOMPARE(open.editor().siteEditResult(), open.stopURL(2));
         QVERIFY(open.program.model.tourChanged);
         QVERIFY(open.shows("/plain.htm"));
         QVERIFY(open.isOpen() && open.editor().isVisible());
@@ -328,11 +328,11 @@ private slots:
             QCOMPARE(warning.findChild<QCheckBox*>("Check1")->text().remove('&'),
                      QString("Don't show this warning again."));
             press(warning, "OKButton");
+            QCOMPARE(qobject_cast<frmWarnURL*>(&warning)->dialogAnswer(), std::string("1"));
         });
         open.click("Yes");
         QCOMPARE(test::dialogsExpected(), 0);
         QCOMPARE(open.stopURL(2), toUtf8(open.served("/plain.htm")));
-        QCOMPARE(open.program.handOver.dialogAnswer, std::string("1"));
         QVERIFY(open.program.options.warnURLChange);
     }
 
@@ -351,10 +351,11 @@ private slots:
                 warning.close();
             else
                 press(warning, answer);
+            QCOMPARE(qobject_cast<frmWarnURL*>(&warning)->dialogAnswer(), std::string("0"));
         });
         open.click("Yes");
+        QCOMPARE(test::dialogsExpected(), 0);
         QCOMPARE(open.stopURL(2), std::string("http://old.example/"));
-        QCOMPARE(open.program.handOver.dialogAnswer, std::string("0"));
         QVERIFY(open.shows("/plain.htm"));
         QVERIFY(open.isOpen());
     }

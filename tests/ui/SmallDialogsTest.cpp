@@ -31,12 +31,11 @@ QLineEdit& nameField(QDialog& dialog) {
 }
 
 /// Shows the rename dialog for a name and returns what it leaves as its answer.
-QString renamed(HandOver& handOver, const std::string& name, std::function<void(QDialog&)> act) {
-    handOver.dialogAnswer = name;
+QString renamed(const std::string& name, std::function<void(QDialog&)> act, const std::string& reason = {}) {
     onNextDialog(std::move(act));
-    frmRenameFile dialog(handOver);
+    frmRenameFile dialog(name, reason);
     runDialog(dialog);
-    return QString::fromStdString(handOver.dialogAnswer);
+    return QString::fromStdString(dialog.dialogAnswer());
 }
 
 } // namespace
@@ -50,9 +49,7 @@ private slots:
     // The rename dialog
 
     void renameDialogShowsTheNameAndTheReason() {
-        HandOver handOver;
-        handOver.renameReason = essential;
-        renamed(handOver, "fr-logo.gif", [&](QDialog& dialog) {
+        const auto look = [](QDialog& dialog) {
             QCOMPARE(dialog.objectName(), QString("frmRenameFile"));
             QCOMPARE(dialog.windowTitle(), QString("Wendmark - Rename Local File"));
             QVERIFY(dialog.isModal());
@@ -67,14 +64,14 @@ private slots:
                              "under this new name."));
             QCOMPARE(dialog.findChild<QPushButton*>("CancelButton")->text(), QString("Cancel"));
             QVERIFY(dialog.findChild<QPushButton*>("OKButton")->isDefault());
-            QVERIFY(handOver.dialogAnswer.empty());
+            QVERIFY(dynamic_cast<frmRenameFile&>(dialog).dialogAnswer().empty());
             dialog.close();
-        });
+        };
+        renamed("fr-logo.gif", look, essential);
     }
 
     void renameDialogTakesNoPlaceForAReasonThatThereIsNot() {
-        HandOver handOver;
-        renamed(handOver, "notes.htm", [](QDialog& dialog) {
+        renamed("notes.htm", [](QDialog& dialog) {
             QCOMPARE(label(dialog, "Label2").text(), QString());
             QVERIFY(!label(dialog, "Label2").isVisible());
             dialog.close();
@@ -82,8 +79,7 @@ private slots:
     }
 
     void renameDialogOpensInTheMiddleWithTheNameReadyToBeTypedOver() {
-        HandOver handOver;
-        const QString answer = renamed(handOver, "notes.htm", [](QDialog& dialog) {
+        const QString answer = renamed("notes.htm", [](QDialog& dialog) {
             QVERIFY(QTest::qWaitForWindowActive(&dialog));
             const QPoint off = dialog.geometry().center() - dialog.screen()->availableGeometry().center();
             QVERIFY2(off.manhattanLength() <= windowFrame,
@@ -105,8 +101,7 @@ private slots:
     }
     void renameDialogAnswersWhatWasTyped() {
         QFETCH(QString, typed);
-        HandOver handOver;
-        const QString answer = renamed(handOver, "notes.htm", [&](QDialog& dialog) {
+        const QString answer = renamed("notes.htm", [&](QDialog& dialog) {
             nameField(dialog).setText(typed);
             press(dialog, "OKButton");
         });
@@ -120,8 +115,7 @@ private slots:
     }
     void renameDialogThatIsCancelledAnswersNothing() {
         QFETCH(QString, way);
-        HandOver handOver;
-        const QString answer = renamed(handOver, "notes.htm", [&](QDialog& dialog) {
+        const QString answer = renamed("notes.htm", [&](QDialog& dialog) {
             nameField(dialog).setText("other.htm");
             if (way == "CancelButton")
                 press(dialog, way);
@@ -134,8 +128,7 @@ private slots:
     }
 
     void renameDialogTakesNoMarkUpInNames() {
-        HandOver handOver;
-        renamed(handOver, "<b>&amp;.gif", [](QDialog& dialog) {
+        renamed("<b>&amp;.gif", [](QDialog& dialog) {
             QCOMPARE(label(dialog, "lblFile").textFormat(), Qt::PlainText);
             QCOMPARE(nameField(dialog).text(), QString("<b>&amp;.gif"));
             dialog.close();

@@ -10,15 +10,19 @@
 #include <QToolButton>
 #include <QWebEnginePage>
 #include <QWebEngineView>
+#include <filesystem>
 
 namespace wendmark {
 
 using test::onNextDialog;
 using test::press;
+using test::selectFolder;
 using test::textOf;
 using test::UiFixture;
 
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr int patience = 20000; // Milliseconds that a page may take on a busy machine.
 
@@ -38,6 +42,14 @@ struct OpenTour {
     void waitUntilLoaded() const { QTRY_VERIFY_WITH_TIMEOUT(!browser().isBusy(), patience); }
     void waitForStop(int n) const {
         QTRY_COMPARE_WITH_TIMEOUT(label(), QString::number(n), patience);
+        waitUntilLoaded();
+    }
+
+    /// Until the opening page has announced itself: with no number.
+    void waitForOpeningPage() const {
+        QTRY_COMPARE_WITH_TIMEOUT(program.model.currentStop, std::int16_t{0}, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(status(), QStringLiteral(">*>*>vosktourstop->"), patience);
+        QCOMPARE(label(), QString());
         waitUntilLoaded();
     }
 
@@ -77,6 +89,13 @@ void runScript(BrowserView& browser, const QString& script) {
     bool done = false;
     test::engineOf(browser).page()->runJavaScript(script, [&done](const QVariant&) { done = true; });
     QTRY_VERIFY_WITH_TIMEOUT(done, patience);
+}
+
+/// Presses a button of the played tour itself.
+void pressInNavigator(BrowserView& browser, const QString& step) {
+    const QString script = QStringLiteral("document.querySelector('frame[name=nav]').contentDocument"
+                                          ".querySelector('[data-go=%1]').click()");
+    runScript(browser, script.arg(step));
 }
 
 } // namespace
@@ -188,15 +207,73 @@ private slots:
     void clicksInsideThePlayedTourMoveTheStop() {
         OpenTour tour(3);
         tour.goTo(1);
-        const QString press = "document.querySelector('frame[name=nav]').contentDocument"
-                              ".querySelector('[data-go=%1]').click()";
-        runScript(tour.browser(), press.arg("next"));
+        pressInNavigator(tour.browser(), "next");
         tour.waitForStop(2);
         QCOMPARE(tour.program.model.currentStop, std::int16_t{2});
-        runScript(tour.browser(), press.arg("next"));
+        pressInNavigator(tour.browser(), "next");
         tour.waitForStop(3);
-        runScript(tour.browser(), press.arg("previous"));
+        pressInNavigator(tour.browser(), "previous");
         tour.waitForStop(2);
+    }
+
+    void openingPageAnnouncesItselfWhenThePlayedTourLeadsToIt() {
+        OpenTour tour(2);
+        tour.goTo(1);
+        pressInNavigator(tour.browser(), "previous");
+        tour.waitForOpeningPage();
+        onNextDialog([](QDialog& message) {
+            QCOMPARE(textOf(message), QString("Wendmark|The opening page of the tour cannot be deleted"));
+            press(message, "OK");
+        });
+        tour.clickTool("Delete");
+        QCOMPARE(test::dialogsExpected(), 0);
+        QCOMPARE(tour.titles(), (QStringList{"Stop 1", "Stop 2"}));
+        pressInNavigator(tour.browser(), "next");
+        tour.waitForStop(1);
+        QCOMPARE(tour.program.model.currentStop, std::int16_t{1});
+    }
+
+    void openingPageAnnouncesItselfAfterOpenAndPrevious() {
+        OpenTour tour(2);
+        tour.goTo(2);
+        const QString other = tour.program.makeTour(QStringLiteral("other"), 1);
+        onNextDialog([other](QDialog& dialog) {
+            selectFolder(dialog, other);
+            press(dialog, "btnOK");
+        });
+        tour.trigger("mnuFileOpen");
+        tour.waitForOpeningPage();
+        tour.clickTool("Next");
+        tour.waitForStop(1);
+        tour.clickTool("Prev");
+        tour.waitForOpeningPage();
+    }
+
+    void openingPageAnnouncesItselfInATourOfAnOlderVersion() {
+        OpenTour tour(1);
+        tour.goTo(1);
+        const QString old = tour.program.path(QStringLiteral("MyTours/old"));
+        fs::copy(WENDMARK_TESTS "/ui/older-tour", toUtf8(old), fs::copy_options::recursive);
+        onNextDialog([old](QDialog& dialog) {
+            selectFolder(dialog, old);
+            press(dialog, "btnOK");
+        });
+        tour.trigger("mnuFileOpen");
+        tour.waitForOpeningPage();
+        QCOMPARE(tour.program.model.stopCount(), std::int16_t{2});
+        pressInNavigator(tour.browser(), "next");
+        tour.waitForStop(1);
+        pressInNavigator(tour.browser(), "next");
+        tour.waitForStop(2);
+        pressInNavigator(tour.browser(), "previous");
+        tour.waitForStop(1);
+        pressInNavigator(tour.browser(), "previous");
+        tour.waitForOpeningPage();
+
+        tour.clickTool("Save");
+        const std::string saved = toUtf8(old);
+        QVERIFY(test::readFile(saved + "/openhelp.htm").find("vosktourstop->'") != std::string::npos);
+        QCOMPARE(test::readFile(saved + "/tour.js"), test::readFile(WENDMARK_TESTS "/ui/older-tour/tour.js"));
     }
 
     void refreshLoadsTheStopAnewAfterAnEdit() {
@@ -325,6 +402,52 @@ private slots:
         QVERIFY(!tour.program.model.tourChanged);
         tour.clickTool(key.toLatin1());
         QVERIFY(tour.program.model.tourChanged);
+    }
+
+    void keysMarkTheTourAsTheToolBarDoes_data() {
+        QTest::addColumn<QString>("keys");
+        for (const char* keys : {"Ctrl+Ins", "Ctrl+Del", "Ctrl+Shift+PgDown", "Ctrl+Shift+PgUp"})
+            QTest::newRow(keys) << QString(keys);
+    }
+
+    void keysMarkTheTourAsTheToolBarDoes() {
+        QFETCH(QString, keys);
+        OpenTour tour(4);
+        tour.goTo(2);
+        QVERIFY(QTest::qWaitForWindowActive(&tour.window));
+        const QStringList before = tour.titles();
+        QTest::keySequence(&tour.window, QKeySequence(keys));
+        QVERIFY(tour.titles() != before);
+        QVERIFY(tour.program.model.tourChanged);
+    }
+
+    void editMenuNamesWhatItUndoesAndSavedPanelFollows() {
+        OpenTour tour(2);
+        const auto& undo = *tour.window.findChild<QAction*>("mnuEditUndo");
+        const auto& redo = *tour.window.findChild<QAction*>("mnuEditRedo");
+        const auto& saved = *tour.window.findChild<QLabel*>("Saved");
+        QCOMPARE(saved.text(), QString());
+        QVERIFY(!redo.isEnabled());
+        QCOMPARE(redo.text(), QString("&Redo"));
+        tour.trigger("mnuStopsInsert");
+        QCOMPARE(undo.text(), QString("&Undo Insert Stop"));
+        QCOMPARE(saved.text(), QString("Unsaved changes"));
+        tour.window.undo();
+        QCOMPARE(redo.text(), QString("&Redo Insert Stop"));
+        QCOMPARE(saved.text(), QString());
+        QCOMPARE(tour.titles(), (QStringList{"Stop 1", "Stop 2"}));
+        tour.window.redo();
+        QVERIFY(!redo.isEnabled());
+        QCOMPARE(tour.titles().size(), 3);
+        tour.window.save();
+        QVERIFY2(saved.text().startsWith("Saved "), qPrintable(saved.text()));
+    }
+
+    void editMenuOffersNothingBeforeTheFirstTour() {
+        UiFixture program;
+        const frmMain window(program.parts());
+        for (const char* name : {"mnuEditUndo", "mnuEditRedo"})
+            QVERIFY(!window.findChild<QAction*>(name)->isEnabled());
     }
 };
 

@@ -1,7 +1,7 @@
 #include "ui/dialogs/frmLaunch.h"
 
 #include "base/Log.h"
-#include "model/TourContext.h"
+#include "commands/TourDocument.h"
 #include "model/TourModel.h"
 #include "platform/Printing.h"
 #include "platform/QtDesktop.h"
@@ -36,12 +36,13 @@ QString shownLines(const QString& text) {
 
 } // namespace
 
-frmLaunch::frmLaunch(TourContext& tour, QtDesktop& desktop, QWidget* parent)
-    : QDialog(parent), m_tour(tour), m_desktop(desktop) {
+frmLaunch::frmLaunch(const TourDocument& document, QtDesktop& desktop, QWidget* parent)
+    : QDialog(parent), m_document(document), m_desktop(desktop) {
     setObjectName(QStringLiteral("frmLaunch"));
     setWindowTitle(QStringLiteral("Wendmark - Launching Information"));
     QLabel* const heading = makeTextLabel("Label1", tr("Launching a Tour:"), this);
-    auto* const text = new QPlainTextEdit(shownLines(toQString(launchingInformation(tour.model))), this);
+    auto* const text =
+        new QPlainTextEdit(shownLines(toQString(launchingInformation(document.model()))), this);
     text->setObjectName(QStringLiteral("Text1"));
     text->setAccessibleName(tr("Launching a Tour"));
     text->setReadOnly(true);
@@ -71,13 +72,13 @@ QSize frmLaunch::sizeHint() const {
 
 void frmLaunch::print() {
     QStringList lines;
-    for (const std::string& line : launchingListToPrint(m_tour.model))
+    for (const std::string& line : launchingListToPrint(m_document.model()))
         lines.append(shown(toQString(line)));
     if (!lines.isEmpty()) {
         const std::unique_ptr<QPrinter> printer =
-            makeDefaultPrinter(beginningOf(m_tour.model.tourTitle, longestShown));
+            makeDefaultPrinter(beginningOf(m_document.model().tourTitle, longestShown));
         if (!printLines(*printer, lines))
-            m_tour.log.fail("cannot print the launching points");
+            m_document.log().fail("cannot print the launching points");
         else if (!printer->outputFileName().isEmpty())
             emit printedToFile(printer->outputFileName());
     }

@@ -5,14 +5,14 @@
 namespace wendmark {
 
 class QtDesktop;
-struct TourContext;
+class TourDocument;
 
 /// Explains how a finished tour is started from a web page, and lists its launching points.
 class frmLaunch final : public QDialog {
     Q_OBJECT
 
 public:
-    frmLaunch(TourContext& tour, QtDesktop& desktop, QWidget* parent = nullptr);
+    frmLaunch(const TourDocument& document, QtDesktop& desktop, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
 
@@ -23,7 +23,7 @@ signals:
 private:
     void print();
 
-    TourContext& m_tour;
+    const TourDocument& m_document;
     QtDesktop& m_desktop;
 };
 

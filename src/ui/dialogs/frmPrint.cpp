@@ -3,8 +3,7 @@
 #include "base/Log.h"
 #include "base/Numbers.h"
 #include "base/Utf8.h"
-#include "ui/HandOver.h"
-#include "model/TourContext.h"
+#include "commands/TourDocument.h"
 #include "model/TourModel.h"
 #include "model/Workspace.h"
 #include "platform/Printing.h"
@@ -57,10 +56,10 @@ std::int32_t numberIn(const QLineEdit& field) {
 
 } // namespace
 
-frmPrint::frmPrint(TourContext& tour, const HandOver& handOver, QtDesktop& desktop, QWidget* parent)
+frmPrint::frmPrint(const TourDocument& document, std::string logoFile, QtDesktop& desktop, QWidget* parent)
     : QDialog(parent)
-    , m_tour(tour)
-    , m_handOver(handOver)
+    , m_document(document)
+    , m_logoFile(std::move(logoFile))
     , m_desktop(desktop)
     , m_allStops(named(new QRadioButton(tr("&All Stops"), this), "optAllStops"))
     , m_selectedStops(named(new QRadioButton(tr("&Selected Stops"), this), "optSelStops"))
@@ -101,7 +100,7 @@ QWidget* frmPrint::makeRange() {
     connect(m_selectedStops, &QRadioButton::toggled, this, &frmPrint::selectStops);
     connect(m_from, &QLineEdit::textChanged, this, [this] { correct(*m_from, firstStop); });
     connect(m_to, &QLineEdit::textChanged, this,
-            [this] { correct(*m_to, QString::number(m_tour.model.stopCount())); });
+            [this] { correct(*m_to, QString::number(m_document.model().stopCount())); });
     return group;
 }
 
@@ -120,7 +119,7 @@ void frmPrint::selectStops(bool selected) {
     m_to->setEnabled(selected);
     if (selected) {
         m_from->setText(firstStop);
-        m_to->setText(QString::number(m_tour.model.stopCount()));
+        m_to->setText(QString::number(m_document.model().stopCount()));
     }
 }
 
@@ -133,19 +132,19 @@ void frmPrint::correct(QLineEdit& field, const QString& otherwise) {
 
 StopRange frmPrint::wantedRange() const {
     if (m_allStops->isChecked())
-        return {1, m_tour.model.stopCount()};
+        return {1, m_document.model().stopCount()};
     return {numberIn(*m_from), numberIn(*m_to)};
 }
 
 void frmPrint::print() {
-    const TourModel model = printable(m_tour.model);
+    const TourModel model = printable(m_document.model());
     const PrintedTour printed = composePrintedTour(model, wantedRange(), m_properties->isChecked(),
-                                                   m_tour.workspace.tourPath(), m_handOver.logoFile);
+                                                   m_document.shownTourPath(), m_logoFile);
     accept();
     const std::unique_ptr<QPrinter> printer = makeDefaultPrinter(toQString(model.tourTitle));
-    const QString pictureFolder = toQString(m_tour.workspace.folders().newTourPath);
+    const QString pictureFolder = toQString(m_document.workspace().folders().newTourPath);
     if (!printTour(*printer, printed, pictureFolder, [this] { m_desktop.stayResponsive(); }))
-        m_tour.log.fail("cannot print the tour");
+        m_document.log().fail("cannot print the tour");
     else if (!printer->outputFileName().isEmpty())
         emit printedToFile(printer->outputFileName());
 }

@@ -3,6 +3,7 @@
 #include "publish/PrintedTour.h"
 
 #include <QDialog>
+#include <string>
 
 class QCheckBox;
 class QLineEdit;
@@ -12,8 +13,7 @@ class QWidget;
 namespace wendmark {
 
 class QtDesktop;
-struct HandOver;
-struct TourContext;
+class TourDocument;
 
 /// Asks which stops of the tour to print, and prints them with the tour's properties as the last page. The
 /// properties are printed in any case; their box only changes the number of pages that the headers tell. The
@@ -23,7 +23,8 @@ class frmPrint final : public QDialog {
 
 public:
     /// The references must outlive the dialog.
-    frmPrint(TourContext& tour, const HandOver& handOver, QtDesktop& desktop, QWidget* parent = nullptr);
+    frmPrint(const TourDocument& document, std::string logoFile, QtDesktop& desktop,
+             QWidget* parent = nullptr);
 
 signals:
     /// There is no printer: the pages are in this new PDF file.
@@ -37,8 +38,8 @@ private:
     StopRange wantedRange() const;
     void print();
 
-    TourContext& m_tour;
-    const HandOver& m_handOver;
+    const TourDocument& m_document;
+    std::string m_logoFile;
     QtDesktop& m_desktop;
     QRadioButton* m_allStops;      ///< optAllStops
     QRadioButton* m_selectedStops; ///< optSelStops

@@ -2,13 +2,12 @@
 
 #include "base/Names.h"
 #include "base/Numbers.h"
-#include "ui/HandOver.h"
-#include "model/TourContext.h"
+#include "commands/TourDocument.h"
+#include "commands/TourProperties.h"
 #include "model/TourModel.h"
 #include "model/Workspace.h"
 #include "platform/QtDesktop.h"
 #include "platform/Strings.h"
-#include "commands/TourProperties.h"
 #include "ui/Messages.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/FileChooser.h"
@@ -64,8 +63,12 @@ Field* named(Field* field, const char* name) {
 
 } // namespace
 
-frmPropTab::frmPropTab(TourContext& tour, HandOver& handOver, QtDesktop& desktop, QWidget* parent)
-    : QDialog(parent), m_tour(tour), m_handOver(handOver), m_desktop(desktop), m_tabs(new QTabWidget(this)) {
+frmPropTab::frmPropTab(TourDocument& document, std::string logoFile, QtDesktop& desktop, QWidget* parent)
+    : QDialog(parent)
+    , m_document(document)
+    , m_logoFile(std::move(logoFile))
+    , m_desktop(desktop)
+    , m_tabs(new QTabWidget(this)) {
     setObjectName(QStringLiteral("frmPropTab"));
     setWindowTitle(QStringLiteral("Wendmark - Tour Properties"));
     m_tabs->setObjectName(QStringLiteral("TabStrip1"));
@@ -183,7 +186,7 @@ QWidget* frmPropTab::makeLayoutPage() {
     layout->addWidget(resetButton, 0, Qt::AlignHCenter);
     layout->addStretch();
     connect(resetButton, &QPushButton::clicked, this, &frmPropTab::resetLayout);
-    const TourModel& model = m_tour.model;
+    const TourModel& model = m_document.model();
     connect(&m_layout->narHeight(), &QLineEdit::textChanged, this,
             [this, &model] { keepNumeric(m_layout->narHeight(), model.narHeight); });
     connect(&m_layout->advWidth(), &QLineEdit::textChanged, this,
@@ -210,7 +213,7 @@ QWidget* frmPropTab::makeLogoPage() {
     QVBoxLayout* const layout = makePageLayout(*page);
     layout->addWidget(m_picture, 1);
     layout->addLayout(buttons);
-    const QString defaultLogo = toQString(m_tour.workspace.templateFile("fr-logo.gif"));
+    const QString defaultLogo = toQString(m_document.workspace().templateFile("fr-logo.gif"));
     showLogo(defaultLogo);
     connect(browseButton, &QPushButton::clicked, this, &frmPropTab::chooseLogo);
     connect(resetButton, &QPushButton::clicked, this, [this, defaultLogo] { setLogo(defaultLogo); });
@@ -224,7 +227,7 @@ void frmPropTab::addTab(const QString& caption, const QString& key, QWidget* pag
 }
 
 void frmPropTab::fillFromModel() {
-    const TourModel& model = m_tour.model;
+    const TourModel& model = m_document.model();
     m_tourTitle->setText(beginningOf(model.tourTitle, m_tourTitle->maxLength()));
     m_author->setText(beginningOf(model.tourAuthor, m_author->maxLength()));
     // Whatever the tour has: the author who does not want them says so each time.
@@ -298,7 +301,7 @@ void frmPropTab::chooseLogo() {
 }
 
 void frmPropTab::setLogo(const QString& file) {
-    m_handOver.logoFile = toUtf8(file);
+    m_logoFile = toUtf8(file);
     showLogo(file);
 }
 
@@ -315,8 +318,8 @@ void frmPropTab::showLogo(const QString& file) {
 
 void frmPropTab::takeOver() {
     TourProperties properties;
-    properties.tourTitle = wholeText(*m_tourTitle, m_tour.model.tourTitle);
-    properties.tourAuthor = wholeText(*m_author, m_tour.model.tourAuthor);
+    properties.tourTitle = wholeText(*m_tourTitle, m_document.model().tourTitle);
+    properties.tourAuthor = wholeText(*m_author, m_document.model().tourAuthor);
     properties.autoInstruction = m_addInstructions->isChecked();
     properties.cachePeriod = toUtf8(m_cachePeriod->text());
     properties.autoBuffer = m_bufFlag->isChecked();
@@ -325,9 +328,9 @@ void frmPropTab::takeOver() {
     properties.narHeight = toUtf8(m_layout->narHeight().text());
     properties.advWidth = toUtf8(m_layout->advWidth().text());
     properties.navWidth = toUtf8(m_layout->navWidth().text());
-    properties.logoFile = m_handOver.logoFile;
-    changeTourProperties(m_tour, properties,
-                         [this] { showMessage(this, tr("Layout dimensions must be numeric")); });
+    properties.logoFile = m_logoFile;
+    m_document.setProperties(properties,
+                             [this] { showMessage(this, tr("Layout dimensions must be numeric")); });
     accept();
 }
 

@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <cstdint>
+#include <string>
 
 class QCheckBox;
 class QLabel;
@@ -13,8 +14,7 @@ namespace wendmark {
 
 class LayoutDiagram;
 class QtDesktop;
-struct HandOver;
-struct TourContext;
+class TourDocument;
 
 /// The properties of the whole tour, on five tabs. They go into the model, and the pages that show them are
 /// generated again, when the author presses OK, and only then.
@@ -22,8 +22,11 @@ class frmPropTab final : public QDialog {
     Q_OBJECT
 
 public:
-    /// `handOver.logoFile` takes the logo that the author chooses and outlives the dialog.
-    frmPropTab(TourContext& tour, HandOver& handOver, QtDesktop& desktop, QWidget* parent = nullptr);
+    /// `logoFile` is the logo that the author chose last in this run of the program, or empty.
+    frmPropTab(TourDocument& document, std::string logoFile, QtDesktop& desktop, QWidget* parent = nullptr);
+
+    /// The logo that the author has chosen by now, also when the dialog was cancelled.
+    const std::string& logoFile() const { return m_logoFile; }
 
     /// Number of the tab on show, counted from 1.
     std::int16_t currentTab() const;
@@ -48,8 +51,8 @@ private:
     void showLogo(const QString& file);
     void takeOver();
 
-    TourContext& m_tour;
-    HandOver& m_handOver;
+    TourDocument& m_document;
+    std::string m_logoFile;
     QtDesktop& m_desktop;
     QTabWidget* m_tabs; ///< TabStrip1
     QLineEdit* m_tourTitle = nullptr;

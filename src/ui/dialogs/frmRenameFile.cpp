@@ -1,6 +1,5 @@
 #include "ui/dialogs/frmRenameFile.h"
 
-#include "ui/HandOver.h"
 #include "platform/Strings.h"
 #include "ui/dialogs/DialogParts.h"
 
@@ -12,31 +11,22 @@
 
 namespace wendmark {
 
-frmRenameFile::frmRenameFile(HandOver& handOver, QWidget* parent)
-    : QDialog(parent), m_handOver(handOver), m_name(new QLineEdit(this)) {
+frmRenameFile::frmRenameFile(const std::string& takenName, const std::string& renameReason, QWidget* parent)
+    : QDialog(parent), m_name(new QLineEdit(this)) {
     setObjectName(QStringLiteral("frmRenameFile"));
     setWindowTitle(QStringLiteral("Wendmark - Rename Local File"));
-    const QString takenName = toQString(m_handOver.dialogAnswer);
-    m_handOver.dialogAnswer.clear();
+    const QString shownName = toQString(takenName);
     m_name->setObjectName(QStringLiteral("txtFile"));
     m_name->setAccessibleName(tr("New name of the file"));
-    m_name->setText(takenName);
+    m_name->setText(shownName);
     m_name->selectAll();
 
-    QLabel* const nameLabel = makeTextLabel("lblFile", takenName, this);
+    QLabel* const nameLabel = makeTextLabel("lblFile", shownName, this);
     QFont bold = nameLabel->font();
     bold.setBold(true);
     nameLabel->setFont(bold);
-    QLabel* const reasonLabel = makeTextLabel("Label2", toQString(m_handOver.renameReason), this);
+    QLabel* const reasonLabel = makeTextLabel("Label2", toQString(renameReason), this);
     reasonLabel->setVisible(!reasonLabel->text().isEmpty());
-    QPushButton* const okButton = makeButton("OKButton", tr("OK"), this);
-    okButton->setDefault(true);
-    QPushButton* const cancelButton = makeButton("CancelButton", tr("Cancel"), this);
-
-    auto* const buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(okButton);
-    buttons->addWidget(cancelButton);
     QVBoxLayout* const layout = makeDialogLayout(*this);
     layout->addWidget(makeTextLabel("Label1",
                                     tr("Wendmark tried to copy the file you selected into the tour folder, "
@@ -52,15 +42,26 @@ frmRenameFile::frmRenameFile(HandOver& handOver, QWidget* parent)
     layout->addWidget(m_name);
     layout->addStretch();
     layout->addSpacing(dialogGap);
-    layout->addLayout(buttons);
+    layout->addLayout(makeButtons());
     setMinimumWidth(56 * dialogGap);
     m_name->setFocus();
+}
+
+QLayout* frmRenameFile::makeButtons() {
+    QPushButton* const okButton = makeButton("OKButton", tr("OK"), this);
+    okButton->setDefault(true);
+    QPushButton* const cancelButton = makeButton("CancelButton", tr("Cancel"), this);
+    auto* const buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(okButton);
+    buttons->addWidget(cancelButton);
     connect(okButton, &QPushButton::clicked, this, &frmRenameFile::answer);
     connect(cancelButton, &QPushButton::clicked, this, &QDialog::reject);
+    return buttons;
 }
 
 void frmRenameFile::answer() {
-    m_handOver.dialogAnswer = toUtf8(m_name->text());
+    m_dialogAnswer = toUtf8(m_name->text());
     accept();
 }
 

@@ -1,27 +1,31 @@
 #pragma once
 
 #include <QDialog>
+#include <string>
 
+class QLayout;
 class QLineEdit;
 
 namespace wendmark {
 
-struct HandOver;
-
-/// Asks for another name for a file whose own name is not free in the tour folder. Takes the name from
-/// dialogAnswer and the reason from renameReason; leaves the new name in dialogAnswer, nothing when the
-/// author cancels. Whether the new name is free is for the caller to find out.
+/// Asks for another name for a file whose own name is not free in the tour folder. Whether the new name is
+/// free is for the caller to find out.
 class frmRenameFile final : public QDialog {
     Q_OBJECT
 
 public:
-    explicit frmRenameFile(HandOver& handOver, QWidget* parent = nullptr);
+    /// `renameReason` says why the name is not free; it may be empty.
+    frmRenameFile(const std::string& takenName, const std::string& renameReason, QWidget* parent = nullptr);
+
+    /// The new name; empty when the author has cancelled.
+    const std::string& dialogAnswer() const { return m_dialogAnswer; }
 
 private:
+    QLayout* makeButtons();
     void answer();
 
-    HandOver& m_handOver;
     QLineEdit* m_name;
+    std::string m_dialogAnswer;
 };
 
 } // namespace wendmark

@@ -1,6 +1,5 @@
 #include "ui/dialogs/frmSelectFolderOpen.h"
 
-#include "ui/HandOver.h"
 #include "model/Workspace.h"
 #include "platform/Strings.h"
 #include "ui/Messages.h"
@@ -14,14 +13,15 @@
 
 namespace wendmark {
 
-frmSelectFolderOpen::frmSelectFolderOpen(HandOver& handOver, Workspace& workspace, QWidget* parent)
+frmSelectFolderOpen::frmSelectFolderOpen(const WorkspaceFolders& folders, std::string tourPath,
+                                         QWidget* parent)
     : QDialog(parent)
-    , m_handOver(handOver)
-    , m_workspace(workspace)
+    , m_folders(folders)
+    , m_tourPath(std::move(tourPath))
     , m_picker(new FolderPicker(tr("&Drive :"), this)) {
     setObjectName(QStringLiteral("frmSelectFolderOpen"));
     setWindowTitle(QStringLiteral("Select Tour-Folder"));
-    m_picker->setFolder(toQString(m_workspace.folders().myToursPath));
+    m_picker->setFolder(toQString(m_folders.myToursPath));
 
     QDialogButtonBox* const buttons = makeSelectionButtons(this);
     QVBoxLayout* const layout = makeDialogLayout(*this);
@@ -32,17 +32,12 @@ frmSelectFolderOpen::frmSelectFolderOpen(HandOver& handOver, Workspace& workspac
     setMinimumWidth(56 * dialogGap);
     m_picker->focusFolders();
     connect(buttons, &QDialogButtonBox::accepted, this, &frmSelectFolderOpen::choose);
-    connect(buttons, &QDialogButtonBox::rejected, this, &frmSelectFolderOpen::reject);
-}
-
-void frmSelectFolderOpen::reject() {
-    m_handOver.openFolderChosen = false;
-    QDialog::reject();
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 }
 
 void frmSelectFolderOpen::choose() {
     // What is tested is the folder of the tour that was open until now, not the one selected here.
-    const std::string reserved = reservedFolderMessage(m_workspace.folders(), m_workspace.tourPath());
+    const std::string reserved = reservedFolderMessage(m_folders, m_tourPath);
     if (!reserved.empty()) {
         showMessage(this, toQString(reserved), programTitle(), QMessageBox::Warning);
         return;
@@ -53,8 +48,8 @@ void frmSelectFolderOpen::choose() {
                     QStringLiteral("Wendmark: Defective Tour Folder"), QMessageBox::Warning);
         return;
     }
-    m_workspace.setTourPath(folder);
-    m_handOver.openFolderChosen = true;
+    m_folder = m_picker->folder();
+    m_folderChosen = true;
     accept();
 }
 

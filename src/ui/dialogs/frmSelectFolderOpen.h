@@ -1,28 +1,33 @@
 #pragma once
 
 #include <QDialog>
+#include <string>
 
 namespace wendmark {
 
 class FolderPicker;
-class Workspace;
-struct HandOver;
+struct WorkspaceFolders;
 
-/// Picks the folder of a tour that exists. Sets tourPath and openFolderChosen.
+/// Picks the folder of a tour that exists.
 class frmSelectFolderOpen final : public QDialog {
     Q_OBJECT
 
 public:
-    frmSelectFolderOpen(HandOver& handOver, Workspace& workspace, QWidget* parent = nullptr);
+    /// `tourPath` is the folder of the tour that was open until now. `folders` must outlive the dialog.
+    frmSelectFolderOpen(const WorkspaceFolders& folders, std::string tourPath, QWidget* parent = nullptr);
 
-    void reject() override;
+    /// The author has confirmed a folder.
+    bool folderChosen() const { return m_folderChosen; }
+    QString folder() const { return m_folder; }
 
 private:
     void choose();
 
-    HandOver& m_handOver;
-    Workspace& m_workspace;
+    const WorkspaceFolders& m_folders;
+    std::string m_tourPath;
     FolderPicker* m_picker;
+    QString m_folder;
+    bool m_folderChosen = false;
 };
 
 } // namespace wendmark

@@ -1,7 +1,6 @@
 #include "ui/dialogs/frmSelectFolderSave.h"
 
 #include "base/Names.h"
-#include "ui/HandOver.h"
 #include "model/Workspace.h"
 #include "platform/Strings.h"
 #include "ui/Messages.h"
@@ -16,16 +15,14 @@
 
 namespace wendmark {
 
-frmSelectFolderSave::frmSelectFolderSave(HandOver& handOver, Workspace& workspace, QWidget* parent)
+frmSelectFolderSave::frmSelectFolderSave(const WorkspaceFolders& folders, QWidget* parent)
     : QDialog(parent)
-    , m_handOver(handOver)
-    , m_workspace(workspace)
+    , m_folders(folders)
     , m_picker(new FolderPicker(tr("&Drive :"), this))
-    , m_tourName(new QLineEdit(this))
-    , m_formerTourPath(workspace.tourPath()) {
+    , m_tourName(new QLineEdit(this)) {
     setObjectName(QStringLiteral("frmSelectFolderSave"));
     setWindowTitle(QStringLiteral("Select Tour-Folder"));
-    m_picker->setFolder(toQString(m_workspace.folders().myToursPath));
+    m_picker->setFolder(toQString(m_folders.myToursPath));
     m_tourName->setObjectName(QStringLiteral("txtTourName"));
 
     auto* const nameLabel = new QLabel(tr("Tour &Name :"), this);
@@ -47,13 +44,7 @@ frmSelectFolderSave::frmSelectFolderSave(HandOver& handOver, Workspace& workspac
     setMinimumWidth(56 * dialogGap);
     m_tourName->setFocus();
     connect(buttons, &QDialogButtonBox::accepted, this, &frmSelectFolderSave::choose);
-    connect(buttons, &QDialogButtonBox::rejected, this, &frmSelectFolderSave::reject);
-}
-
-void frmSelectFolderSave::reject() {
-    m_handOver.saveFolderChosen = false;
-    m_workspace.setTourPath(m_formerTourPath);
-    QDialog::reject();
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 }
 
 void frmSelectFolderSave::choose() {
@@ -64,18 +55,19 @@ void frmSelectFolderSave::choose() {
         m_tourName->setFocus();
         return;
     }
-    m_workspace.setTourPath(toUtf8(m_picker->folder()) + pathSeparator + name);
-    const std::string reserved = reservedNewFolderMessage(m_workspace.folders(), m_workspace.tourPath());
+    const std::string folder = toUtf8(m_picker->folder()) + pathSeparator + name;
+    m_folder = toQString(folder);
+    const std::string reserved = reservedNewFolderMessage(m_folders, folder);
     if (!reserved.empty()) {
         showMessage(this, toQString(reserved), programTitle(), QMessageBox::Warning);
         return;
     }
-    if (!createTourFolder(toQString(m_workspace.tourPath()))) {
+    if (!createTourFolder(m_folder)) {
         showMessage(this, tr("Tour Folder already exists - Select a different path or name"),
                     QStringLiteral("Wendmark: Tour Name in use"), QMessageBox::Warning);
         return;
     }
-    m_handOver.saveFolderChosen = true;
+    m_folderChosen = true;
     accept();
 }
 

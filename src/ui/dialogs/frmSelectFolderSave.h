@@ -7,26 +7,31 @@ class QLineEdit;
 namespace wendmark {
 
 class FolderPicker;
-class Workspace;
-struct HandOver;
+struct WorkspaceFolders;
 
-/// Picks where a tour is saved under another name, and makes its folder. Sets tourPath and saveFolderChosen.
+/// Picks where a tour is saved under another name, and makes its folder.
 class frmSelectFolderSave final : public QDialog {
     Q_OBJECT
 
 public:
-    frmSelectFolderSave(HandOver& handOver, Workspace& workspace, QWidget* parent = nullptr);
+    /// `folders` must outlive the dialog.
+    explicit frmSelectFolderSave(const WorkspaceFolders& folders, QWidget* parent = nullptr);
 
-    void reject() override;
+    /// The new folder was made.
+    bool folderChosen() const { return m_folderChosen; }
+    QString folder() const { return m_folder; }
+
+    /// The folder that could not be had last, when the dialog was left without one; else empty.
+    QString refusedFolder() const { return m_folderChosen ? QString() : m_folder; }
 
 private:
     void choose();
 
-    HandOver& m_handOver;
-    Workspace& m_workspace;
+    const WorkspaceFolders& m_folders;
     FolderPicker* m_picker;
     QLineEdit* m_tourName;
-    std::string m_formerTourPath; ///< Holds again when the dialog is cancelled.
+    QString m_folder; ///< Tried last.
+    bool m_folderChosen = false;
 };
 
 } // namespace wendmark

@@ -1,7 +1,7 @@
 #include "ui/dialogs/frmWizard1.h"
 
-#include "ui/HandOver.h"
 #include "ui/dialogs/DialogParts.h"
+#include "ui/dialogs/WizardState.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -11,11 +11,11 @@
 
 namespace wendmark {
 
-frmWizard1::frmWizard1(HandOver& handOver, QWidget* parent)
-    : QDialog(parent), m_handOver(handOver), m_newTour(new QRadioButton(tr("&Create a new tour"), this)) {
+frmWizard1::frmWizard1(WizardState& state, QWidget* parent)
+    : QDialog(parent), m_state(state), m_newTour(new QRadioButton(tr("&Create a new tour"), this)) {
     setObjectName(QStringLiteral("frmWizard1"));
     setWindowTitle(QStringLiteral("Wendmark Wizard"));
-    m_handOver.wizardResult = WizardResult::closed;
+    m_state.wizardResult = WizardResult::closed;
 
     auto* const oldTour = new QRadioButton(tr("&Edit an existing tour"), this);
     oldTour->setObjectName(QStringLiteral("optOldTour"));
@@ -39,8 +39,8 @@ frmWizard1::frmWizard1(HandOver& handOver, QWidget* parent)
 }
 
 void frmWizard1::next() {
-    m_handOver.wizardResult = WizardResult::moved;
-    m_handOver.wizardNewTour = m_newTour->isChecked();
+    m_state.wizardResult = WizardResult::moved;
+    m_state.wizardNewTour = m_newTour->isChecked();
     accept();
 }
 

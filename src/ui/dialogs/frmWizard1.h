@@ -6,19 +6,19 @@ class QRadioButton;
 
 namespace wendmark {
 
-struct HandOver;
+struct WizardState;
 
 /// First page of the wizard: a new tour, or one that exists?
 class frmWizard1 final : public QDialog {
     Q_OBJECT
 
 public:
-    explicit frmWizard1(HandOver& handOver, QWidget* parent = nullptr);
+    explicit frmWizard1(WizardState& state, QWidget* parent = nullptr);
 
 private:
     void next();
 
-    HandOver& m_handOver;
+    WizardState& m_state;
     QRadioButton* m_newTour;
 };
 

@@ -1,10 +1,10 @@
 #include "ui/dialogs/frmWizard2.h"
 
 #include "base/Names.h"
-#include "ui/HandOver.h"
 #include "platform/Strings.h"
 #include "ui/Messages.h"
 #include "ui/dialogs/DialogParts.h"
+#include "ui/dialogs/WizardState.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -24,15 +24,15 @@ std::string trimmedText(const QLineEdit& field) {
 
 } // namespace
 
-frmWizard2::frmWizard2(HandOver& handOver, bool canGoBack, QWidget* parent)
-    : QDialog(parent), m_handOver(handOver), m_tourName(new QLineEdit(this)), m_title(new QLineEdit(this)) {
+frmWizard2::frmWizard2(WizardState& state, bool canGoBack, QWidget* parent)
+    : QDialog(parent), m_state(state), m_tourName(new QLineEdit(this)), m_title(new QLineEdit(this)) {
     setObjectName(QStringLiteral("frmWizard2"));
     setWindowTitle(QStringLiteral("Wendmark Wizard"));
-    m_handOver.wizardResult = WizardResult::closed;
+    m_state.wizardResult = WizardResult::closed;
     m_tourName->setObjectName(QStringLiteral("txtTourName"));
     m_title->setObjectName(QStringLiteral("txtTitle"));
-    m_tourName->setText(toQString(m_handOver.wizardTourName));
-    m_title->setText(toQString(m_handOver.wizardTourTitle));
+    m_tourName->setText(toQString(m_state.wizardTourName));
+    m_title->setText(toQString(m_state.wizardTourTitle));
 
     QLabel* const heading = makeTextLabel("lblInstr", tr("Please select a name for this tour:"), this);
     QLabel* const nameLabel =
@@ -82,16 +82,16 @@ void frmWizard2::next() {
         m_title->setFocus();
         return;
     }
-    m_handOver.wizardMove = WizardMove::forward;
-    m_handOver.wizardResult = WizardResult::accepted;
-    m_handOver.wizardTourName = std::move(name);
-    m_handOver.wizardTourTitle = std::move(title);
+    m_state.wizardMove = WizardMove::forward;
+    m_state.wizardResult = WizardResult::accepted;
+    m_state.wizardTourName = std::move(name);
+    m_state.wizardTourTitle = std::move(title);
     accept();
 }
 
 void frmWizard2::previous() {
-    m_handOver.wizardMove = WizardMove::back;
-    m_handOver.wizardResult = WizardResult::moved;
+    m_state.wizardMove = WizardMove::back;
+    m_state.wizardResult = WizardResult::moved;
     accept();
 }
 

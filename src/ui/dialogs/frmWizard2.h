@@ -6,7 +6,7 @@ class QLineEdit;
 
 namespace wendmark {
 
-struct HandOver;
+struct WizardState;
 
 /// Second page of the wizard: folder name and title of the new tour.
 class frmWizard2 final : public QDialog {
@@ -14,13 +14,13 @@ class frmWizard2 final : public QDialog {
 
 public:
     /// `canGoBack`: whether there is a first page to go back to.
-    frmWizard2(HandOver& handOver, bool canGoBack, QWidget* parent = nullptr);
+    frmWizard2(WizardState& state, bool canGoBack, QWidget* parent = nullptr);
 
 private:
     void next();
     void previous();
 
-    HandOver& m_handOver;
+    WizardState& m_state;
     QLineEdit* m_tourName;
     QLineEdit* m_title;
 };

@@ -2,13 +2,13 @@
 
 #include "base/Files.h"
 #include "base/Names.h"
-#include "ui/HandOver.h"
 #include "model/Workspace.h"
 #include "platform/QtDesktop.h"
 #include "platform/Strings.h"
 #include "ui/Messages.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/FolderPicker.h"
+#include "ui/dialogs/WizardState.h"
 
 #include <QHBoxLayout>
 #include <QInputDialog>
@@ -18,21 +18,22 @@
 
 namespace wendmark {
 
-frmWizard3::frmWizard3(HandOver& handOver, Workspace& workspace, QtDesktop& desktop, QWidget* parent)
+frmWizard3::frmWizard3(WizardState& state, const WorkspaceFolders& folders, QtDesktop& desktop,
+                       QWidget* parent)
     : QDialog(parent)
-    , m_handOver(handOver)
-    , m_workspace(workspace)
+    , m_state(state)
+    , m_folders(folders)
     , m_desktop(desktop)
     , m_picker(new FolderPicker(tr("&Drive:"), this)) {
     setObjectName(QStringLiteral("frmWizard3"));
     setWindowTitle(QStringLiteral("Wendmark Wizard"));
-    m_handOver.wizardResult = WizardResult::closed;
-    m_picker->setFolder(toQString(m_workspace.folders().myToursPath));
+    m_state.wizardResult = WizardResult::closed;
+    m_picker->setFolder(toQString(m_folders.myToursPath));
 
     QLabel* const heading = makeTextLabel(
         "lblInst",
         tr("Select a folder where you want to store the Tour folder and its associated files:") +
-            QStringLiteral("    [%1]").arg(toQString(m_handOver.wizardTourName)),
+            QStringLiteral("    [%1]").arg(toQString(m_state.wizardTourName)),
         this);
     QPushButton* const createButton = makeButton("btnCreate", tr("&Create New Folder"), this);
     QPushButton* const previousButton = makeButton("btnPrevious", tr("&Previous"), this);
@@ -68,25 +69,25 @@ void frmWizard3::createNewFolder() {
 }
 
 void frmWizard3::finish() {
-    m_workspace.setTourPath(toUtf8(m_picker->folder()) + pathSeparator + m_handOver.wizardTourName);
-    const std::string reserved = reservedNewFolderMessage(m_workspace.folders(), m_workspace.tourPath());
+    m_state.wizardTourPath = toUtf8(m_picker->folder()) + pathSeparator + m_state.wizardTourName;
+    const std::string reserved = reservedNewFolderMessage(m_folders, m_state.wizardTourPath);
     if (!reserved.empty()) {
         showMessage(this, toQString(reserved), programTitle(), QMessageBox::Warning);
         return;
     }
-    if (!createTourFolder(toQString(m_workspace.tourPath()))) {
+    if (!createTourFolder(toQString(m_state.wizardTourPath))) {
         showMessage(this, tr("Tour Folder already exists - please select a different path or name"),
                     QStringLiteral("Wendmark: Tour Name in use"), QMessageBox::Warning);
         return;
     }
-    m_handOver.wizardMove = WizardMove::forward;
-    m_handOver.wizardResult = WizardResult::accepted;
+    m_state.wizardMove = WizardMove::forward;
+    m_state.wizardResult = WizardResult::accepted;
     accept();
 }
 
 void frmWizard3::previous() {
-    m_handOver.wizardMove = WizardMove::back;
-    m_handOver.wizardResult = WizardResult::moved;
+    m_state.wizardMove = WizardMove::back;
+    m_state.wizardResult = WizardResult::moved;
     accept();
 }
 

@@ -6,24 +6,24 @@ namespace wendmark {
 
 class FolderPicker;
 class QtDesktop;
-class Workspace;
-struct HandOver;
+struct WizardState;
+struct WorkspaceFolders;
 
-/// Third page of the wizard: where the new tour's folder goes. Makes that folder and sets the workspace's
-/// tourPath to it.
+/// Third page of the wizard: where the new tour's folder goes. Makes that folder.
 class frmWizard3 final : public QDialog {
     Q_OBJECT
 
 public:
-    frmWizard3(HandOver& handOver, Workspace& workspace, QtDesktop& desktop, QWidget* parent = nullptr);
+    frmWizard3(WizardState& state, const WorkspaceFolders& folders, QtDesktop& desktop,
+               QWidget* parent = nullptr);
 
 private:
     void createNewFolder();
     void finish();
     void previous();
 
-    HandOver& m_handOver;
-    Workspace& m_workspace;
+    WizardState& m_state;
+    const WorkspaceFolders& m_folders;
     QtDesktop& m_desktop;
     FolderPicker* m_picker;
 };

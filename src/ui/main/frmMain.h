@@ -1,34 +1,29 @@
 #pragma once
 
-#include "recovery/RecoveryRecord.h"
+#include "commands/DocumentListener.h"
 #include "ui/ProgramParts.h"
+#include "ui/main/MainCommands.h"
 
-#include <QHash>
 #include <QMainWindow>
-#include <QPointer>
-#include <cstdint>
-#include <optional>
+#include <functional>
 
-class QAction;
 class QCheckBox;
-class QFrame;
 class QLabel;
-class QMenu;
 class QTimer;
 
 namespace wendmark {
 
-class BrowserView;
 class CommandBar;
+class Editors;
+class FileCommands;
 class LoadingIndicator;
-class frmBrowser;
-class frmHelp;
-struct RecoverySession;
-class frmNarEdit;
+class MainStatusBar;
+class TourPreview;
+class UnsavedWork;
 enum class StopCommandResult;
 
 /// The main window: shows the tour as visitors will see it, and starts every command.
-class frmMain final : public QMainWindow {
+class frmMain final : public QMainWindow, private DocumentListener {
     Q_OBJECT
 
 public:
@@ -40,12 +35,16 @@ public:
     /// `tourFolder` if that is not empty. Call once, before the window is shown.
     void load(const QString& tourFolder = QString());
 
-    // The commands, by the names of their menu items.
+    // The commands, by the names of their menu items. Given while another one is under way, they wait.
     void newTour();
     void openTour();
     void save();
     void saveAs();
     void printTourScript();
+    void openEarlierSave();
+    void quit() { close(); }
+    void undo();
+    void redo();
     void insertStop();
     void deleteStop();
     void moveForward();
@@ -63,6 +62,12 @@ public:
     void showWebSite();
     void showAbout();
 
+    /// Gives the command as its toolbar button and its keys do.
+    void give(const MainCommand& command);
+
+    /// What the author has chosen in the box of this name.
+    bool isWorkingOffline() const { return m_workOffline; }
+
     /// Does what the toolbar button with this key does. Unknown keys do nothing.
     void runToolBarCommand(const QString& key);
 
@@ -79,72 +84,42 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void setupActions();
-    void setupFileMenu();
-    void setupEditMenu();
-    void setupStopsMenu();
-    void setupNavigateMenu();
-    void setupViewMenu();
-    void setupHelpMenu();
     void setupToolBar();
     void setupCentralWidget();
-    void setupStatusBar();
     void setupConnections();
 
-    QAction* addAction(QMenu& menu, const char* name, const QString& caption, const QKeySequence& key,
-                       void (frmMain::*command)());
-
-    void readSettings();
-    void storeSettings();
-    void showOpeningPage();
-    void openTourIn(const QString& folder);
-    void tellWhetherOpenIsComplete();
-    bool offerRecovery();
-    void recover(const RecoverySession& session);
-    void reopenNarrationEditor();
-    std::optional<UnappliedTexts> unappliedTexts() const;
-    void keepUnsaved();
-    void takeOverSave(bool complete);
-    void runWizard();
-    void finishWizard();
-    void takeOverStatusText(const QString& text, const QUrl& source);
-    void takeOverStopNumber(const QString& text);
-    bool isLateAnnouncement(std::int16_t stop);
-    void reportDeadRenderer(bool comesBack);
-    void showStatus(const QString& text);
+    void run(std::function<void()> command);
+    void look(std::function<void()> command);
+    void runStopCommand(StopCommandResult (TourDocument::*command)());
     void runTicks();
-    void finish(StopCommandResult result);
     bool refuseOnOpeningPage(const QString& message);
-    void tellNarrationEditor();
-    void prepareSiteEdit();
-    bool closeSiteEditor();
+    void reopenNarrationEditor();
     bool mayQuit();
-    void leaveWorkingCopy();
+    void end();
     void layOutBrowser();
+    void showHistory();
 
+    void tourChangedNow() override;
+    void currentStopChanged() override;
+    void tourSaved(bool complete) override;
+
+    bool m_workOffline = false; ///< The author's choice; nothing else reads it.
+    std::string m_logoFile;     ///< Logo that the author chose; empty: none in this run of the program.
     ProgramParts m_parts;
-    BrowserView* m_browser = nullptr;   ///< broMain
-    QFrame* m_browserPanel = nullptr;   ///< picBrowser
-    CommandBar* m_toolBar = nullptr;    ///< tbToolBar
-    QLabel* m_stopNumber = nullptr;     ///< lblStopNum
+    TourDocument& m_document;
+    ActionsByName m_actions;
+    CommandBar* m_toolBar = nullptr;  ///< tbToolBar
+    TourPreview* m_preview = nullptr; ///< picBrowser
+    QLabel* m_stopNumber = nullptr;   ///< lblStopNum
+    MainStatusBar* m_statusBar;       ///< sbStatusBar
+    UnsavedWork* m_unsaved;
+    FileCommands* m_files;
+    Editors* m_editors;
     LoadingIndicator* m_busy = nullptr; ///< picBusy
     QCheckBox* m_offline = nullptr;     ///< chkOffline
-    QLabel* m_statusText = nullptr;
-    QLabel* m_statusDate = nullptr;
-    QLabel* m_statusTime = nullptr;
-    QTimer* m_timer = nullptr; ///< timTimer
-    QTimer* m_recoveryTimer = nullptr;
-    QHash<QString, QAction*> m_actions; ///< By the names of the menu items.
-    QPointer<frmHelp> m_help;
-    QPointer<frmBrowser> m_siteEditor;      ///< None while it is closed.
-    QPointer<frmNarEdit> m_narrationEditor; ///< None until its first use, and after its close box.
-    QString m_lastStatus;                   ///< Shown again when the pointer leaves a link.
-    QString m_waitingStopNumber;            ///< Announced between the steps of a command; null: none was.
-    bool m_previewComing = false; ///< The browser was sent to a stop that has not announced itself yet.
-    std::optional<UnappliedTexts> m_recoveredTexts; ///< For the narration editor, once the window is there.
-    bool m_saveInProgress = false;
-    bool m_closeAfterSave = false;
-    bool m_mayQuit = false; ///< The author was asked, and the window closes as soon as it can.
+    QTimer* m_timer = nullptr;          ///< timTimer
+    int m_droppedSteps = 0;             ///< Of which the author was told.
+    bool m_ended = false;               ///< The working copy is left; the window may close.
 };
 
 } // namespace wendmark

@@ -47,9 +47,10 @@ void HtmlField::setTypedText(const std::string& text) {
     const bool tooLong = lines.size() > longestEdited;
     if (tooLong ? text == m_wholeText : !wasTooLong && lines == shownText())
         return;
+    const bool isFirst = shownText().isEmpty() && !document()->isUndoAvailable();
     m_wholeText = tooLong ? text : std::string();
     setReadOnly(isTooLong());
-    if (!isVisible() || isTooLong() || wasTooLong) {
+    if (isFirst || isTooLong() || wasTooLong) {
         setPlainText(lines.left(longestEdited));
         return;
     }

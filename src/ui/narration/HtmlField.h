@@ -27,9 +27,9 @@ public:
     /// What is on screen, with "\n" between its lines; unlike toPlainText() it keeps no-break spaces.
     QString shownText() const;
 
-    /// Replaces the text, which is UTF-8. While the field is on screen this is a step that can be undone. Of
-    /// a text that is too long only the beginning is shown, and nothing of it can be changed; typedText()
-    /// gives all of it.
+    /// Replaces the text, which is UTF-8. This is a step that can be undone, on screen or not, except the
+    /// first time. Of a text that is too long only the beginning is shown, and nothing of it can be changed;
+    /// typedText() gives all of it.
     void setTypedText(const std::string& text);
 
     bool isTooLong() const { return !m_wholeText.empty(); }

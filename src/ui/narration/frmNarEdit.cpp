@@ -2,22 +2,17 @@
 
 #include "base/Files.h"
 #include "base/Log.h"
-#include "base/Names.h"
-#include "ui/HandOver.h"
-#include "model/TourContext.h"
-#include "model/TourModel.h"
-#include "model/Workspace.h"
+#include "commands/TourDocument.h"
+#include "platform/Gate.h"
 #include "platform/QtDesktop.h"
 #include "platform/Settings.h"
 #include "platform/Strings.h"
-#include "publish/Framesets.h"
 #include "publish/StopPages.h"
-#include "publish/TourPages.h"
 #include "ui/Messages.h"
 #include "ui/controls/FlowLayout.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/FileChooser.h"
-#include "ui/dialogs/frmRenameFile.h"
+#include "ui/dialogs/TourFileNames.h"
 #include "ui/narration/HtmlField.h"
 #include "ui/narration/NarrationPreview.h"
 
@@ -26,7 +21,6 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 #include <QPushButton>
 #include <QShortcut>
 #include <QSplitter>
@@ -61,12 +55,33 @@ std::string beginningForPreview(const std::string& text) {
     return toUtf8(beginningOf(text, HtmlField::longestEdited));
 }
 
+/// What the page of this stop shows of the tour besides the stop's texts. Those of all other stops may be
+/// many megabytes.
+TourModel modelForPreview(const TourModel& tour, std::int16_t stop) {
+    TourModel model;
+    model.stops.setCount(std::max(tour.stopCount(), stop));
+    model.autoInstruction = tour.autoInstruction;
+    model.stopLabel = beginningForPreview(tour.stopLabel);
+    model.homeSiteURL = beginningForPreview(tour.homeSiteURL);
+    if (stop <= tour.stops.held())
+        model.stops.at(stop).stopURL = beginningForPreview(tour.stops.at(stop).stopURL);
+    return model;
+}
+
+QString askForAddress(QWidget& window) {
+    QInputDialog box(&window);
+    box.setWindowTitle(programTitle());
+    box.setLabelText(frmNarEdit::tr("Please enter the URL of this hyperlink"));
+    box.resize(addressWidth, box.sizeHint().height());
+    return box.exec() == QDialog::Accepted ? box.textValue() : QString();
+}
+
 } // namespace
 
 frmNarEdit::frmNarEdit(const ProgramParts& parts, QWidget* parent)
     : QDialog(parent, Qt::Window)
     , m_parts(parts)
-    , m_spelling(parts.tour.log)
+    , m_spelling(parts.document.log())
     , m_title(new QLineEdit(this))
     , m_narration(new HtmlField(m_spelling, this))
     , m_instruction(new HtmlField(m_spelling, this))
@@ -99,7 +114,7 @@ frmNarEdit::frmNarEdit(const ProgramParts& parts, QWidget* parent)
 frmNarEdit::~frmNarEdit() = default;
 
 void frmNarEdit::editCurrentStop() {
-    const TourModel& model = m_parts.tour.model;
+    const TourModel& model = m_parts.document.model();
     if (model.currentStop < 1 || model.currentStop > model.stops.held())
         return;
     const Stop& stop = model.stops.at(model.currentStop);
@@ -136,7 +151,7 @@ UnappliedTexts frmNarEdit::texts() const {
 }
 
 void frmNarEdit::tellTarget() {
-    const std::int16_t stop = m_parts.tour.model.currentStop;
+    const std::int16_t stop = m_parts.document.model().currentStop;
     m_target->setText(stop < 1 ? tr("The opening page has no texts: Apply stores nothing.")
                                : tr("Apply stores into stop %1.").arg(stop));
     const bool tooLong = m_narration->isTooLong() || m_instruction->isTooLong();
@@ -150,11 +165,17 @@ void frmNarEdit::tellTarget() {
 }
 
 void frmNarEdit::reject() {
-    hide();
+    m_parts.gate.run(*this, [this] { hide(); });
 }
 
 void frmNarEdit::closeEvent(QCloseEvent* event) {
-    event->accept(); // A dialog would hide as Cancel does.
+    // A dialog would hide as Cancel does. While a command is under way, this one may still need the window.
+    if (!m_closing)
+        m_parts.gate.run(*this, [this] {
+            m_closing = true;
+            close(); // Does nothing when this is run at once.
+        });
+    event->setAccepted(m_closing);
 }
 
 void frmNarEdit::setTitle(const std::string& title) {
@@ -162,6 +183,11 @@ void frmNarEdit::setTitle(const std::string& title) {
     const QString shown = beginningOf(title, m_title->maxLength());
     if (shown == m_title->text())
         return;
+    if (m_title->text().isEmpty() && !m_title->isUndoAvailable()) {
+        m_title->setText(shown); // The first of all: there is nothing to go back to.
+        m_title->setCursorPosition(0);
+        return;
+    }
     // Unlike setText() this can be undone.
     m_title->selectAll();
     m_title->insert(shown);
@@ -228,8 +254,10 @@ QLayout* frmNarEdit::makeTagButtons() {
     addTag("btnBig", tr("Bg. F&ont"), tr("Make the selected words bigger"), {}, bigTag);
     addTag("btnSmall", tr("&Sm. Font"), tr("Make the selected words smaller"), {}, smallTag);
     add("btnBreak", tr("&Ln. Break"), tr("Begin a new line here"), {}, &frmNarEdit::breakLine);
-    add("btnImage", tr("Add Ima&ge"), tr("Insert an image here"), {}, &frmNarEdit::addImage);
-    add("btnHLink", tr("Add &Hyperlink"), tr("Make the selected words a link"), {}, &frmNarEdit::addLink);
+    add("btnImage", tr("Add Ima&ge"), tr("Insert an image here"), {},
+        [this] { m_parts.gate.run(*this, [this] { addImage(); }); });
+    add("btnHLink", tr("Add &Hyperlink"), tr("Make the selected words a link"), {},
+        [this] { m_parts.gate.run(*this, [this] { addLink(); }); });
     return row;
 }
 
@@ -269,7 +297,7 @@ void frmNarEdit::load() {
     limitSize();
     resize(usualSize);
     centreOnScreen(*this);
-    if (m_parts.tour.model.autoInstruction) {
+    if (m_parts.document.model().autoInstruction) {
         m_instruction->setEnabled(false);
         m_instruction->setTypedText(toUtf8(tr("Automatic Instruction Mode [selected in Tour Properties]")));
     }
@@ -302,15 +330,7 @@ void frmNarEdit::addLink() {
         showMessage(this, tr("Please highlight the phrase to be hyperlinked"));
         return;
     }
-    takeOver(linkSelection(m_narration->typedText(), selection(), toUtf8(askForAddress())));
-}
-
-QString frmNarEdit::askForAddress() {
-    QInputDialog box(this);
-    box.setWindowTitle(programTitle());
-    box.setLabelText(tr("Please enter the URL of this hyperlink"));
-    box.resize(addressWidth, box.sizeHint().height());
-    return box.exec() == QDialog::Accepted ? box.textValue() : QString();
+    takeOver(linkSelection(m_narration->typedText(), selection(), toUtf8(askForAddress(*this))));
 }
 
 void frmNarEdit::addImage() {
@@ -322,39 +342,19 @@ void frmNarEdit::addImage() {
                                     tr("Images (*.gif *.jpg *.jpeg *.png *.svg *.webp *.bmp);;All (*)"));
     if (path.isEmpty())
         return;
-    const std::string name = freeImageName(path);
+    const std::string name = m_parts.fileNames.nameForImage(path, this);
     if (name.empty())
         return;
-    const QPointer<frmNarEdit> self(this);
     copyImage(path, name);
-    if (!self.isNull()) // The author may have closed the window while it waited.
-        takeOver(insertImage(m_narration->typedText(), selection().start, name));
-}
-
-std::string frmNarEdit::freeImageName(const QString& path) {
-    HandOver& handOver = m_parts.handOver;
-    std::string name = lastPathPart(toUtf8(path), pathSeparator);
-    while (m_parts.tour.workspace.isTemplateFile(name)) {
-        handOver.dialogAnswer = name;
-        frmRenameFile dialog(handOver, this);
-        runDialog(dialog);
-        // Files of a tour have lower-case names and lie in its own folder, whatever was typed.
-        name = lastPathPart(handOver.dialogAnswer, pathSeparator);
-    }
-    return name;
+    takeOver(insertImage(m_narration->typedText(), selection().start, name));
 }
 
 void frmNarEdit::copyImage(const QString& path, const std::string& name) {
-    TourContext& tour = m_parts.tour;
-    const std::string source = toUtf8(path);
-    if (!files::same(source, tour.workspace.workingFile(name)))
-        tour.log.skip(tour.workspace.copyToWorkingFile(source, name));
-    const QPointer<frmNarEdit> self(this);
-    const BusyPointer busy(tour.desktop);
-    setEnabled(false); // A second click, or a key, would change the place that the image goes to.
-    tour.workspace.pause(1.0F);
-    if (!self.isNull())
-        setEnabled(true);
+    static_cast<void>(m_parts.document.addFile(toUtf8(path), name, "Add Image")); // A failure is in the log.
+    const BusyPointer busy(m_parts.desktop);
+    setEnabled(false); // A key would change the place that the image goes to.
+    m_parts.document.workspace().pause(1.0F);
+    setEnabled(true);
 }
 
 Selection frmNarEdit::selection() const {
@@ -372,39 +372,29 @@ void frmNarEdit::takeOver(const EditedText& edited) {
 }
 
 void frmNarEdit::apply() {
-    TourContext& tour = m_parts.tour;
-    {
-        const BusyPointer busy(tour.desktop);
-        tour.model.tourChanged = true;
-        const std::int16_t stop = tour.model.currentStop;
-        if (stop >= 1 && stop <= tour.model.stops.held()) {
-            storeTexts(tour.model.stops.at(stop));
-            makeStopPages(tour, stop, stop);
-            makeContentsPage(tour);
-            makeTourGuide(tour);
-            makePreviewFrameset(tour);
-        }
-    }
-    hide();
+    m_parts.gate.run(*this, [this] {
+        const std::int16_t stop = m_parts.document.model().currentStop;
+        const StopTexts texts = {storableTitle(title()), storable(*m_narration, noNarration),
+                                 storable(*m_instruction, noInstruction)};
+        m_parts.document.setTexts(stop, texts);
+        if (stop >= 1)
+            showStored(texts);
+        hide();
+    });
 }
 
-void frmNarEdit::storeTexts(Stop& stop) {
-    stop.stopNarration = storable(*m_narration, noNarration);
-    stop.stopTitle = storableTitle(title());
-    m_narration->setTypedText(stop.stopNarration);
-    setTitle(stop.stopTitle);
-    if (m_parts.tour.model.autoInstruction) {
-        stop.stopInstruction = automaticInstruction;
-        return;
-    }
-    stop.stopInstruction = storable(*m_instruction, noInstruction);
-    m_instruction->setTypedText(stop.stopInstruction);
+/// What the fields hold is stored: they show it as the stop has it.
+void frmNarEdit::showStored(const StopTexts& texts) {
+    m_narration->setTypedText(texts.narration);
+    setTitle(texts.title);
+    if (!m_parts.document.model().autoInstruction)
+        m_instruction->setTypedText(texts.instruction);
 }
 
 void frmNarEdit::showPreview(bool shown) {
     m_previewButton->setText(shown ? tr("Hide &Preview") : tr("Show &Preview"));
     if (shown && m_preview == nullptr) {
-        const QString folder = toQString(m_parts.tour.workspace.folders().newTourPath);
+        const QString folder = toQString(m_parts.document.workspace().folders().newTourPath);
         m_preview = new NarrationPreview(m_parts.browserProfile, folder, m_panes);
         m_preview->setMinimumHeight(smallestPreview);
         m_panes->addWidget(m_preview);
@@ -424,19 +414,12 @@ void frmNarEdit::rememberPreview(bool shown) {
 void frmNarEdit::refreshPreview() {
     if (m_preview == nullptr || m_preview->isHidden() || !isVisible())
         return;
-    const files::Contents source = files::read(m_parts.tour.workspace.templateFile("page.htm"));
+    const files::Contents source = files::read(m_parts.document.workspace().templateFile("page.htm"));
     if (!source.outcome.ok())
         return;
-    const TourModel& tour = m_parts.tour.model;
-    const std::int16_t stop = std::clamp<std::int16_t>(tour.currentStop, 1, tourCapacity);
-    TourModel model; // The texts of all other stops may be many megabytes.
-    model.stops.setCount(std::max(tour.stopCount(), stop));
+    const std::int16_t stop = std::clamp<std::int16_t>(m_parts.document.model().currentStop, 1, tourCapacity);
+    TourModel model = modelForPreview(m_parts.document.model(), stop);
     Stop& shown = model.stops.at(stop);
-    model.autoInstruction = tour.autoInstruction;
-    model.stopLabel = beginningForPreview(tour.stopLabel);
-    model.homeSiteURL = beginningForPreview(tour.homeSiteURL);
-    if (stop <= tour.stops.held())
-        shown.stopURL = beginningForPreview(tour.stops.at(stop).stopURL);
     shown.stopTitle = storableTitle(toUtf8(m_title->text()));
     shown.stopNarration = storableText(toUtf8(m_narration->shownText()), noNarration);
     shown.stopInstruction = storableText(toUtf8(m_instruction->shownText()), noInstruction);

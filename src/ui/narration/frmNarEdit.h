@@ -19,7 +19,7 @@ namespace wendmark {
 
 class HtmlField;
 class NarrationPreview;
-struct Stop;
+struct StopTexts;
 
 /// Edits the title, the narration and the instruction of a stop. Not modal: what Apply stores goes into the
 /// stop that is current then. Apply and Cancel hide the window, its close box destroys it.
@@ -66,16 +66,14 @@ private:
     void wrap(const Tag& tag);
     void breakLine();
     void addLink();
-    QString askForAddress();
     void addImage();
-    std::string freeImageName(const QString& path);
     void copyImage(const QString& path, const std::string& name);
     Selection selection() const;
     UnappliedTexts texts() const;
     void takeOver(const EditedText& edited);
 
     void apply();
-    void storeTexts(Stop& stop);
+    void showStored(const StopTexts& texts);
     void showPreview(bool shown);
     void rememberPreview(bool shown);
     void refreshPreview();
@@ -94,6 +92,7 @@ private:
     QSplitter* m_panes;
     NarrationPreview* m_preview = nullptr; ///< Made when it is first shown.
     QTimer m_previewTimer;
+    bool m_closing = false; ///< By the close box, and no command is under way any more.
 };
 
 } // namespace wendmark

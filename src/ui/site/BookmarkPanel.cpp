@@ -2,7 +2,7 @@
 
 #include "base/Files.h"
 #include "base/Log.h"
-#include "model/TourContext.h"
+#include "commands/TourDocument.h"
 #include "model/TourModel.h"
 #include "model/Workspace.h"
 #include "platform/Icons.h"
@@ -33,7 +33,6 @@ namespace wendmark {
 
 namespace {
 
-constexpr std::string_view fileName = "goodlist.txt";
 constexpr int rowsInView = 4;
 constexpr int smallestWidth = 48 * dialogGap;
 constexpr float columnGap = 90; // Twips.
@@ -52,9 +51,9 @@ protected:
 
 } // namespace
 
-BookmarkPanel::BookmarkPanel(TourContext& tour, QtDesktop& desktop, QWidget* parent)
+BookmarkPanel::BookmarkPanel(TourDocument& document, QtDesktop& desktop, QWidget* parent)
     : QWidget(parent)
-    , m_tour(tour)
+    , m_document(document)
     , m_desktop(desktop)
     , m_list(new BookmarkModel(this))
     , m_grid(new QTableView(this))
@@ -147,16 +146,17 @@ QWidget* BookmarkPanel::makeList() {
 }
 
 void BookmarkPanel::LoadGoodList() {
-    const files::Contents file = files::read(m_tour.workspace.workingFile(fileName));
-    m_tour.log.skipAsNote(file.outcome);
-    setList(readBookmarks(file.bytes));
+    setList(m_document.loadBookmarks());
     if (!list().further.empty())
-        m_tour.log.warn("goodlist.txt holds more than 255 bookmarks: the others are kept in the file only");
+        m_document.log().warn(
+            "goodlist.txt holds more than 255 bookmarks: the others are kept in the file only");
 }
 
 void BookmarkPanel::SaveGoodList() {
     storeNote();
-    m_tour.log.skip(m_tour.workspace.writeWorkingFile(fileName, bookmarksFile(list())));
+    if (list() != m_document.bookmarks())
+        m_document.setBookmarks(list(), "Edit Bookmarks");
+    m_document.saveBookmarks();
 }
 
 const BookmarkList& BookmarkPanel::list() const {
@@ -278,7 +278,12 @@ void BookmarkPanel::showRow(int row) {
 }
 
 void BookmarkPanel::noteChange() {
-    m_tour.model.tourChanged = true;
+    m_document.markChanged();
+}
+
+void BookmarkPanel::tellChange(const QString& what) {
+    m_document.setBookmarks(list(), toUtf8(what));
+    emit changed(what);
 }
 
 void BookmarkPanel::remember(const QString& address) {
@@ -296,7 +301,7 @@ void BookmarkPanel::remember(const QString& address) {
     }
     SetRow(bookmarkCount(), {toUtf8(address), {}, white});
     showRow(bookmarkCount() - 1);
-    emit changed(tr("Remember Page"));
+    tellChange(tr("Remember Page"));
 }
 
 void BookmarkPanel::goTo() {
@@ -329,7 +334,7 @@ void BookmarkPanel::storeNote() {
     if (bookmark == GetRow(m_notedRow))
         return;
     SetRow(m_notedRow, bookmark);
-    emit changed(tr("Edit Note"));
+    tellChange(tr("Edit Note"));
 }
 
 void BookmarkPanel::backToBookmarks() {
@@ -346,7 +351,7 @@ void BookmarkPanel::removeBlock() {
     noteChange();
     m_list->removeRows(block->first, block->last - block->first + 1);
     SelectCells(-1, 0, -1, 0);
-    emit changed(tr("Remove Bookmark"));
+    tellChange(tr("Remove Bookmark"));
 }
 
 void BookmarkPanel::moveBlock(int by) {
@@ -362,7 +367,7 @@ void BookmarkPanel::moveBlock(int by) {
     m_list->moveBlock(block->first, block->last, by);
     selectRows(block->first + by, block->last + by);
     m_grid->scrollTo(m_list->index((by < 0 ? block->first : block->last) + by, BookmarkModel::addressColumn));
-    emit changed(by < 0 ? tr("Move Bookmark Up") : tr("Move Bookmark Down"));
+    tellChange(by < 0 ? tr("Move Bookmark Up") : tr("Move Bookmark Down"));
 }
 
 void BookmarkPanel::colourBlock(int k) {
@@ -374,7 +379,7 @@ void BookmarkPanel::colourBlock(int k) {
     m_list->setColour(block->first, block->last, ColorBar::colourOf(k));
     selectRows(block->first, block->last);
     if (list().bookmarks != before)
-        emit changed(tr("Colour Bookmark"));
+        tellChange(tr("Colour Bookmark"));
 }
 
 } // namespace wendmark

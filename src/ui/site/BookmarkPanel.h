@@ -15,7 +15,7 @@ namespace wendmark {
 class BookmarkModel;
 class NotePanel;
 class QtDesktop;
-struct TourContext;
+class TourDocument;
 
 /// The bookmarks of the tour, with a note and a colour each. They are read from and written to "goodlist.txt"
 /// of the working copy; in between they live in the panel only. Rows count from 0.
@@ -24,7 +24,7 @@ class BookmarkPanel final : public QWidget {
 
 public:
     /// The references must outlive the panel.
-    BookmarkPanel(TourContext& tour, QtDesktop& desktop, QWidget* parent = nullptr);
+    BookmarkPanel(TourDocument& document, QtDesktop& desktop, QWidget* parent = nullptr);
 
     /// The panel's own buttons besides those of the list stand in its first row; more can join them.
     void addButton(QPushButton& button);
@@ -89,6 +89,7 @@ private:
     void selectRows(int first, int last);
     void showRow(int row);
     void noteChange();
+    void tellChange(const QString& what);
 
     void goTo();
     void editNotes();
@@ -98,7 +99,7 @@ private:
     void moveBlock(int by);
     void colourBlock(int k);
 
-    TourContext& m_tour;
+    TourDocument& m_document;
     QtDesktop& m_desktop;
     BookmarkModel* m_list;
     QTableView* m_grid;      ///< grdResearch

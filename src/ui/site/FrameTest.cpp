@@ -4,7 +4,7 @@
 #include "base/TextLines.h"
 #include "model/Workspace.h"
 #include "platform/BrowserView.h"
-#include "platform/QtDesktop.h"
+#include "platform/Gate.h"
 #include "platform/Strings.h"
 #include "ui/site/HeaderRequest.h"
 
@@ -30,11 +30,11 @@ private:
 
 } // namespace
 
-FrameTest::FrameTest(BrowserView& browser, const Workspace& workspace, QtDesktop& desktop, Log& log,
+FrameTest::FrameTest(BrowserView& browser, const Workspace& workspace, Gate& gate, Log& log,
                      QString userAgent)
     : m_browser(browser)
     , m_workspace(workspace)
-    , m_desktop(desktop)
+    , m_gate(gate)
     , m_log(log)
     , m_userAgent(std::move(userAgent)) {}
 
@@ -64,7 +64,7 @@ FrameTest::Result FrameTest::run(const QUrl& location, const std::function<bool(
     m_browser.stop();
     if (!waitWhile([&] { return m_browser.isBusy(); }, goOn))
         return Result::abandoned;
-    m_desktop.processPendingEvents();
+    m_gate.handleEvents(true);
     const TakeOverGrant grant(m_browser, page);
     const HeaderRequest request(location, m_userAgent);
     bool begun = false;
@@ -97,7 +97,7 @@ bool FrameTest::isRefused(const HeaderRequest& request) const {
 
 bool FrameTest::waitWhile(const std::function<bool()>& condition, const std::function<bool()>& goOn) {
     while (condition()) {
-        m_desktop.processPendingEvents();
+        m_gate.handleEvents(true);
         if (!goOn())
             return false;
     }

@@ -6,8 +6,8 @@
 namespace wendmark {
 
 class BrowserView;
+class Gate;
 class HeaderRequest;
-class QtDesktop;
 class Workspace;
 class Log;
 
@@ -30,8 +30,7 @@ public:
     static constexpr int usualLowerFrame = 50; ///< Pixels.
 
     /// All references must outlive the test. `userAgent` is the browser's name for itself.
-    FrameTest(BrowserView& browser, const Workspace& workspace, QtDesktop& desktop, Log& log,
-              QString userAgent);
+    FrameTest(BrowserView& browser, const Workspace& workspace, Gate& gate, Log& log, QString userAgent);
 
     /// Writes the test page for this address; its lower frame is `lowerFrame` pixels high. False, and a line
     /// in the log, when that fails.
@@ -49,7 +48,7 @@ private:
 
     BrowserView& m_browser;
     const Workspace& m_workspace;
-    QtDesktop& m_desktop;
+    Gate& m_gate;
     Log& m_log;
     QString m_userAgent;
 };

@@ -1,31 +1,42 @@
 #pragma once
 
+#include "commands/DocumentListener.h"
 #include "ui/ProgramParts.h"
-#include "ui/site/FrameTest.h"
 
 #include <QHash>
 #include <QUrl>
 #include <QWidget>
+#include <cstdint>
+#include <string>
 
 class QAction;
-class QComboBox;
 class QLabel;
 class QLayout;
 class QPushButton;
-class QStringListModel;
 class QSplitter;
 class QTimer;
 
 namespace wendmark {
 
+class AddressBox;
 class BookmarkPanel;
 class BrowserView;
 class CommandBar;
 class LoadingIndicator;
+class SiteTest;
+class SiteUse;
+
+/// Place of a window on the screen, in twips.
+struct Bounds {
+    float left = 0;
+    float top = 0;
+    float width = 0;
+    float height = 0;
+};
 
 /// The site editor: browses for the page of the current stop. Not modal. What "Use this Site" accepts goes
-/// into the stop that is current then.
-class frmBrowser final : public QWidget {
+/// into the stop that was current when the author gave that command.
+class frmBrowser final : public QWidget, private DocumentListener {
     Q_OBJECT
 
 public:
@@ -33,11 +44,21 @@ public:
     explicit frmBrowser(const ProgramParts& parts, QWidget* parent = nullptr);
     ~frmBrowser() override;
 
-    /// Takes its place, reads the lists and goes to siteEditURL. Call once, before the window is shown.
-    void load();
+    /// Takes its place beside the main window, reads the lists and goes to the page of the current stop. Call
+    /// once, before the window is shown.
+    void load(const Bounds& mainWindowBounds);
 
-    /// Comes to the front and goes to siteEditURL, unless a frame test is running.
+    /// Comes to the front and goes to the page of the current stop.
     void showStop();
+
+    /// Closes the window from within a command. Always true.
+    bool closeNow();
+
+    /// Address with which the window was opened last.
+    const std::string& siteEditURL() const { return m_siteEditURL; }
+
+    /// Address that the author has accepted last since then; empty: none.
+    const std::string& siteEditResult() const;
 
     /// Does what the toolbar button with this key does. Unknown keys do nothing.
     void runToolBarCommand(const QString& key);
@@ -46,7 +67,7 @@ signals:
     void closed();
 
 protected:
-    /// While a frame test runs, the window closes when that has ended.
+    /// While a command is under way, the window closes when that has ended; a frame test gives up.
     void closeEvent(QCloseEvent* event) override;
     bool event(QEvent* event) override;
 
@@ -57,62 +78,46 @@ private:
     void setupBrowser();
     void setupConnections();
 
-    void LoadHistory();
-    void SaveHistory();
     void saveLists();
+    void takeStop();
 
     void goToText(const QString& text);
-    void refuseAddress(const QString& typed);
-    void refuseLongAddress();
+    void goToTextIfOpen(const QString& text);
     void goTo(const QUrl& address);
     QUrl siteEditAddress();
     void takeOverNavigation(bool ok);
-    void recordVisit(const QString& location);
     void runTick();
     void showCaption();
     void showNotice(const QString& text);
     QString location() const;
     QString workingFolder() const;
 
-    void stop();
-    void useSite();
-    bool storeSite();
-    bool maySiteReplace(const std::string& oldAddress, const QUrl& page);
-    void finishUse();
-    void tellIfNotInTour();
-
-    FrameTest frameTest();
-    FrameTest::Result runFrameTest();
-    bool goOnTesting(const QUrl& page);
-    void StopTesting(const QUrl& page);
+    void browse(const QString& key);
     void enableToolBar(bool enabled);
-    void reportFrameTest();
-    void showFrameTestMessage(const QString& text);
-    void showFrameTestDialog();
-
     void selectLocalFile();
-    std::string freeLocalName(const QString& path);
     void launchHtmlEditor();
-    void startHtmlEditor(const QString& file);
+
+    void tourChangedNow() override;
 
     ProgramParts m_parts;
+    TourDocument& m_document;
     // In the order of the Tab key.
-    CommandBar* m_toolBar;        ///< tbToolBar
-    LoadingIndicator* m_busy;     ///< picBusy
-    QComboBox* m_address;         ///< cboAddress
-    QStringListModel* m_history;  ///< Its items.
-    std::string m_furtherHistory; ///< What the history file holds beyond the list: written again as it was.
-    QPushButton* m_fileButton;    ///< btnSelectFile
+    CommandBar* m_toolBar;     ///< tbToolBar
+    LoadingIndicator* m_busy;  ///< picBusy
+    AddressBox* m_address;     ///< cboAddress
+    QPushButton* m_fileButton; ///< btnSelectFile
     QSplitter* m_panes;
     BrowserView* m_browser; ///< brwWebBrowser
     BookmarkPanel* m_bookmarks;
-    QLabel* m_notice;                   ///< What cannot be shown, and why.
-    QTimer* m_timer;                    ///< timTimer
+    QLabel* m_notice; ///< What cannot be shown, and why.
+    QTimer* m_timer;  ///< timTimer
+    SiteTest* m_test;
+    SiteUse* m_use;
     QHash<QString, QAction*> m_actions; ///< By the keys of the toolbar.
     QAction* m_testInWindow = nullptr;
-    float m_testStart = 0; ///< Seconds since midnight.
-    bool m_testing = false;
-    bool m_closeAfterTest = false;
+    QAction* m_abandonTest = nullptr;
+    std::string m_siteEditURL;
+    bool m_closing = false; ///< The lists are written.
 };
 
 } // namespace wendmark

@@ -1,6 +1,5 @@
 #include "ui/site/frmWarnURL.h"
 
-#include "ui/HandOver.h"
 #include "model/Options.h"
 #include "ui/dialogs/DialogParts.h"
 
@@ -30,15 +29,13 @@ QLabel* makeAddressLabel(const char* name, const QString& address, QWidget* pare
 
 } // namespace
 
-frmWarnURL::frmWarnURL(HandOver& handOver, Options& options, const QString& oldAddress,
-                       const QString& newAddress, QWidget* parent)
+frmWarnURL::frmWarnURL(Options& options, const QString& oldAddress, const QString& newAddress,
+                       QWidget* parent)
     : QDialog(parent)
-    , m_handOver(handOver)
     , m_options(options)
     , m_dontAskAgain(new QCheckBox(tr("&Don't show this warning again."), this)) {
     setObjectName(QStringLiteral("frmWarnURL"));
     setWindowTitle(QStringLiteral("Wendmark - URL Change"));
-    m_handOver.dialogAnswer = "0";
     m_dontAskAgain->setObjectName(QStringLiteral("Check1"));
     QPushButton* const okButton = makeButton("OKButton", tr("OK"), this);
     okButton->setDefault(true);
@@ -65,7 +62,7 @@ frmWarnURL::frmWarnURL(HandOver& handOver, Options& options, const QString& oldA
 }
 
 void frmWarnURL::answer(bool agreed) {
-    m_handOver.dialogAnswer = agreed ? "1" : "0";
+    m_dialogAnswer = agreed ? "1" : "0";
     m_options.warnURLChange = !m_dontAskAgain->isChecked();
     done(agreed ? Accepted : Rejected);
 }

@@ -1,48 +1,42 @@
+import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
 import { fileURLToPath } from 'node:url';
 
 const root = fileURLToPath(new URL('../../../', import.meta.url));
-const source = readFileSync(`${root}src/ui/main/frmMain.cpp`, 'utf8');
+const commands = readCommands(readFileSync(`${root}src/ui/main/MainCommands.cpp`, 'utf8'));
 
-/** Keys as menus show them. */
-const standardKeys = { New: 'Ctrl+N', Open: 'Ctrl+O', Save: 'Ctrl+S', Print: 'Ctrl+P' };
-const keyNames = {
-  CTRL: 'Ctrl', SHIFT: 'Shift', Insert: 'Ins', Delete: 'Del', PageDown: 'PgDown', PageUp: 'PgUp', Escape: 'Esc', Comma: ',',
-};
-
-function shortcut(expression = '') {
-  const standard = expression.match(/QKeySequence::(\w+)/);
-  if (standard) {
-    const key = standardKeys[standard[1]];
-    if (!key)
-      throw new Error(`No text is known for ${expression}`);
-    return key;
-  }
-  const keys = [...expression.matchAll(/Qt::(?:Key_)?(\w+)/g)].map((match) => match[1]);
-  return keys.map((key) => keyNames[key] ?? key).join('+');
-}
-
-const withoutAccessKey = (caption) => caption.replace('&', '');
-
-/** A menu's commands: {caption, shortcut}. */
-function commandsIn(body) {
-  const calls = /\baddAction\((?:\s*menu,\s*"\w+",)?\s*tr\("([^"]+)"\)(?:,\s*(QKeySequence(?:::\w+|\([^)]*\))|\{\}))?/g;
-  return [...body.matchAll(calls)].map(([, caption, key]) => ({
+/** The rows of the table of commands: {menu, action, caption, shortcut, toolTip, place}. */
+function readCommands(source) {
+  const table = source.match(/ commands\[\] = \{\n(.*?)\n\};/s)[1].replace(/\s+/g, ' ');
+  const row = /\{"([^"]*)", "(\w+)", "([^"]*)", "([^"]*)", &frmMain::\w+(?:, (?:nullptr|"\w+"), (?:nullptr|"([^"]*)"), \w+, \w+(?:, (\d+))?)?/g;
+  const rows = [...table.matchAll(row)].map(([, menu, action, caption, shortcut, toolTip, place]) => ({
+    menu: withoutAccessKey(menu),
+    action,
     caption: withoutAccessKey(caption),
-    shortcut: shortcut(key),
+    shortcut,
+    toolTip,
+    place: Number(place ?? 0),
   }));
+  assert.equal(rows.length, table.split('&frmMain::').length - 1, 'every row of the table should be understood');
+  return rows;
 }
 
-/** What the main window's menus hold: commands by the caption of the menu. */
+function withoutAccessKey(caption) {
+  return caption.replace('&', '');
+}
+
+/** What the main window's menus hold: commands, {caption, shortcut}, by the caption of the menu. */
 export function menus() {
-  const bodies = source.split(/menuBar\(\)->addMenu\(/).slice(1).map((text) => text.split(/\n}\n/)[0]);
-  return new Map(bodies.map((body) => [withoutAccessKey(body.match(/^tr\("([^"]+)"\)/)[1]), commandsIn(body)]));
+  const found = new Map();
+  for (const { menu, caption, shortcut } of commands)
+    found.set(menu, [...(found.get(menu) ?? []), { caption, shortcut }]);
+  return found;
 }
 
 /** The toolbar's buttons in their order: {toolTip, icon}; `icon` is what the picture is drawn of. */
 export function toolBarButtons() {
-  const table = source.match(/toolBarButtons\[\] = \{\n(.*?)\n\};/s)[1];
-  return [...table.matchAll(/\{"\w+", "([^"]+)", "(\w+)"/g)].map(([, toolTip, action]) => ({
+  const buttons = commands.filter(({ place }) => place > 0).sort((left, right) => left.place - right.place);
+  return buttons.map(({ toolTip, action }) => ({
     toolTip,
     icon: drawing(readFileSync(`${root}assets/icons/${action}.svg`, 'utf8')),
   }));
@@ -52,6 +46,8 @@ export const drawing = (svg) => svg.match(/<svg [^>]*>(.*)<\/svg>/s)[1].replace(
 
 /** What the controls on the toolbar are called: their tool tips, and the caption of the check box. */
 export function toolBarControls() {
-  const body = source.match(/void frmMain::setupToolBar\(\) \{(.*?)\n\}\n/s)[1];
-  return [...body.matchAll(/(?:->setToolTip|new QCheckBox)\(tr\("([^"]+)"\)\)/g)].map((match) => match[1]);
+  const source = readFileSync(`${root}src/ui/main/frmMain.cpp`, 'utf8');
+  const panel = source.match(/QFrame\* makeStopPanel\(.*?\n\}\n/s)[0];
+  const body = panel + source.match(/void frmMain::setupToolBar\(\) \{(.*?)\n\}\n/s)[1];
+  return [...body.matchAll(/(?:->setToolTip|new QCheckBox)\((?:frmMain::)?tr\("([^"]+)"\)\)/g)].map((match) => match[1]);
 }

@@ -2,6 +2,7 @@ import assert from 'node:assert/strict';
 import { readFile } from 'node:fs/promises';
 import { join } from 'node:path';
 import { after, before, describe, it } from 'node:test';
+import { stopTag } from '../support/player.mjs';
 import { numberedStops, publishTour, writePage } from '../support/tour.mjs';
 
 /** Writes the frameset that the editor shows for one stop, from the working copy's own frameset. */
@@ -14,8 +15,62 @@ async function writePreviewFrameset(folder, stop) {
   await writePage(folder, 'tmpframe.htm', preview);
 }
 
+/**
+ * The opening page announces itself, with no number, where its pages may look at one another: on a web server here,
+ * and in the editor. From disk that is up to the browser.
+ */
+async function announcedOpening(visitor, since) {
+  if (visitor.url('').startsWith('http'))
+    await visitor.announced('', { since });
+}
+
+function openingPage(context) {
+  let tour;
+  before(async () => {
+    const stops = [...numberedStops(1), { title: 'Again', address: 'openhelp.htm', narration: 'Where it began.' }];
+    tour = await publishTour({ stops });
+  });
+  after(() => tour.remove());
+  const visit = (test) => context.visit(tour.workingCopy, test);
+  const goBackToOpening = async (visitor) => {
+    const since = visitor.happened.length;
+    await visitor.arriveAt(tour.stops[0], () => visitor.press('next'));
+    await visitor.load('mw', 'openhelp.htm', () => visitor.press('previous'));
+    await visitor.navigatorShows('Start');
+    await announcedOpening(visitor, since);
+  };
+
+  it('announces itself when the tour begins, and each time that Previous leads to it', () => visit(async (visitor) => {
+    await visitor.openTour('framever.htm');
+    await announcedOpening(visitor, 0);
+    await goBackToOpening(visitor);
+    await goBackToOpening(visitor);
+  }));
+
+  it('announces itself again when the navigator alone is loaded again', () => visit(async (visitor) => {
+    await visitor.openTour('framever.htm');
+    await announcedOpening(visitor, 0);
+    const since = visitor.happened.length;
+    const navigator = await visitor.frame('nav');
+    await visitor.load('nav', 'nav3.htm', () => navigator.evaluate(() => location.reload()));
+    await announcedOpening(visitor, since);
+  }));
+
+  it('announces nothing as the page of a stop', () => visit(async (visitor) => {
+    await visitor.openTour('framever.htm');
+    await visitor.arriveAt(tour.stops[0], () => visitor.press('next'));
+    const since = visitor.happened.length;
+    await visitor.arriveAt(tour.stops[1], () => visitor.press('next'));
+    await visitor.navigatorShows('2 of 2');
+    await visitor.arriveAt(tour.stops[0], () => visitor.press('previous'));
+    const tags = visitor.happened.since(since).filter((event) => event.what === 'status').map(({ text }) => text);
+    assert.ok(tags.includes(`${stopTag}2`) && !tags.includes(stopTag));
+  }));
+}
+
 /** The author's preview of a stop, from the working copy. */
 export function preview(context) {
+  describe('the opening page', () => openingPage(context));
   describe("the author's preview", () => {
     let tour;
     before(async () => {

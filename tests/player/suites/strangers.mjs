@@ -50,7 +50,8 @@ export function strangers(context) {
       // Messages arrive in order: had one of the stranger's been heeded, the next stop would not be the second.
       await visitor.arriveAt(tour.stops[1], () => visitor.press('next'));
       const tags = visitor.happened.entries.filter((event) => event.what === 'status').map((event) => event.text);
-      assert.deepEqual([...new Set(tags)], [`${stopTag}1`, `${stopTag}2`]);
+      const stops = tags.filter((tag) => tag !== stopTag); // That one is the opening page's.
+      assert.deepEqual([...new Set(stops)], [`${stopTag}1`, `${stopTag}2`]);
     }, { allowed: [remote.origin] }));
   });
 }

@@ -17,7 +17,7 @@ SiteEditor::SiteEditor() : window(program.parts()) {
     window.load(program.makeTour("walk", 3));
     window.show();
     program.clockStep = 0;
-    program.model.currentStop = 2;
+    program.document.goToStop(2);
     edit();
 }
 
@@ -27,7 +27,9 @@ void SiteEditor::edit() {
     const auto isSettled = [&] {
         return address().itemText(0) == browser().locationURL() || !notice().isEmpty();
     };
-    if (!waitUntil([&] { return !browser().isBusy() && !browser().locationName().isEmpty() && isSettled(); }))
+    if (!waitUntil([&] {
+            return isOpen() && !browser().isBusy() && !browser().locationName().isEmpty() && isSettled();
+        }))
         QFAIL("the stop's page is not shown");
 }
 

@@ -2,7 +2,6 @@
 
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
-#include "commands/TourCommands.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
@@ -18,6 +17,7 @@
 #include <QWebEngineProfile>
 #include <QWebEngineView>
 #include <filesystem>
+#include <utility>
 
 namespace wendmark::test {
 
@@ -38,19 +38,28 @@ std::string scriptOf(int stopCount) {
 
 } // namespace
 
-UiFixture::UiFixture()
-    : desktop([this] { return m_seconds += clockStep; }, [this] { return stepClock(); })
+UiFixture::UiFixture(std::shared_ptr<ScratchFolder> folder, Time time)
+    : applicationFolder(std::move(folder))
+    , scratch(*applicationFolder)
+    , desktop(gate, time == Time::real ? realClock() : Clock([this] { return m_seconds += clockStep; }),
+              [this] { return stepClock(); })
     , settings(path(QStringLiteral("settings.ini")))
     , registry(path(QStringLiteral("registry.ini")))
-    , workspace(WorkspaceFolders::inside(scratch.path()), model, desktop, log)
-    , tour{model, workspace, desktop, log}
+    , document(WorkspaceFolders::inside(scratch.path()), desktop, log, scratch / "state/undo")
+    , model(TourDocumentAccess::model(document))
+    , workspace(TourDocumentAccess::workspace(document))
+    , tour(TourDocumentAccess::context(document))
     , profile(makeBrowserProfile(nullptr))
     , recoveryStore(scratch / "state/recovery", log)
-    , recovery(tour, recoveryStore) {
+    , recovery(document, recoveryStore)
+    , fileNames(workspace)
+    , htmlEditor(options, log) {
     watchDialogs();
-    fs::copy(WENDMARK_ASSETS "/Template", scratch / "Template");
-    fs::copy(WENDMARK_ASSETS "/MyTours", scratch / "MyTours", fs::copy_options::recursive);
-    startProgram(tour, options);
+    if (!fs::exists(scratch / "Template")) {
+        fs::copy(WENDMARK_ASSETS "/Template", scratch / "Template");
+        fs::copy(WENDMARK_ASSETS "/MyTours", scratch / "MyTours", fs::copy_options::recursive);
+    }
+    document.startProgram(options);
     QObject::connect(&desktop, &QtDesktop::beeped, &desktop, [this] { ++beeps; });
 }
 
@@ -59,8 +68,17 @@ UiFixture::~UiFixture() {
 }
 
 ProgramParts UiFixture::parts() {
-    return {
-        tour, handOver, options, desktop, settings, registry, *profile, recovery, scratch / "state/scripts"};
+    return {document,
+            gate,
+            options,
+            desktop,
+            settings,
+            registry,
+            *profile,
+            recovery,
+            fileNames,
+            htmlEditor,
+            scratch / "state/scripts"};
 }
 
 QString UiFixture::makeTour(const QString& name, int stopCount) {

@@ -1,17 +1,19 @@
 #pragma once
 
 #include "base/Log.h"
-#include "ui/HandOver.h"
 #include "model/Options.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
 #include "model/Workspace.h"
+#include "platform/Gate.h"
 #include "platform/QtDesktop.h"
 #include "platform/Registry.h"
 #include "platform/SettingsStore.h"
 #include "recovery/RecoveryKeeper.h"
-#include "support/TestTour.h"
+#include "support/DocumentFixture.h"
 #include "ui/ProgramParts.h"
+#include "ui/dialogs/TourFileNames.h"
+#include "ui/site/HtmlEditor.h"
 #include "ui/support/DialogWatch.h"
 
 #include <QTemporaryDir>
@@ -33,24 +35,35 @@ namespace wendmark::test {
 /// sample tour, settings of its own, and a clock on which pauses pass at once. For one test.
 class UiFixture final {
 public:
-    UiFixture();
+    enum class Time {
+        passesAtOnce, ///< Pauses are over as soon as the clock was looked at.
+        real          ///< The program's own clock.
+    };
+
+    UiFixture() : UiFixture(std::make_shared<ScratchFolder>(), Time::passesAtOnce) {}
+    /// A further run of the program in an application folder that may have seen others; one at a time.
+    UiFixture(std::shared_ptr<ScratchFolder> applicationFolder, Time time);
     ~UiFixture();
 
-    ScratchFolder scratch; ///< The application folder.
-    TourModel model;
-    HandOver handOver;
+    std::shared_ptr<ScratchFolder> applicationFolder;
+    ScratchFolder& scratch; ///< The application folder.
     Options options;
     RecordingLog log;
     StepClock stepClock = realStepClock(); ///< Says when a command has become a long one.
+    Gate gate;
     QtDesktop desktop;
     SettingsStore settings;
     Registry registry; ///< Reads "registry.ini" of the scratch folder, which does not exist unless a test
                        ///< writes it.
-    Workspace workspace;
-    TourContext tour;
+    TourDocument document;
+    TourModel& model;     ///< Of the document, open to the test.
+    Workspace& workspace; ///< Same.
+    TourContext& tour;    ///< Same.
     std::unique_ptr<QWebEngineProfile> profile;
     RecoveryStore recoveryStore; ///< In "state/recovery" of the scratch folder.
     RecoveryKeeper recovery;
+    TourFileNames fileNames;
+    HtmlEditor htmlEditor;
     int beeps = 0;
 
     /// Seconds by which the clock goes on each time it is looked at.

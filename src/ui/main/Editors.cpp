@@ -1,0 +1,99 @@
+#include "ui/main/Editors.h"
+
+#include "commands/TourDocument.h"
+#include "maker.h"
+#include "platform/Strings.h"
+#include "platform/Twips.h"
+#include "ui/Messages.h"
+#include "ui/ProgramParts.h"
+#include "ui/dialogs/frmHelp.h"
+#include "ui/narration/frmNarEdit.h"
+#include "ui/site/frmBrowser.h"
+
+namespace wendmark {
+
+Editors::Editors(const ProgramParts& parts, QWidget& window)
+    : QObject(&window), m_parts(parts), m_window(window) {}
+
+void Editors::editSite() {
+    if (!m_siteEditor.isNull() && !m_siteEditor->isHidden()) {
+        m_siteEditor->showStop();
+        return;
+    }
+    const Bounds mainWindowBounds = {twipsFromPixels(m_window.x()), twipsFromPixels(m_window.y()),
+                                     twipsFromPixels(m_window.width()), twipsFromPixels(m_window.height())};
+    m_siteEditor = new frmBrowser(m_parts, &m_window);
+    m_siteEditor->load(mainWindowBounds);
+    m_siteEditor->show();
+}
+
+void Editors::editNarration() {
+    if (m_narrationEditor.isNull())
+        m_narrationEditor = new frmNarEdit(m_parts, &m_window);
+    m_narrationEditor->editCurrentStop();
+}
+
+void Editors::editNarration(const UnappliedTexts& texts) {
+    editNarration();
+    m_narrationEditor->takeUnappliedTexts(texts);
+}
+
+std::optional<UnappliedTexts> Editors::unappliedTexts() const {
+    return m_narrationEditor.isNull() ? std::nullopt : m_narrationEditor->unappliedTexts();
+}
+
+void Editors::tellTarget() {
+    if (!m_narrationEditor.isNull())
+        m_narrationEditor->tellTarget();
+}
+
+void Editors::closeSite() {
+    if (!m_siteEditor.isNull() && !m_siteEditor->isHidden())
+        m_siteEditor->closeNow();
+}
+
+void Editors::close() {
+    closeSite();
+    if (m_narrationEditor.isNull())
+        return;
+    // Its fields are those of this tour's instructions.
+    m_narrationEditor->hide();
+    m_narrationEditor->deleteLater();
+    m_narrationEditor.clear();
+}
+
+bool Editors::mayDropWords(const QString& question) const {
+    return !unappliedTexts() || askYesNo(&m_window, question);
+}
+
+bool Editors::mayLeave() const {
+    return mayDropWords(tr("The narration editor holds words that were not applied to any stop. Do you want "
+                           "to leave the tour without them?"));
+}
+
+bool Editors::leave() {
+    const bool leaves = mayLeave();
+    if (leaves)
+        close();
+    return leaves;
+}
+
+void Editors::showHelp() {
+    helpViewer().showPage(helpFolder() + QStringLiteral("/index.htm"));
+}
+
+void Editors::showWebSite() {
+    helpViewer().showPage(QLatin1String(makerSiteURL));
+}
+
+frmHelp& Editors::helpViewer() {
+    if (m_help.isNull())
+        m_help = new frmHelp(m_parts.browserProfile, helpFolder(), &m_window);
+    return *m_help;
+}
+
+QString Editors::helpFolder() const {
+    return toQString(m_parts.document.workspace().folders().appPath) + QStringLiteral("/Help");
+}
+
+} // namespace wendmark

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "recovery/RecoveryRecord.h"
+
+#include <QObject>
+#include <QPointer>
+#include <optional>
+
+class QWidget;
+
+namespace wendmark {
+
+class frmBrowser;
+class frmHelp;
+class frmNarEdit;
+struct ProgramParts;
+
+/// The windows that stay open beside the main window: site editor, narration editor, help viewer.
+class Editors final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Both must outlive it.
+    Editors(const ProgramParts& parts, QWidget& window);
+
+    /// Opens the site editor, or brings it to the front, with the page of the current stop, which must not be
+    /// the opening page.
+    void editSite();
+
+    /// Same for the narration editor and the current stop's words.
+    void editNarration();
+
+    /// Same with words that a former run did not apply.
+    void editNarration(const UnappliedTexts& texts);
+
+    /// Words that stand in the narration editor and in no stop.
+    std::optional<UnappliedTexts> unappliedTexts() const;
+
+    /// Says in the narration editor which stop its words go to.
+    void tellTarget();
+
+    /// The tour's files go: closes the site editor, whose lists are among them.
+    void closeSite();
+
+    /// Another tour comes: closes both editors. The author was asked about unapplied words before.
+    void close();
+
+    /// Asks about words that were not applied, if there are any; false: the author wants to keep them.
+    bool mayDropWords(const QString& question) const;
+
+    /// Same when another tour is to come.
+    bool mayLeave() const;
+
+    /// Same, and closes both editors when the author goes.
+    bool leave();
+
+    /// Shows the help pages, or the maker's web site.
+    void showHelp();
+    void showWebSite();
+
+private:
+    frmHelp& helpViewer();
+    QString helpFolder() const;
+
+    const ProgramParts& m_parts;
+    QWidget& m_window;
+    QPointer<frmHelp> m_help;
+    QPointer<frmBrowser> m_siteEditor;      ///< None while it is closed.
+    QPointer<frmNarEdit> m_narrationEditor; ///< None until its first use, and after its close box.
+};
+
+} // namespace wendmark

@@ -1,0 +1,160 @@
+#include "ui/main/FileCommands.h"
+
+#include "base/Files.h"
+#include "base/Log.h"
+#include "commands/TourDocument.h"
+#include "platform/Gate.h"
+#include "platform/QtDesktop.h"
+#include "platform/Strings.h"
+#include "ui/Messages.h"
+#include "ui/ProgramParts.h"
+#include "ui/dialogs/DialogParts.h"
+#include "ui/dialogs/Wizard.h"
+#include "ui/dialogs/frmEarlierSaves.h"
+#include "ui/dialogs/frmSelectFolderOpen.h"
+#include "ui/dialogs/frmSelectFolderSave.h"
+#include "ui/main/UnsavedWork.h"
+
+#include <QWidget>
+#include <utility>
+
+namespace wendmark {
+
+FileCommands::FileCommands(const ProgramParts& parts, UnsavedWork& unsaved, QWidget& window,
+                           std::function<bool()> mayLeaveWords)
+    : QObject(&window)
+    , m_parts(parts)
+    , m_document(parts.document)
+    , m_unsaved(unsaved)
+    , m_window(window)
+    , m_mayLeaveWords(std::move(mayLeaveWords)) {}
+
+void FileCommands::newTour() {
+    if (m_document.model().tourChanged &&
+        !askYesNo(&m_window, tr("Are you sure you want to overwrite the current tour?"),
+                  QStringLiteral("Wendmark : Abandon changes"), QMessageBox::Critical))
+        return;
+    if (!m_mayLeaveWords())
+        return;
+    emit filesLeaving();
+    m_document.beginNew();
+    askWizard();
+}
+
+void FileCommands::openTour() {
+    if (m_document.model().tourChanged &&
+        !askYesNo(&m_window, tr("Do you really want to open a new tour without saving this one?") +
+                                 QStringLiteral("\r\n") +
+                                 tr("All changes to the current Tour will be lost.")))
+        return;
+    if (!m_mayLeaveWords())
+        return;
+    m_document.beginOpening();
+    emit defaultsSet();
+    frmSelectFolderOpen dialog(m_document.workspace().folders(), m_document.shownTourPath(), &m_window);
+    runDialog(dialog);
+    if (dialog.folderChosen())
+        openFolder(dialog.folder());
+    else
+        m_document.cancelOpening();
+}
+
+void FileCommands::save() {
+    if (!m_document.hasFolder()) {
+        saveAs();
+    } else if (mayOverwrite()) {
+        const BusyPointer busy(m_parts.desktop);
+        m_unsaved.noteSaved(m_document.save());
+    }
+}
+
+void FileCommands::saveAs() {
+    frmSelectFolderSave dialog(m_document.workspace().folders(), &m_window);
+    runDialog(dialog);
+    if (!dialog.refusedFolder().isEmpty())
+        m_document.showRefusedFolder(toUtf8(dialog.refusedFolder()));
+    if (dialog.folderChosen())
+        saveInto(toUtf8(dialog.folder()));
+}
+
+void FileCommands::openEarlierSave() {
+    frmEarlierSaves dialog(m_parts.savedScripts, m_document.workspace().tourPath(), &m_window);
+    runDialog(dialog);
+    if (dialog.chosen().isEmpty() || !m_mayLeaveWords())
+        return;
+    const files::Contents script = files::read(toUtf8(dialog.chosen()));
+    m_document.log().skip(script.outcome);
+    emit tourLeaving();
+    emit statusShown(
+        m_document.openScript(script.bytes)
+            ? tr("The earlier save is open, and not saved again. Undo brings back what was here.")
+            : tr("The earlier save cannot be read any more."));
+}
+
+void FileCommands::openTourIn(const QString& folder) {
+    if (!mayOpenTourIn(folder, m_document.workspace().folders(), &m_window))
+        return;
+    if (!folderHoldsTour(toUtf8(folder))) {
+        showMessage(&m_window, tr("The selected folder does not contain all necessary tour files"),
+                    QStringLiteral("Wendmark: Defective Tour Folder"), QMessageBox::Warning);
+        return;
+    }
+    m_document.beginOpening();
+    emit defaultsSet();
+    openFolder(folder);
+    wizardFirstRun = false;
+}
+
+void FileCommands::askWizard() {
+    const bool firstRun = std::exchange(wizardFirstRun, false);
+    const WizardEnd end = runWizard(firstRun, m_document.workspace().folders(), m_parts.desktop, &m_window);
+    if (!end.refusedFolder.empty())
+        m_document.showRefusedFolder(end.refusedFolder);
+    if (end.answers && end.answers->newTour) {
+        emit tourLeaving();
+        emit defaultsSet();
+        m_unsaved.noteSaved(m_document.finishNew(end.answers->tourTitle, end.answers->tourPath));
+        emit newTourMade();
+        return;
+    }
+    m_document.cancelNew();
+    if (end.answers)
+        openTour();
+    if (firstRun && m_document.workspace().tourPath().empty() && m_document.model().stopCount() > 0)
+        m_document.showCurrentStop(); // Of the templates' tour, which has no pages yet.
+}
+
+void FileCommands::openFolder(const QString& folder) {
+    emit tourLeaving();
+    const Opening opening = m_document.finishOpening(toUtf8(folder));
+    m_unsaved.noteOpened();
+    if (!opening.complete)
+        emit statusShown(
+            tr("Something of the tour could not be read. The log says what; saving leaves it alone."));
+    else if (!opening.hasTitle)
+        emit statusShown(
+            tr("The script of this folder holds no tour. Its files are left alone until you agree."));
+}
+
+void FileCommands::saveInto(const std::string& folder) {
+    m_parts.gate.setSaveInProgress(true);
+    const BusyPointer busy(m_parts.desktop);
+    m_unsaved.noteSaved(m_document.saveAs(folder));
+    m_parts.gate.setSaveInProgress(false);
+}
+
+/// The script that opened as no tour may be all that is left of one.
+bool FileCommands::mayOverwrite() {
+    if (m_document.mayOverwrite())
+        return true;
+    const QString folder = toQString(m_document.workspace().tourPath());
+    if (!askYesNo(&m_window, tr("The script in %1 holds no tour. Do you want to save the tour that you see "
+                                "over the files of this folder?")
+                                 .arg(folder)))
+        return false;
+    m_unsaved.keepScript();
+    m_document.agreeToOverwrite();
+    return true;
+}
+
+} // namespace wendmark

@@ -1,0 +1,126 @@
+#include "ui/main/MainCommands.h"
+
+#include "platform/Icons.h"
+#include "platform/Strings.h"
+#include "ui/controls/CommandBar.h"
+#include "ui/main/frmMain.h"
+
+#include <QEvent>
+#include <QMenu>
+#include <QMenuBar>
+#include <algorithm>
+#include <iterator>
+
+namespace wendmark {
+
+namespace {
+
+constexpr MainCommand commands[] = {
+    {"&File", "mnuFileNew", "&New", "Ctrl+N", &frmMain::newTour, "New", "New Tour", false, false, 1},
+    {"&File", "mnuFileOpen", "&Open...", "Ctrl+O", &frmMain::openTour, "Open", "Open Tour", false, true, 2},
+    {"&File", "mnuFileSave", "&Save", "Ctrl+S", &frmMain::save, "Save", "Save Tour", false, false, 3},
+    {"&File", "mnuFileSaveAs", "Save &As...", "Ctrl+Shift+S", &frmMain::saveAs, nullptr, nullptr, false,
+     true},
+    {"&File", "mnuFilePrint", "&Print...", "Ctrl+P", &frmMain::printTourScript, "Print", "Print Tour Script",
+     false, true, 4, true},
+    {"&File", "mnuFileEarlier", "&Earlier Saves...", "", &frmMain::openEarlierSave},
+    {"&File", "mnuFileExit", "E&xit", "Ctrl+Q", &frmMain::quit},
+    {"&Edit", "mnuEditUndo", "&Undo", "Ctrl+Z", &frmMain::undo},
+    {"&Edit", "mnuEditRedo", "&Redo", "Ctrl+Shift+Z", &frmMain::redo, nullptr, nullptr, false, true},
+    {"&Edit", "mnuEditProperties", "Tour &Properties", "F3", &frmMain::editTourProperties, "Properties",
+     "Edit Tour Properties", false, false, 5},
+    {"&Edit", "mnuEditSite", "&Site Frame", "F2", &frmMain::editSiteFrame, "EdBro", "Edit Site Frame", false,
+     false, 6},
+    {"&Edit", "mnuEditNarration", "&Narration Frame", "F4", &frmMain::editNarrationFrame, "EdNar",
+     "Edit Narration Frame", false, false, 7, true},
+    {"&Stops", "mnuStopsInsert", "&Insert", "Ctrl+Ins", &frmMain::insertStop, "Insert",
+     "Insert Stop (after this stop)", true, false, 8},
+    {"&Stops", "mnuStopsDelete", "&Delete", "Ctrl+Del", &frmMain::deleteStop, "Delete", "Delete Stop", true,
+     true, 9},
+    {"&Stops", "mnuStopsForward", "Move &Forward", "Ctrl+Shift+PgDown", &frmMain::moveForward, "Forward",
+     "Push Stop Forward", true, false, 10},
+    {"&Stops", "mnuStopsBack", "Move &Back", "Ctrl+Shift+PgUp", &frmMain::moveBack, "Back",
+     "Push Stop Backward", true, false, 11, true},
+    {"&Navigate", "mnuNavigatePrev", "&Prev", "Ctrl+PgUp", &frmMain::previous, "Prev", "Go to Previous Stop",
+     false, false, 12},
+    {"&Navigate", "mnuNavigateNext", "&Next", "Ctrl+PgDown", &frmMain::next, "Next", "Go to Next Stop", false,
+     false, 13},
+    {"&Navigate", "mnuNavigateStop", "&Stop", "Shift+Esc", &frmMain::stopLoading, "Stop", "Stop Loading",
+     false, false, 14, true},
+    {"&View", "mnuViewRefresh", "&Refresh", "F5", &frmMain::refresh},
+    {"&View", "mnuViewOptions", "&Options...", "Ctrl+,", &frmMain::editOptions},
+    {"&View", "mnuViewLaunch", "&Launching Information", "", &frmMain::showLaunchingInformation},
+    {"&Help", "mnuHelpContents", "Wendmark &Help", "F1", &frmMain::showHelp, "Help", "Wendmark Help", false,
+     false, 15},
+    {"&Help", "mnuHelpWeb", "Wendmark &Web-site", "", &frmMain::showWebSite, nullptr, nullptr, false, true},
+    {"&Help", "mnuHelpAbout", "&About", "", &frmMain::showAbout},
+};
+
+QAction* addCommand(frmMain& window, QMenu& menu, const MainCommand& command) {
+    const QString name = QLatin1String(command.name);
+    auto* const action = new CommandAction(themedIcon(name), frmMain::tr(command.caption), &window);
+    action->setObjectName(name);
+    action->setShortcut(QKeySequence(QLatin1String(command.shortcut), QKeySequence::PortableText));
+    menu.addAction(action);
+    if (command.endsMenuGroup)
+        menu.addSeparator();
+    QObject::connect(action, &QAction::triggered, &window, command.command);
+    // The keys do what the toolbar does.
+    QObject::connect(action, &CommandAction::keyPressed, &window,
+                     [&window, &command] { window.give(command); });
+    return action;
+}
+
+} // namespace
+
+bool CommandAction::event(QEvent* event) {
+    if (event->type() != QEvent::Shortcut || !isEnabled())
+        return QAction::event(event);
+    emit keyPressed();
+    return true;
+}
+
+ActionsByName fillMenus(frmMain& window, QMenuBar& menus) {
+    ActionsByName actions;
+    QMenu* menu = nullptr;
+    for (const MainCommand& command : commands) {
+        const QString caption = frmMain::tr(command.menu);
+        if (menu == nullptr || menu->title() != caption)
+            menu = menus.addMenu(caption);
+        actions.insert(QLatin1String(command.name), addCommand(window, *menu, command));
+    }
+    return actions;
+}
+
+void fillToolBar(CommandBar& bar, const ActionsByName& actions) {
+    for (int place = 1;; ++place) {
+        const auto* const command = std::find_if(std::begin(commands), std::end(commands),
+                                                 [&](const auto& one) { return one.place == place; });
+        if (command == std::end(commands))
+            return;
+        bar.addButton(QLatin1String(command->key), frmMain::tr(command->toolTip),
+                      *actions.value(QLatin1String(command->name)));
+        if (command->endsBarGroup)
+            bar.addGap();
+    }
+}
+
+void showSteps(const ActionsByName& actions, const std::optional<std::string>& undo,
+               const std::optional<std::string>& redo) {
+    const auto show = [&](const char* name, const QString& caption, const std::optional<std::string>& step) {
+        QAction& action = *actions.value(QLatin1String(name));
+        action.setEnabled(step.has_value());
+        action.setText(step ? caption + QLatin1Char(' ') + toQString(*step) : caption);
+    };
+    show("mnuEditUndo", frmMain::tr("&Undo"), undo);
+    show("mnuEditRedo", frmMain::tr("&Redo"), redo);
+}
+
+const MainCommand* commandOfButton(const QString& key) {
+    const auto* const command = std::find_if(std::begin(commands), std::end(commands), [&](const auto& one) {
+        return one.key != nullptr && key == QLatin1String(one.key);
+    });
+    return command == std::end(commands) ? nullptr : command;
+}
+
+} // namespace wendmark

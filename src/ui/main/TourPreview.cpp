@@ -1,0 +1,115 @@
+#include "ui/main/TourPreview.h"
+
+#include "base/Log.h"
+#include "base/Numbers.h"
+#include "commands/TourDocument.h"
+#include "platform/BrowserView.h"
+#include "platform/Gate.h"
+#include "platform/QtDesktop.h"
+#include "platform/Strings.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+#include <utility>
+
+namespace wendmark {
+
+namespace {
+
+constexpr QLatin1String stopTag(">*>*>vosktourstop->");
+
+} // namespace
+
+TourPreview::TourPreview(TourDocument& document, Gate& gate, QtDesktop& desktop, QWebEngineProfile& profile,
+                         QLabel& stopNumber, QWidget* parent)
+    : QFrame(parent)
+    , m_document(document)
+    , m_gate(gate)
+    , m_stopNumber(stopNumber)
+    , m_browser(new BrowserView(profile, this)) {
+    setObjectName(QStringLiteral("picBrowser"));
+    setFrameShape(QFrame::StyledPanel);
+    m_browser->setObjectName(QStringLiteral("broMain"));
+    m_browser->setAccessibleName(tr("The tour as visitors see it"));
+    m_browser->setAllowedFolders({toQString(document.workspace().folders().newTourPath)});
+    auto* const panelLayout = new QVBoxLayout(this);
+    panelLayout->setContentsMargins({});
+    panelLayout->addWidget(m_browser);
+    setFocusProxy(m_browser);
+
+    connect(m_browser, &BrowserView::statusTextChanged, this, &TourPreview::takeOverStatusText);
+    connect(m_browser, &BrowserView::linkHovered, this, &TourPreview::showLinkOrStatus);
+    connect(m_browser, &BrowserView::rendererDied, this, &TourPreview::reportDeadRenderer);
+    connect(m_browser, &BrowserView::navigationCompleted, this,
+            [this] { m_previewComing = m_previewComing && m_browser->isBusy(); });
+    connect(&desktop, &QtDesktop::mainBrowserNavigationRequested, this, &TourPreview::goTo);
+}
+
+void TourPreview::showOpeningPage() {
+    m_browser->navigate(toQString(m_document.workspace().workingFile("fv1.htm")));
+}
+
+void TourPreview::stop() {
+    m_browser->stop();
+}
+
+bool TourPreview::isBusy() const {
+    return m_browser->isBusy();
+}
+
+void TourPreview::runTick() {
+    if (!m_waitingStopNumber.isNull() && !m_gate.isClosed())
+        takeOverStopNumber(std::exchange(m_waitingStopNumber, QString()));
+}
+
+void TourPreview::setInnerMargins(int beside) {
+    layout()->setContentsMargins(beside, 0, beside, 0);
+}
+
+void TourPreview::goTo(const QString& address) {
+    m_previewComing = true;
+    m_waitingStopNumber = QString(); // Of the page that is going away.
+    m_browser->navigate(address);
+}
+
+void TourPreview::takeOverStatusText(const QString& text, const QUrl& source) {
+    m_lastStatus = text;
+    emit statusShown(text);
+    // Only pages of the working copy tell which stop is on screen.
+    if (text.startsWith(stopTag) && source.isLocalFile())
+        takeOverStopNumber(text.mid(stopTag.size()));
+}
+
+void TourPreview::takeOverStopNumber(const QString& text) {
+    if (m_gate.isClosed()) {
+        m_waitingStopNumber = text.isNull() ? QStringLiteral("") : text;
+        return; // The command still needs its stop.
+    }
+    const std::int16_t stop = roundTo16Bits(leadingNumber(toUtf8(text))).value_or(0);
+    const bool canBe = stop >= 0 && stop <= tourCapacity; // Pages of a tour may say anything.
+    if (!canBe || isLateAnnouncement(stop))
+        return;
+    m_stopNumber.setText(text);
+    m_document.takeAnnouncedStop(stop);
+}
+
+bool TourPreview::isLateAnnouncement(std::int16_t stop) {
+    // Until the stop that the browser was sent to is there, the page before it may still announce its own.
+    if (m_previewComing && stop != m_document.model().currentStop)
+        return true;
+    m_previewComing = false;
+    return false;
+}
+
+void TourPreview::showLinkOrStatus(const QString& address) {
+    emit statusShown(address.isEmpty() ? m_lastStatus : address);
+}
+
+void TourPreview::reportDeadRenderer(bool comesBack) {
+    m_lastStatus = comesBack ? tr("The page has crashed and is loaded again")
+                             : tr("The page keeps crashing and stays away until you choose Refresh");
+    m_document.log().warn(toUtf8(m_lastStatus));
+    emit statusShown(m_lastStatus);
+}
+
+} // namespace wendmark

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QFrame>
+#include <QUrl>
+#include <cstdint>
+
+class QLabel;
+class QWebEngineProfile;
+
+namespace wendmark {
+
+class BrowserView;
+class Gate;
+class QtDesktop;
+class TourDocument;
+
+/// Shows the tour as visitors will see it, and learns from the pages which stop is on screen: "picBrowser"
+/// with "broMain" in it.
+class TourPreview final : public QFrame {
+    Q_OBJECT
+
+public:
+    /// All must outlive the preview. `stopNumber` is the label that shows the stop on screen.
+    TourPreview(TourDocument& document, Gate& gate, QtDesktop& desktop, QWebEngineProfile& profile,
+                QLabel& stopNumber, QWidget* parent);
+
+    void showOpeningPage();
+    void stop();
+    bool isBusy() const;
+
+    /// Takes over what a page has announced while a command was not to be disturbed. Call often.
+    void runTick();
+
+    /// The room beside and above the browser inside the panel, in pixels.
+    void setInnerMargins(int beside);
+
+signals:
+    /// A page has set its status text, or the pointer is over a link; for the status bar.
+    void statusShown(const QString& text);
+
+private:
+    void goTo(const QString& address);
+    void takeOverStatusText(const QString& text, const QUrl& source);
+    void takeOverStopNumber(const QString& text);
+    bool isLateAnnouncement(std::int16_t stop);
+    void showLinkOrStatus(const QString& address);
+    void reportDeadRenderer(bool comesBack);
+
+    TourDocument& m_document;
+    Gate& m_gate;
+    QLabel& m_stopNumber;         ///< lblStopNum
+    BrowserView* m_browser;       ///< broMain
+    QString m_lastStatus;         ///< Shown again when the pointer leaves a link.
+    QString m_waitingStopNumber;  ///< Announced while a command waited; null: none was.
+    bool m_previewComing = false; ///< The browser was sent to a stop that has not announced itself yet.
+};
+
+} // namespace wendmark

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "ui/site/FrameTest.h"
+
+#include <QObject>
+
+class QWidget;
+
+namespace wendmark {
+
+class BrowserView;
+struct ProgramParts;
+
+/// The frame test as the site editor's toolbar runs it: with questions while it takes long, and messages.
+class SiteTest final : public QObject {
+    Q_OBJECT
+
+public:
+    /// All must outlive it; messages stand over `window`.
+    SiteTest(const ProgramParts& parts, BrowserView& browser, QWidget& window);
+
+    /// Tests the page that is shown. Afterwards the browser is wherever the test left it, or on its way back
+    /// to the page when the author gave up.
+    FrameTest::Result run();
+
+    /// Same, and says what came of it.
+    void report();
+
+    /// The author gives up, as by "No"; `quietly`: the window closes, so nothing needs to be said.
+    void abandon(bool quietly);
+
+    bool isRunning() const { return m_running; }
+    void showFailed();
+
+    /// Runs the test in a window of its own.
+    void showDialog();
+
+signals:
+    /// A test begins or has ended.
+    void runningChanged(bool running);
+
+    /// The browser is to go back to this page.
+    void pageWanted(const QUrl& page);
+
+    /// The test page cannot be written.
+    void cannotRun();
+
+private:
+    FrameTest frameTest() const;
+
+    enum class Wish { goOn, stop, stopQuietly };
+
+    bool goOn(const QUrl& page);
+    void StopTesting(const QUrl& page);
+    void show(const QString& text);
+
+    const ProgramParts& m_parts;
+    BrowserView& m_browser;
+    QWidget& m_window;
+    float m_start = 0; ///< Seconds since midnight.
+    Wish m_wish = Wish::goOn;
+    bool m_running = false;
+};
+
+} // namespace wendmark
