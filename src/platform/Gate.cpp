@@ -16,6 +16,10 @@ constexpr int longestRest = 5;
 
 } // namespace
 
+Gate::Gate(QObject* parent) : QObject(parent) {
+    connect(this, &Gate::turnEnded, this, &Gate::runNext, Qt::QueuedConnection);
+}
+
 void Gate::run(QObject& owner, std::function<void()> command, Kind kind) {
     if (!m_shutFor.isNull())
         return;
@@ -50,7 +54,7 @@ void Gate::execute(const std::function<void()>& command) {
         command();
     }
     if (m_running == 0 && !m_waiting.empty())
-        QMetaObject::invokeMethod(this, &Gate::runNext, Qt::QueuedConnection);
+        emit turnEnded();
 }
 
 void Gate::runNext() {

@@ -22,7 +22,7 @@ public:
         look    ///< Looks at the tour, or at a page; runs inside a wait that changes nothing.
     };
 
-    explicit Gate(QObject* parent = nullptr) : QObject(parent) {}
+    explicit Gate(QObject* parent = nullptr);
 
     /// Runs the command now or, while another one is under way, as soon as everything given before it has
     /// ended; not at all when its owner is gone by then.
@@ -64,6 +64,7 @@ public:
 
 signals:
     void abandonRequested();
+    void turnEnded();
 
 private:
     struct Waiting {

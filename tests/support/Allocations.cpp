@@ -12,6 +12,7 @@ namespace {
 thread_local constinit Allocations allocations;
 
 void* allocate(std::size_t size) noexcept {
+    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): what the operators below stand on
     void* const block = std::malloc(std::max<std::size_t>(size, 1));
     if (block == nullptr)
         return nullptr;
@@ -32,7 +33,7 @@ void* allocateOrThrow(std::size_t size) {
 
 void release(void* block) noexcept {
     allocations.held -= static_cast<std::ptrdiff_t>(malloc_usable_size(block));
-    std::free(block);
+    std::free(block); // NOLINT(cppcoreguidelines-no-malloc): as above
 }
 
 } // namespace

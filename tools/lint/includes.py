@@ -32,11 +32,11 @@ class Includes:
 
     @staticmethod
     def find(name, includer, folders):
-        """The file that a name in double quotes means; None when it is none of ours, as a generated one that is not there."""
+        """The file that a name in double quotes means; None when it is none of ours, or made of its includer by the build."""
         for folder in (os.path.dirname(includer), *folders):
             path = os.path.normpath(os.path.join(folder, name))
             if os.path.isfile(path):
-                return path
+                return None if path.endswith(".moc") else path
         return None
 
     def closure(self, path, folders):

@@ -44,15 +44,6 @@ frmWizard2::frmWizard2(WizardState& state, bool canGoBack, QWidget* parent)
     m_tourName->setAccessibleName(tr("Name of the tour's folder"));
     m_title->setAccessibleName(tr("Title of the tour"));
 
-    QPushButton* const previousButton = makeButton("btnPrevious", tr("&Previous"), this);
-    previousButton->setEnabled(canGoBack);
-    QPushButton* const nextButton = makeButton("btnNext", tr("&Next"), this);
-    nextButton->setDefault(true);
-
-    auto* const buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(previousButton);
-    buttons->addWidget(nextButton);
     QVBoxLayout* const layout = makeDialogLayout(*this);
     layout->addWidget(heading);
     layout->addWidget(nameLabel);
@@ -61,11 +52,24 @@ frmWizard2::frmWizard2(WizardState& state, bool canGoBack, QWidget* parent)
     layout->addWidget(titleLabel);
     layout->addWidget(m_title);
     layout->addStretch();
-    layout->addLayout(buttons);
+    layout->addLayout(makeButtons(canGoBack));
     setMinimumWidth(56 * dialogGap);
     m_tourName->setFocus();
+}
+
+QLayout* frmWizard2::makeButtons(bool canGoBack) {
+    QPushButton* const previousButton = makeButton("btnPrevious", tr("&Previous"), this);
+    previousButton->setEnabled(canGoBack);
+    QPushButton* const nextButton = makeButton("btnNext", tr("&Next"), this);
+    nextButton->setDefault(true);
     connect(previousButton, &QPushButton::clicked, this, &frmWizard2::previous);
     connect(nextButton, &QPushButton::clicked, this, &frmWizard2::next);
+
+    auto* const buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(previousButton);
+    buttons->addWidget(nextButton);
+    return buttons;
 }
 
 void frmWizard2::next() {

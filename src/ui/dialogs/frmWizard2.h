@@ -2,6 +2,7 @@
 
 #include <QDialog>
 
+class QLayout;
 class QLineEdit;
 
 namespace wendmark {
@@ -17,6 +18,7 @@ public:
     frmWizard2(WizardState& state, bool canGoBack, QWidget* parent = nullptr);
 
 private:
+    QLayout* makeButtons(bool canGoBack);
     void next();
     void previous();
 
