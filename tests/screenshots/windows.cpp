@@ -3,9 +3,11 @@
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
 #include "publish/StopPages.h"
+#include "recovery/SavedScripts.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/WizardState.h"
 #include "ui/dialogs/frmAbout.h"
+#include "ui/dialogs/frmEarlierSaves.h"
 #include "ui/dialogs/frmHelp.h"
 #include "ui/dialogs/frmLaunch.h"
 #include "ui/dialogs/frmMessage.h"
@@ -185,6 +187,11 @@ private:
         takeDialog(about);
         frmRecover recover({1700000000, workspace.tourPath(), m_program.model, {}});
         takeDialog(recover);
+        const std::string saves = m_program.scratch / "state/scripts";
+        for (const int stops : {3, 12})
+            keepSavedScript(saves, workspace.tourPath(), test::scriptOfStops(stops), 1700000000 + stops).ok();
+        frmEarlierSaves earlier(saves, workspace.tourPath());
+        takeDialog(earlier);
         takeSettingsDialogs();
         takeSmallDialogs();
     }

@@ -1,10 +1,12 @@
 #include "model/Workspace.h"
 #include "platform/BrowserView.h"
+#include "recovery/SavedScripts.h"
 #include "ui/Messages.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/Spinner.h"
 #include "ui/dialogs/WizardState.h"
 #include "ui/dialogs/frmAbout.h"
+#include "ui/dialogs/frmEarlierSaves.h"
 #include "ui/dialogs/frmHelp.h"
 #include "ui/dialogs/frmLaunch.h"
 #include "ui/dialogs/frmMessage.h"
@@ -55,7 +57,7 @@ using test::UiFixture;
 
 namespace {
 
-constexpr int patience = 20000; // Milliseconds that a page may take on a busy machine.
+constexpr int patience = 120000; // Milliseconds that a page may take on a busy machine.
 constexpr int keyTime = 30;     // Milliseconds that a key may take on its way through a page.
 constexpr int mostTabs = 120;   // More than there are stations in any window.
 
@@ -142,6 +144,18 @@ constexpr DialogCase dialogs[] = {
     {"frmRecover",
      [](UiFixture&) {
          frmRecover dialog(RecoveryRecord{});
+         runDialog(dialog);
+     }},
+    {"frmEarlierSaves",
+     [](UiFixture& program) {
+         const std::string saves = program.scratch / "state/scripts";
+         keepSavedScript(saves, "/tours/a", test::scriptOfStops(2), 100).ok();
+         frmEarlierSaves dialog(saves, "/tours/a");
+         runDialog(dialog);
+     }},
+    {"frmEarlierSaves without a save",
+     [](UiFixture& program) {
+         frmEarlierSaves dialog(program.scratch / "state/scripts", "/tours/b");
          runDialog(dialog);
      }},
     {"frmRenameFile",

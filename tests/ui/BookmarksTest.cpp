@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 namespace wendmark {
 
@@ -44,6 +45,7 @@ public:
     test::Work workOfReading(const QByteArray& file) {
         open.editor().close();
         open.write("goodlist.txt", file);
+        test::waitUntil([this] { return open.program.gate.isOpen(); });
         return test::workOf([this] { open.window.runToolBarCommand("EdBro"); });
     }
 
@@ -535,6 +537,27 @@ private slots:
         QCOMPARE(changes.told, QStringList{name + ": " + order});
         if (button.isEmpty())
             QCOMPARE(list.panel().GetRow(2).colour, ColorBar::colourOf(1));
+    }
+
+    void actionsGivenInTheWaitOfASaveAreDoneAfterIt() {
+        Bookmarks list("abcd");
+        list.open.program.clockStep = 0.1F; // The save waits a while.
+        list.select(1, 2);
+        bool waited = false;
+        QTimer::singleShot(0, &list.open.window, [&] {
+            waited = list.open.program.gate.isClosed();
+            list.click("btnUp");
+            list.clickBar(0.1);
+            list.click("btnDelete");
+            QCOMPARE(list.order(), QString("abcd"));
+        });
+        const Changes changes(list.panel());
+        list.open.window.save();
+        QVERIFY(waited);
+        QVERIFY(test::waitUntil([&] { return list.open.program.gate.isOpen(); }));
+        QCOMPARE(changes.told,
+                 (QStringList{"Move Bookmark Up: bcad", "Colour Bookmark: bcad", "Remove Bookmark: ad"}));
+        QVERIFY(list.changed());
     }
 
     void rememberedPageIsToldOnceAndARepeatedOneNot() {

@@ -23,7 +23,7 @@ namespace wendmark {
 
 namespace {
 
-constexpr int patience = 20000; // Milliseconds.
+constexpr int patience = 120000; // Milliseconds.
 
 /// A view on a folder of pages that the test writes.
 struct Browser {
@@ -62,7 +62,21 @@ struct Browser {
     }
 
     void killRenderer() {
-        QCOMPARE(kill(static_cast<pid_t>(test::engineOf(view).page()->renderProcessPid()), SIGKILL), 0);
+        const auto renderer = static_cast<pid_t>(test::engineOf(view).page()->renderProcessPid());
+        QVERIFY(renderer > 0 && kill(renderer, SIGKILL) == 0);
+    }
+
+    void killWhileItLoads(const QUrl& address) {
+        QSignalSpy died(&view, &BrowserView::rendererDied);
+        view.navigate(address);
+        QVERIFY(test::waitUntil(
+            [&] {
+                return view.isBusy() && test::engineOf(view).page()->url() == address &&
+                       test::engineOf(view).page()->renderProcessPid() > 0;
+            },
+            patience));
+        killRenderer();
+        QVERIFY(test::waitUntil([&] { return !died.isEmpty(); }, patience));
     }
 
     test::ScratchFolder scratch;
@@ -392,6 +406,21 @@ private slots:
         QVERIFY(!browser.view.isBusy());
         QCOMPARE(busy.first().first().toBool(), true);
         QCOMPARE(busy.last().first().toBool(), false);
+    }
+
+    void rendererThatDiesInTheMiddleOfALoadHoldsNothingUp() {
+        test::LoopbackServer server;
+        server.answer("/endless.htm",
+                      {200, {}, "<p>Some</p>", 0, test::LoopbackServer::Answer::Kind::withoutEnd});
+        for (int death = 0; death <= 4; ++death) {
+            Browser browser;
+            browser.write("page.htm", "<title>A page</title>");
+            for (int earlier = 0; earlier < death; ++earlier)
+                browser.killWhileItLoads(QUrl(server.address("/endless.htm")));
+            browser.view.navigate(toQString(browser.inside + "/page.htm"));
+            QTRY_COMPARE_WITH_TIMEOUT(browser.view.locationName(), QString("A page"), patience);
+            QTRY_VERIFY_WITH_TIMEOUT(!browser.view.isBusy(), patience);
+        }
     }
 
     void deadRendererIsRevivedThreeTimesAtMost() {

@@ -18,7 +18,7 @@ using test::UiFixture;
 
 namespace {
 
-constexpr int patience = 20000; // Milliseconds that a page may take on a busy machine.
+constexpr int patience = 120000; // Milliseconds that a page may take on a busy machine.
 
 QTreeWidget& listOf(const QDialog& dialog) {
     return *dialog.findChild<QTreeWidget*>(QStringLiteral("lstSaves"));
@@ -108,6 +108,30 @@ private slots:
         QCOMPARE(program.document.undoName(), std::optional<std::string>("Open Earlier Save"));
         window.undo();
         QCOMPARE(program.model.stopCount(), std::int16_t{3});
+    }
+
+    void saveOfAnotherTourTakesThePlaceOfThisOneOnlyWhenAsked() {
+        UiFixture program;
+        const QString other = program.makeTour(QStringLiteral("other"), 5);
+        QVERIFY(keepSavedScript(program.scratch / "state/scripts", toUtf8(other), test::scriptOfStops(5), 100)
+                    .ok());
+        frmMain window(program.parts());
+        window.load(program.makeTour(QStringLiteral("walk"), 2));
+        for (const char* answer : {"No", "Yes"}) {
+            QCOMPARE(program.model.stopCount(), std::int16_t{2});
+            onNextDialog([](QDialog& dialog) {
+                dialog.findChild<QCheckBox*>("chkAllTours")->click();
+                QTest::keyClick(&listOf(dialog), Qt::Key_Return);
+            });
+            onNextDialog([&](QDialog& question) {
+                QVERIFY(test::textOf(question).contains(other));
+                test::press(question, answer);
+            });
+            window.openEarlierSave();
+        }
+        QCOMPARE(test::dialogsExpected(), 0);
+        QCOMPARE(program.model.stopCount(), std::int16_t{5});
+        QCOMPARE(program.workspace.tourPath(), toUtf8(program.path("MyTours/walk")));
     }
 
 private:

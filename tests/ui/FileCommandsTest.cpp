@@ -380,6 +380,28 @@ private slots:
         QCOMPARE(program.model.narHeight, std::int16_t{200});
     }
 
+    void openCancelledSaysWhatItResetUntilThatIsUndone() {
+        UiFixture program;
+        frmMain window(program.parts());
+        window.load(program.makeTour("walk", 2));
+        window.show();
+        const auto cancelOpen = [&] {
+            onNextDialog([](QDialog& dialog) { press(dialog, "btnCancel"); });
+            window.openTour();
+        };
+        cancelOpen();
+        QCOMPARE(test::noticeOf(window), QString()); // It had them from the start.
+        program.model.tourAuthor = "Ann";
+        window.save();
+        cancelOpen();
+        QVERIFY(program.model.tourAuthor.empty());
+        QCOMPARE(test::noticeOf(window),
+                 QString("Author, launching points and sizes were reset. Undo brings them back."));
+        window.undo();
+        QCOMPARE(program.model.tourAuthor, std::string("Ann"));
+        QCOMPARE(test::noticeOf(window), QString());
+    }
+
     void folderWithoutAScriptIsDefective() {
         UiFixture program;
         QVERIFY(QDir().mkpath(program.path("MyTours/empty")));
@@ -409,7 +431,7 @@ private slots:
         window.load(program.makeTour("walk", 2));
         window.show();
         const auto& browser = *window.findChild<BrowserView*>("broMain");
-        QTRY_VERIFY_WITH_TIMEOUT(browser.locationURL().endsWith("/NewTour/fv1.htm"), 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(browser.locationURL().endsWith("/NewTour/fv1.htm"), 120000);
         QCOMPARE(test::readFile(toUtf8(program.working("nav3.htm"))),
                  test::readFile(toUtf8(program.path("Template/navtemp.htm"))));
     }
@@ -548,6 +570,11 @@ private slots:
         frmMain window(program.parts());
         expectMessage("Wendmark|Premature end of file in line 1");
         window.load(program.path("MyTours/blank"));
+        window.show();
+        // The opening page announces itself in the first panel, and the notice stays.
+        const auto& status = *window.findChild<QLabel*>("Status");
+        QTRY_VERIFY_WITH_TIMEOUT(status.text().startsWith(">*>*>"), 120000);
+        QVERIFY(test::noticeOf(window).startsWith("The script of this folder holds no tour."));
         for (const char* answer : {"No", "Yes"}) {
             QCOMPARE(test::readFile(script), std::string());
             onNextDialog([answer](QDialog& question) {

@@ -294,6 +294,22 @@ private slots:
         open.program.desktop.setBusyPointer(Desktop::Pointer::standard);
     }
 
+    void addressGivenDuringATestGivesItUpAndIsGoneTo() {
+        SiteEditor open;
+        open.visit(open.served("/plain.htm"));
+        open.server.answer("/plain.htm", {200, {}, "x", 0, test::LoopbackServer::Answer::Kind::withoutEnd});
+        QTimer::singleShot(300, &open.window, [&] {
+            open.address().lineEdit()->setText(open.served("/big.htm"));
+            QTest::keyClick(open.address().lineEdit(), Qt::Key_Return);
+        });
+        open.click("Yes"); // Without a message: there is no verdict.
+        QVERIFY(waitUntil([&] { return open.shows("/big.htm"); }));
+        QCOMPARE(open.stopURL(2), std::string("newpage.htm"));
+        QVERIFY(open.isOpen());
+        QVERIFY(open.control<QToolButton>("Yes").isEnabled());
+        QVERIFY(QApplication::overrideCursor() == nullptr);
+    }
+
     void siteFrameGivenDuringATestWaitsForItsEndAndStoresNothingElse() {
         SiteEditor open;
         open.visit(open.served("/plain.htm"));

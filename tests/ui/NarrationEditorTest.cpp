@@ -40,7 +40,7 @@ using test::UiFixture;
 
 namespace {
 
-constexpr int patience = 30000; // Milliseconds that a page may take on a busy machine.
+constexpr int patience = 120000; // Milliseconds that a page may take on a busy machine.
 constexpr const char* automaticMode = "Automatic Instruction Mode [selected in Tour Properties]";
 
 /// The program with a tour of three stops, whose instructions are the author's own unless a test says

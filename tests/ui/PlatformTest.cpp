@@ -459,7 +459,7 @@ private slots:
         frmAbout about(registry);
         about.show();
         test::press(about, "cmdSysInfo");
-        QTRY_VERIFY_WITH_TIMEOUT(test::exists(scratch / "tool.ran"), 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(test::exists(scratch / "tool.ran"), 120000);
         QVERIFY(about.isVisible());
     }
 };

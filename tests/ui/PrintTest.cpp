@@ -293,8 +293,7 @@ private slots:
         window.show();
         onNextDialog([](QDialog& dialog) { press(dialog, "OKButton"); });
         window.runToolBarCommand("Print");
-        QCOMPARE(window.findChild<QLabel*>("Status")->text(),
-                 "Printed to " + Print::documents() + "/Test tour.pdf");
+        QCOMPARE(test::noticeOf(window), "Printed to " + Print::documents() + "/Test tour.pdf");
     }
 
     void folderThatCannotBeWrittenIsALineInTheLog() {

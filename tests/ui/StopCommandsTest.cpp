@@ -24,7 +24,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int patience = 20000; // Milliseconds that a page may take on a busy machine.
+constexpr int patience = 120000; // Milliseconds that a page may take on a busy machine.
 
 /// The program with a tour open and its opening page on screen.
 struct OpenTour {

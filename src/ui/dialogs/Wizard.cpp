@@ -33,7 +33,7 @@ WizardEnd runWizard(bool withFirstPage, const WorkspaceFolders& folders, QtDeskt
         if (state.wizardResult == WizardResult::closed)
             return {std::nullopt, state.wizardTourPath};
         if (page == 1 && !state.wizardNewTour)
-            return {WizardAnswers{false, {}, {}}, {}};
+            return {WizardAnswers{false, {}, {}}, state.wizardTourPath};
         page += state.wizardMove == WizardMove::back ? -1 : 1;
     }
     return {WizardAnswers{true, state.wizardTourPath, state.wizardTourTitle}, {}};

@@ -129,6 +129,7 @@ void frmEarlierSaves::choose() {
     if (row == nullptr)
         return;
     m_chosen = row->data(timeColumn, pathRole).toString();
+    m_chosenTour = row->text(folderColumn);
     accept();
 }
 

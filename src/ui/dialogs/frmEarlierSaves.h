@@ -21,6 +21,9 @@ public:
     /// Path of the chosen script; empty before the dialog is accepted.
     const QString& chosen() const { return m_chosen; }
 
+    /// Folder of the tour that was saved then.
+    const QString& chosenTour() const { return m_chosenTour; }
+
     QSize sizeHint() const override;
 
 private:
@@ -32,6 +35,7 @@ private:
     std::string m_savedScripts;
     std::string m_tourPath;
     QString m_chosen;
+    QString m_chosenTour;
     QTreeWidget* m_list;   ///< lstSaves
     QLabel* m_empty;       ///< lblEmpty, in place of the list.
     QCheckBox* m_allTours; ///< chkAllTours

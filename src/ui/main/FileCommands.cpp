@@ -53,13 +53,17 @@ void FileCommands::openTour() {
     emit defaultsSet();
     frmSelectFolderOpen dialog(m_document.workspace().folders(), m_document.shownTourPath(), &m_window);
     runDialog(dialog);
-    if (dialog.folderChosen())
+    if (dialog.folderChosen()) {
         openFolder(dialog.folder());
-    else
-        m_document.cancelOpening();
+        return;
+    }
+    m_document.cancelOpening();
+    if (!m_document.isAsSaved())
+        emit noticeShown(tr("Author, launching points and sizes were reset. Undo brings them back."));
 }
 
 void FileCommands::save() {
+    emit noticeShown({}); // Of the command before.
     if (!m_document.hasFolder()) {
         saveAs();
     } else if (mayOverwrite()) {
@@ -80,12 +84,12 @@ void FileCommands::saveAs() {
 void FileCommands::openEarlierSave() {
     frmEarlierSaves dialog(m_parts.savedScripts, m_document.workspace().tourPath(), &m_window);
     runDialog(dialog);
-    if (dialog.chosen().isEmpty() || !m_mayLeaveWords())
+    if (dialog.chosen().isEmpty() || !mayOpenSaveOf(dialog.chosenTour()) || !m_mayLeaveWords())
         return;
     const files::Contents script = files::read(toUtf8(dialog.chosen()));
     m_document.log().skip(script.outcome);
     emit tourLeaving();
-    emit statusShown(
+    emit noticeShown(
         m_document.openScript(script.bytes)
             ? tr("The earlier save is open, and not saved again. Undo brings back what was here.")
             : tr("The earlier save cannot be read any more."));
@@ -129,10 +133,10 @@ void FileCommands::openFolder(const QString& folder) {
     const Opening opening = m_document.finishOpening(toUtf8(folder));
     m_unsaved.noteOpened();
     if (!opening.complete)
-        emit statusShown(
+        emit noticeShown(
             tr("Something of the tour could not be read. The log says what; saving leaves it alone."));
     else if (!opening.hasTitle)
-        emit statusShown(
+        emit noticeShown(
             tr("The script of this folder holds no tour. Its files are left alone until you agree."));
 }
 
@@ -141,6 +145,16 @@ void FileCommands::saveInto(const std::string& folder) {
     const BusyPointer busy(m_parts.desktop);
     m_unsaved.noteSaved(m_document.saveAs(folder));
     m_parts.gate.setSaveInProgress(false);
+}
+
+/// A save of another tour finds the pages and pictures of this one, and its folder when it is saved again.
+bool FileCommands::mayOpenSaveOf(const QString& tour) {
+    const QString folder = toQString(m_document.workspace().tourPath());
+    return tour == folder || folder.isEmpty() ||
+           askYesNo(&m_window,
+                    tr("This is a save of the tour in %1. Do you want to put it in the place of the "
+                       "tour in %2?")
+                        .arg(tour, folder));
 }
 
 /// The script that opened as no tour may be all that is left of one.

@@ -48,9 +48,10 @@ signals:
     void defaultsSet();
 
     void newTourMade();
-    void statusShown(const QString& text);
+    void noticeShown(const QString& text);
 
 private:
+    bool mayOpenSaveOf(const QString& tour);
     void askWizard();
     void openFolder(const QString& folder);
     void saveInto(const std::string& folder);

@@ -1,6 +1,7 @@
 #include "ui/main/MainStatusBar.h"
 
 #include "commands/TourDocument.h"
+#include "ui/controls/ElidedLabel.h"
 
 #include <QDateTime>
 #include <QLabel>
@@ -8,9 +9,16 @@
 
 namespace wendmark {
 
+namespace {
+
+constexpr int noticeShare = 3; ///< Of the width that the other panels leave, to one of the first panel.
+
+} // namespace
+
 MainStatusBar::MainStatusBar(QWidget* parent)
     : QStatusBar(parent)
     , m_status(makePanel("Status"))
+    , m_notice(new ElidedLabel(this))
     , m_date(makePanel("Date"))
     , m_time(makePanel("Time"))
     , m_saved(makePanel("Saved")) {
@@ -18,6 +26,9 @@ MainStatusBar::MainStatusBar(QWidget* parent)
     m_status->setAccessibleName(tr("Status"));
     m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     addWidget(m_status, 1);
+    m_notice->setObjectName(QStringLiteral("Notice"));
+    m_notice->hide();
+    addWidget(m_notice, noticeShare);
     for (QLabel* const panel : {m_date, m_time, m_saved})
         addPermanentWidget(panel);
 }
@@ -33,8 +44,13 @@ void MainStatusBar::showStatus(const QString& text) {
     m_status->setText(text);
 }
 
+void MainStatusBar::showNotice(const QString& text) {
+    m_notice->showText(text);
+    m_notice->setVisible(!text.isEmpty());
+}
+
 void MainStatusBar::showPrinted(const QString& path) {
-    showStatus(tr("Printed to %1").arg(path));
+    showNotice(tr("Printed to %1").arg(path));
 }
 
 void MainStatusBar::runTick() {
@@ -43,15 +59,20 @@ void MainStatusBar::runTick() {
     m_time->setText(QLocale().toString(now.time(), QLocale::ShortFormat));
 }
 
-void MainStatusBar::showSaved(const TourDocument& document) {
+void MainStatusBar::showHistory(const TourDocument& document) {
     if (!document.isAsSaved())
         m_saved->setText(tr("Unsaved changes"));
     else
         m_saved->setText(m_savedAt.isEmpty() ? QString() : tr("Saved %1").arg(m_savedAt));
+    if (document.droppedSteps() > m_droppedSteps)
+        showNotice(tr("The oldest changes cannot be undone any more."));
+    m_droppedSteps = document.droppedSteps();
 }
 
 void MainStatusBar::noteSaved(bool complete) {
     m_savedAt = complete ? QLocale().toString(QTime::currentTime(), QLocale::ShortFormat) : QString();
+    if (!complete)
+        showNotice(tr("The tour was not saved completely. The log says what failed."));
 }
 
 void MainStatusBar::forgetSaved() {

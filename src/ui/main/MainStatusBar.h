@@ -6,9 +6,11 @@ class QLabel;
 
 namespace wendmark {
 
+class ElidedLabel;
 class TourDocument;
 
-/// The status bar "sbStatusBar": what the browser says, the date, the time, and whether the tour is saved.
+/// The status bar "sbStatusBar": what the browser says, what the program has to say, the date, the time, and
+/// whether the tour is saved.
 class MainStatusBar final : public QStatusBar {
     Q_OBJECT
 
@@ -18,16 +20,20 @@ public:
     /// In the first panel.
     void showStatus(const QString& text);
 
+    /// In a panel of its own, which is there while it has something to say: what the author should know about
+    /// the command that has just ended. Empty: nothing.
+    void showNotice(const QString& text);
+
     /// There is no printer: the pages are in this file.
     void showPrinted(const QString& path);
 
     /// Brings date and time up to date.
     void runTick();
 
-    /// Brings the last panel up to date.
-    void showSaved(const TourDocument& document);
+    /// Brings the last panel up to date, and says once when steps of the history had to be dropped.
+    void showHistory(const TourDocument& document);
 
-    /// The tour was saved now, or not completely.
+    /// The tour was saved now, or not completely; the latter is said.
     void noteSaved(bool complete);
 
     /// Another tour: nothing was saved of it in this run.
@@ -37,10 +43,12 @@ private:
     QLabel* makePanel(const char* name);
 
     QLabel* m_status;
+    ElidedLabel* m_notice;
     QLabel* m_date;
     QLabel* m_time;
     QLabel* m_saved;
-    QString m_savedAt; ///< Time of the last save of this tour; empty: none in this run.
+    QString m_savedAt;      ///< Time of the last save of this tour; empty: none in this run.
+    int m_droppedSteps = 0; ///< Of which the author was told.
 };
 
 } // namespace wendmark

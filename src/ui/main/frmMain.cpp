@@ -104,7 +104,10 @@ void frmMain::load(const QString& tourFolder) {
 }
 
 void frmMain::run(std::function<void()> command) {
-    m_parts.gate.run(*this, std::move(command));
+    m_parts.gate.run(*this, [this, command = std::move(command)] {
+        m_statusBar->showNotice({}); // Of the command before.
+        command();
+    });
 }
 
 void frmMain::look(std::function<void()> command) {
@@ -277,6 +280,8 @@ void frmMain::closeEvent(QCloseEvent* event) {
     if (!m_ended)
         return;
     event->accept();
+    if (!m_timer->isActive())
+        return; // That it is closed was told before.
     m_timer->stop();
     emit closed();
 }
@@ -329,7 +334,7 @@ void frmMain::setupConnections() {
     connect(m_files, &FileCommands::tourLeaving, m_statusBar, &MainStatusBar::forgetSaved);
     connect(m_files, &FileCommands::defaultsSet, this, [this] { m_workOffline = false; });
     connect(m_files, &FileCommands::newTourMade, m_preview, &TourPreview::showOpeningPage);
-    connect(m_files, &FileCommands::statusShown, m_statusBar, &MainStatusBar::showStatus);
+    connect(m_files, &FileCommands::noticeShown, m_statusBar, &MainStatusBar::showNotice);
     connect(m_toolBar, &CommandBar::buttonClicked, this, &frmMain::runToolBarCommand);
     connect(m_offline, &QCheckBox::toggled, this, [this](bool checked) { m_workOffline = checked; });
     connect(m_preview, &TourPreview::statusShown, m_statusBar, &MainStatusBar::showStatus);
@@ -397,13 +402,9 @@ void frmMain::layOutBrowser() {
     m_preview->setInnerMargins(pixelsFromTwips(besideBrowser) / 2);
 }
 
-/// Says what can be undone, and whether the tour is saved.
 void frmMain::showHistory() {
     showSteps(m_actions, m_document.undoName(), m_document.redoName());
-    m_statusBar->showSaved(m_document);
-    if (m_document.droppedSteps() > m_droppedSteps)
-        m_statusBar->showStatus(tr("The oldest changes cannot be undone any more."));
-    m_droppedSteps = m_document.droppedSteps();
+    m_statusBar->showHistory(m_document);
 }
 
 void frmMain::tourChangedNow() {
@@ -417,8 +418,6 @@ void frmMain::currentStopChanged() {
 
 void frmMain::tourSaved(bool complete) {
     m_statusBar->noteSaved(complete);
-    if (!complete)
-        m_statusBar->showStatus(tr("The tour was not saved completely. The log says what failed."));
     showHistory();
 }
 

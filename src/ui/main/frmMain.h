@@ -118,7 +118,6 @@ private:
     LoadingIndicator* m_busy = nullptr; ///< picBusy
     QCheckBox* m_offline = nullptr;     ///< chkOffline
     QTimer* m_timer = nullptr;          ///< timTimer
-    int m_droppedSteps = 0;             ///< Of which the author was told.
     bool m_ended = false;               ///< The working copy is left; the window may close.
 };
 

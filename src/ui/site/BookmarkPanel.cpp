@@ -5,6 +5,7 @@
 #include "commands/TourDocument.h"
 #include "model/TourModel.h"
 #include "model/Workspace.h"
+#include "platform/Gate.h"
 #include "platform/Icons.h"
 #include "platform/QtDesktop.h"
 #include "platform/Strings.h"
@@ -51,9 +52,10 @@ protected:
 
 } // namespace
 
-BookmarkPanel::BookmarkPanel(TourDocument& document, QtDesktop& desktop, QWidget* parent)
+BookmarkPanel::BookmarkPanel(TourDocument& document, Gate& gate, QtDesktop& desktop, QWidget* parent)
     : QWidget(parent)
     , m_document(document)
+    , m_gate(gate)
     , m_desktop(desktop)
     , m_list(new BookmarkModel(this))
     , m_grid(new QTableView(this))
@@ -77,17 +79,21 @@ BookmarkPanel::BookmarkPanel(TourDocument& document, QtDesktop& desktop, QWidget
     auto* const rememberButton = makeButton("btnSave", tr("&Remember"), this);
     rememberButton->setToolTip(tr("Put the page shown into the list"));
     addButton(*rememberButton);
-    connect(rememberButton, &QPushButton::clicked, this, &BookmarkPanel::rememberWanted);
+    connect(rememberButton, &QPushButton::clicked, this, [this] { give([this] { emit rememberWanted(); }); });
     setupGrid();
     m_pages->addWidget(makeList());
     m_pages->addWidget(m_note);
     connect(m_note, &NotePanel::returnPressed, this, [this] { m_desktop.beep(); });
-    connect(m_note, &NotePanel::backWanted, this, &BookmarkPanel::backToBookmarks);
+    connect(m_note, &NotePanel::backWanted, this, [this] { give([this] { backToBookmarks(); }); });
     setTabOrder(rememberButton, m_grid);
 }
 
 void BookmarkPanel::addButton(QPushButton& button) {
     m_buttons->addWidget(&button);
+}
+
+void BookmarkPanel::give(std::function<void()> command) {
+    m_gate.run(*this, std::move(command), Gate::Kind::look);
 }
 
 void BookmarkPanel::setupGrid() {
@@ -107,12 +113,12 @@ void BookmarkPanel::setupGrid() {
     m_grid->setTextElideMode(Qt::ElideMiddle);
     m_grid->setMinimumHeight(m_grid->horizontalHeader()->sizeHint().height() +
                              m_grid->verticalHeader()->defaultSectionSize());
-    connect(m_grid, &QTableView::doubleClicked, this, &BookmarkPanel::goTo);
+    connect(m_grid, &QTableView::doubleClicked, this, [this] { give([this] { goTo(); }); });
     for (const int key : {Qt::Key_Return, Qt::Key_Enter})
         connect(new QShortcut(key, m_grid, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated, this,
-                &BookmarkPanel::goTo);
+                [this] { give([this] { goTo(); }); });
     connect(new QShortcut(Qt::Key_Delete, m_grid, nullptr, nullptr, Qt::WidgetShortcut),
-            &QShortcut::activated, this, &BookmarkPanel::removeBlock);
+            &QShortcut::activated, this, [this] { give([this] { removeBlock(); }); });
 }
 
 QWidget* BookmarkPanel::makeList() {
@@ -122,7 +128,7 @@ QWidget* BookmarkPanel::makeList() {
         QPushButton* const button = makeButton(name, caption, list);
         button->setToolTip(toolTip);
         row->addWidget(button);
-        connect(button, &QPushButton::clicked, this, action);
+        connect(button, &QPushButton::clicked, this, [this, action] { give(action); });
         return button;
     };
     QPushButton* const goToButton =
@@ -136,7 +142,7 @@ QWidget* BookmarkPanel::makeList() {
     add("btnDown", tr("Move &Down"), tr("Move the selected bookmarks down"), [this] { moveBlock(1); });
     auto* const bar = new ColorBar(list);
     row->addWidget(bar);
-    connect(bar, &ColorBar::chosen, this, &BookmarkPanel::colourBlock);
+    connect(bar, &ColorBar::chosen, this, [this](int k) { give([this, k] { colourBlock(k); }); });
     auto* const layout = new QVBoxLayout(list);
     layout->setContentsMargins({});
     layout->setSpacing(dialogGap);

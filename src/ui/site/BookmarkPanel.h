@@ -3,6 +3,7 @@
 #include "model/SiteLists.h"
 
 #include <QWidget>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -13,18 +14,20 @@ class QTableView;
 namespace wendmark {
 
 class BookmarkModel;
+class Gate;
 class NotePanel;
 class QtDesktop;
 class TourDocument;
 
 /// The bookmarks of the tour, with a note and a colour each. They are read from and written to "goodlist.txt"
-/// of the working copy; in between they live in the panel only. Rows count from 0.
+/// of the working copy; in between they live in the panel only. What the author does here waits while a
+/// command has the files in its hands; beside a frame test it is done at once. Rows count from 0.
 class BookmarkPanel final : public QWidget {
     Q_OBJECT
 
 public:
     /// The references must outlive the panel.
-    BookmarkPanel(TourDocument& document, QtDesktop& desktop, QWidget* parent = nullptr);
+    BookmarkPanel(TourDocument& document, Gate& gate, QtDesktop& desktop, QWidget* parent = nullptr);
 
     /// The panel's own buttons besides those of the list stand in its first row; more can join them.
     void addButton(QPushButton& button);
@@ -78,6 +81,7 @@ private:
         int last;
     };
 
+    void give(std::function<void()> command);
     void setupGrid();
     QWidget* makeList();
     void showLastRows();
@@ -100,6 +104,7 @@ private:
     void colourBlock(int k);
 
     TourDocument& m_document;
+    Gate& m_gate;
     QtDesktop& m_desktop;
     BookmarkModel* m_list;
     QTableView* m_grid;      ///< grdResearch

@@ -92,6 +92,18 @@ QUrl addressFromTyped(const QString& typed, const QString& folder) {
     return leadsSomewhere ? address : QUrl();
 }
 
+QLayout* makeAddressRow(AddressBox& address, QPushButton& fileButton) {
+    auto* const label = new QLabel(frmBrowser::tr("&Address"));
+    label->setBuddy(&address);
+    fileButton.setToolTip(frmBrowser::tr("Copy a page of your own into the tour and show it"));
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(dialogGap);
+    row->addWidget(label);
+    row->addWidget(&address, 1);
+    row->addWidget(&fileButton);
+    return row;
+}
+
 } // namespace
 
 frmBrowser::frmBrowser(const ProgramParts& parts, QWidget* parent)
@@ -104,7 +116,7 @@ frmBrowser::frmBrowser(const ProgramParts& parts, QWidget* parent)
     , m_fileButton(makeButton("btnSelectFile", tr("Select &Local File"), this))
     , m_panes(new QSplitter(Qt::Vertical, this))
     , m_browser(new BrowserView(parts.browserProfile, m_panes))
-    , m_bookmarks(new BookmarkPanel(parts.document, parts.desktop, m_panes))
+    , m_bookmarks(new BookmarkPanel(parts.document, parts.gate, parts.desktop, m_panes))
     , m_notice(makeTextLabel("lblNotice", QString(), this))
     , m_timer(new QTimer(this))
     , m_test(new SiteTest(m_parts, *m_browser, *this))
@@ -123,7 +135,7 @@ frmBrowser::frmBrowser(const ProgramParts& parts, QWidget* parent)
     layout->setContentsMargins(dialogGap, 0, dialogGap, dialogGap);
     layout->setSpacing(dialogGap / 2);
     layout->addWidget(m_toolBar);
-    layout->addLayout(makeAddressRow());
+    layout->addLayout(makeAddressRow(*m_address, *m_fileButton));
     m_panes->setChildrenCollapsible(false);
     m_panes->setHandleWidth(dialogGap);
     m_panes->setStretchFactor(0, 1);
@@ -271,20 +283,6 @@ void frmBrowser::setupToolBar() {
     m_toolBar->addPlaceholder(QStringLiteral("picBusy"), m_busy);
 }
 
-QLayout* frmBrowser::makeAddressRow() {
-    auto* const label = new QLabel(tr("&Address"), this);
-    label->setBuddy(m_address);
-    m_fileButton->setToolTip(tr("Copy a page of your own into the tour and show it"));
-    connect(m_fileButton, &QPushButton::clicked, this,
-            [this] { m_parts.gate.run(*this, [this] { selectLocalFile(); }); });
-    auto* const row = new QHBoxLayout;
-    row->setSpacing(dialogGap);
-    row->addWidget(label);
-    row->addWidget(m_address, 1);
-    row->addWidget(m_fileButton);
-    return row;
-}
-
 void frmBrowser::setupBrowser() {
     m_browser->setObjectName(QStringLiteral("brwWebBrowser"));
     m_browser->setMinimumHeight(smallestBrowser);
@@ -303,9 +301,13 @@ void frmBrowser::setupConnections() {
     connect(m_address, &AddressBox::addressWanted, this, [this](const QString& text, bool typed) {
         if (typed)
             m_browser->setFocus();
-        goToTextIfOpen(text);
+        // While a frame test waits, too, but not while a command has the files in its hands.
+        m_parts.gate.run(
+            *this, [this, text] { goToText(text); }, Gate::Kind::look);
     });
-    connect(m_bookmarks, &BookmarkPanel::pageWanted, this, &frmBrowser::goToTextIfOpen);
+    connect(m_fileButton, &QPushButton::clicked, this,
+            [this] { m_parts.gate.run(*this, [this] { selectLocalFile(); }); });
+    connect(m_bookmarks, &BookmarkPanel::pageWanted, this, &frmBrowser::goToText);
     connect(m_test, &SiteTest::runningChanged, this, [this](bool running) { enableToolBar(!running); });
     connect(m_test, &SiteTest::pageWanted, this, &frmBrowser::goTo);
     connect(m_use, &SiteUse::pageWanted, this, &frmBrowser::goTo);
@@ -331,12 +333,6 @@ void frmBrowser::saveLists() {
     m_bookmarks->SaveGoodList();
 }
 
-/// A page may be gone to while a frame test waits, and not while a command has the files in its hands.
-void frmBrowser::goToTextIfOpen(const QString& text) {
-    m_parts.gate.run(
-        *this, [this, text] { goToText(text); }, Gate::Kind::look);
-}
-
 void frmBrowser::goToText(const QString& text) {
     const QString typed = text.trimmed();
     if (typed.isEmpty())
@@ -346,11 +342,25 @@ void frmBrowser::goToText(const QString& text) {
         return;
     }
     if (const QUrl address = addressFromTyped(typed, workingFolder()); !address.isEmpty()) {
-        goTo(address);
+        leaveFor(address);
     } else {
         showNotice(tr("\"%1\" is not an address.").arg(typed));
         m_address->setFocus();
     }
+}
+
+/// Going elsewhere gives a frame test up, which returns to its page before it ends: a verdict on a page that
+/// the author has left would be none.
+void frmBrowser::leaveFor(const QUrl& address) {
+    if (!m_test->isRunning()) {
+        goTo(address);
+        return;
+    }
+    m_test->abandon(true);
+    m_parts.gate.run(*this, [this, address] {
+        m_parts.desktop.setBusyPointer(Desktop::Pointer::standard);
+        goTo(address);
+    });
 }
 
 void frmBrowser::goTo(const QUrl& address) {

@@ -11,7 +11,6 @@
 
 class QAction;
 class QLabel;
-class QLayout;
 class QPushButton;
 class QSplitter;
 class QTimer;
@@ -74,7 +73,6 @@ protected:
 private:
     void setupActions();
     void setupToolBar();
-    QLayout* makeAddressRow();
     void setupBrowser();
     void setupConnections();
 
@@ -82,7 +80,7 @@ private:
     void takeStop();
 
     void goToText(const QString& text);
-    void goToTextIfOpen(const QString& text);
+    void leaveFor(const QUrl& address);
     void goTo(const QUrl& address);
     QUrl siteEditAddress();
     void takeOverNavigation(bool ok);

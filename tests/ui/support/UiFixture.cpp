@@ -156,6 +156,11 @@ void selectFolder(QDialog& dialog, const QString& path) {
     QCOMPARE(dialog.findChild<QLabel*>(QStringLiteral("lblTourPath"))->text(), path);
 }
 
+QString noticeOf(const QWidget& window) {
+    const auto* const notice = window.findChild<QLabel*>(QStringLiteral("Notice"));
+    return notice->isVisible() ? notice->text() : QString();
+}
+
 QString textOf(QDialog& dialog) {
     auto* const box = qobject_cast<QMessageBox*>(&dialog);
     return box == nullptr ? dialog.windowTitle() : box->windowTitle() + QLatin1Char('|') + box->text();

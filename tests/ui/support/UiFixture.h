@@ -88,7 +88,7 @@ private:
 
 /// Runs the event loop until `condition` holds; false when it still does not after `patience` milliseconds.
 /// Unlike Qt Test's own waits, which look for events and then sleep, it never holds the engine up.
-bool waitUntil(const std::function<bool()>& condition, int patience = 30000);
+bool waitUntil(const std::function<bool()>& condition, int patience = 120000);
 
 /// Lets the time come at once for each clock of a window: the timers that run again and again, at least every
 /// `longest` milliseconds.
@@ -102,6 +102,9 @@ void selectFolder(QDialog& dialog, const QString& path);
 
 /// The engine inside a browser view, which only tests look into.
 QWebEngineView& engineOf(const BrowserView& browser);
+
+/// What the status bar of the main window has to say of the last command; empty: nothing.
+QString noticeOf(const QWidget& window);
 
 /// Text and title of a message box.
 QString textOf(QDialog& dialog);
