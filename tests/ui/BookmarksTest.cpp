@@ -44,6 +44,8 @@ public:
     /// Same, at once; the list is there when the command is done.
     test::Work workOfReading(const QByteArray& file) {
         open.editor().close();
+        if (!test::waitUntil([this] { return open.program.gate.isOpen(); }))
+            QTest::qFail("the editor does not close", __FILE__, __LINE__);
         open.write("goodlist.txt", file);
         test::waitUntil([this] { return open.program.gate.isOpen(); });
         return test::workOf([this] { open.window.runToolBarCommand("EdBro"); });
@@ -205,6 +207,7 @@ private slots:
         QCOMPARE(list.panel().bookmarkCount(), bookmarkCapacity);
         QCOMPARE(list.beeps(), 1);
         // A page that is in the full list is found.
+        QVERIFY(test::waitUntil([&] { return list.open.program.gate.isOpen(); }));
         list.panel().remember("http://127.0.0.1:1/1");
         QCOMPARE(list.selection(), QString("0-0"));
     }

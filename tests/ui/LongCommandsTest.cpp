@@ -4,7 +4,9 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QTest>
 #include <QTimer>
@@ -162,6 +164,22 @@ private slots:
                  qsizetype(stopsSeen.size()));
         test::fireClocks(*m_window);
         QCOMPARE(m_program->model.currentStop, std::int16_t(0)); // The page before it said that.
+    }
+
+    /// The page of the tour before is on screen until the new one's is loaded.
+    void stopOfTheTourBeforeIsNotTakenOverAfterNew() {
+        everyStepTakes(0);
+        test::onNextDialog([](QDialog& wizard) {
+            wizard.findChild<QLineEdit*>(QStringLiteral("txtTourName"))->setText(QStringLiteral("garden"));
+            wizard.findChild<QLineEdit*>(QStringLiteral("txtTitle"))->setText(QStringLiteral("Garden"));
+            test::press(wizard, QStringLiteral("btnNext"));
+        });
+        test::onNextDialog([](QDialog& wizard) { test::press(wizard, QStringLiteral("btnNext")); });
+        m_program->model.tourChanged = false;
+        m_window->newTour();
+        QCOMPARE(m_program->model.tourTitle, std::string("Garden"));
+        announceStop2();
+        QCOMPARE(m_program->model.currentStop, std::int16_t(0));
     }
 
     void announcedStopIsTakenOverAfterASave() {

@@ -46,7 +46,7 @@ TourPreview::TourPreview(TourDocument& document, Gate& gate, QtDesktop& desktop,
 }
 
 void TourPreview::showOpeningPage() {
-    m_browser->navigate(toQString(m_document.workspace().workingFile("fv1.htm")));
+    goTo(toQString(m_document.workspace().workingFile("fv1.htm")));
 }
 
 void TourPreview::stop() {
