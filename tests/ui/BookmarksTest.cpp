@@ -47,7 +47,6 @@ public:
         if (!test::waitUntil([this] { return open.program.gate.isOpen(); }))
             QTest::qFail("the editor does not close", __FILE__, __LINE__);
         open.write("goodlist.txt", file);
-        test::waitUntil([this] { return open.program.gate.isOpen(); });
         return test::workOf([this] { open.window.runToolBarCommand("EdBro"); });
     }
 
