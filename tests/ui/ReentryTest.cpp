@@ -27,8 +27,8 @@ using Belongings = std::map<std::string, std::string>;
 enum class Needs { nothing, siteEditor, narrationEditor, undone, changed };
 
 struct Command {
-    const char* name;
-    Act give;
+    const char* name = nullptr;
+    Act give = nullptr;
     Needs needs = Needs::nothing;
 };
 
@@ -42,7 +42,7 @@ enum class Wait {
 
 struct WaitingCommand {
     Command command;
-    Wait wait;
+    Wait wait = Wait::closed;
 };
 
 void useSite(HurriedAuthor& author) {
@@ -156,7 +156,7 @@ enum class Meaning {
 struct Exception {
     std::string_view waiting;
     std::string_view command; ///< "*" for every one.
-    Meaning meaning;
+    Meaning meaning = Meaning::afterwards;
     const char* said = ""; ///< What the program says about it.
 };
 
