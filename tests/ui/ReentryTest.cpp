@@ -308,10 +308,10 @@ struct Reentry {
 
 /// Gives the second one as soon as the first one waits, on the real clock.
 Reentry inside(const WaitingCommand& waiting, const Command& command) {
+    Reentry result;
     HurriedAuthor author(UiFixture::Time::real);
     prepare(author, waiting.command);
     prepare(author, command);
-    Reentry result;
     QTimer watch;
     const auto give = [&] {
         watch.stop();
@@ -320,14 +320,15 @@ Reentry inside(const WaitingCommand& waiting, const Command& command) {
         command.give(author);
         result.ranAtOnce = author.glance() != before;
     };
-    watch.callOnTimeout([&] {
-        if (isWaiting(author, waiting.wait))
+    const auto look = [&] {
+        if (!result.met && isWaiting(author, waiting.wait))
             give();
-    });
+    };
+    watch.callOnTimeout(look);
     if (waiting.wait == Wait::dialog)
         author.onDialog = give;
     if (waiting.wait == Wait::turn)
-        author.makeStepsLong();
+        author.makeStepsLong(look);
     author.letPageTake(500);
     watch.start(0);
     waiting.command.give(author);

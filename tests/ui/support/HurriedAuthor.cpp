@@ -162,8 +162,11 @@ void HurriedAuthor::letPageTake(int delay) {
     server.answer(QStringLiteral("/page.htm"), {200, {}, "<title>Page</title>", delay});
 }
 
-void HurriedAuthor::makeStepsLong() {
-    program.stepClock = [this] { return m_steps += longStep; };
+void HurriedAuthor::makeStepsLong(const std::function<void()>& look) {
+    program.stepClock = [this, look] {
+        QMetaObject::invokeMethod(this, look, Qt::QueuedConnection); // No timer comes for sure in a turn.
+        return m_steps += longStep;
+    };
 }
 
 bool HurriedAuthor::rest() {

@@ -56,8 +56,9 @@ public:
     /// How long the server takes for that page from now on, in milliseconds.
     void letPageTake(int delay);
 
-    /// From now on each step of a command is taken for a long one, after which the windows get their turn.
-    void makeStepsLong();
+    /// From now on each step of a command is taken for a long one, after which the windows get their turn;
+    /// `look` is called in the next one.
+    void makeStepsLong(const std::function<void()>& look);
 
     /// Called once, with the next dialog on screen, before it is answered.
     std::function<void()> onDialog;
