@@ -68,6 +68,21 @@ bool isOfTheWeb(const QUrl& address) {
 
 } // namespace
 
+/// A dialog of the page, for as long as it lives.
+class BrowserPage::ShownDialog final {
+public:
+    explicit ShownDialog(BrowserPage& page) : m_page(page) { ++m_page.m_dialogs; }
+    ~ShownDialog() {
+        --m_page.m_dialogs;
+        emit m_page.dialogEnded();
+    }
+    ShownDialog(const ShownDialog&) = delete;
+    ShownDialog& operator=(const ShownDialog&) = delete;
+
+private:
+    BrowserPage& m_page;
+};
+
 BrowserPage::BrowserPage(QWebEngineProfile& profile, QObject* parent)
     : QWebEnginePage(&profile, parent)
     , m_confinement(this)
@@ -100,19 +115,27 @@ bool BrowserPage::mayShowDialog() {
 }
 
 void BrowserPage::javaScriptAlert(const QUrl& origin, const QString& text) {
-    if (mayShowDialog())
-        QWebEnginePage::javaScriptAlert(origin, text);
+    if (!mayShowDialog())
+        return;
+    const ShownDialog shown(*this);
+    QWebEnginePage::javaScriptAlert(origin, text);
 }
 
 /// The engine asks here, too, whether a page may be left. No page must hold the view by that, so what nobody
 /// is asked is agreed to.
 bool BrowserPage::javaScriptConfirm(const QUrl& origin, const QString& text) {
-    return !mayShowDialog() || QWebEnginePage::javaScriptConfirm(origin, text);
+    if (!mayShowDialog())
+        return true;
+    const ShownDialog shown(*this);
+    return QWebEnginePage::javaScriptConfirm(origin, text);
 }
 
 bool BrowserPage::javaScriptPrompt(const QUrl& origin, const QString& text, const QString& proposal,
                                    QString* answer) {
-    return mayShowDialog() && QWebEnginePage::javaScriptPrompt(origin, text, proposal, answer);
+    if (!mayShowDialog())
+        return false;
+    const ShownDialog shown(*this);
+    return QWebEnginePage::javaScriptPrompt(origin, text, proposal, answer);
 }
 
 bool BrowserPage::mayShow(const QUrl& address) const {

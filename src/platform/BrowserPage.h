@@ -20,6 +20,9 @@ public:
     /// Whether pages of this kind, and of this place, are shown at all.
     bool mayShow(const QUrl& address) const;
 
+    /// Whether a page shows a dialog of its own: until dialogEnded() the engine needs the page.
+    bool showsDialog() const { return m_dialogs > 0; }
+
     /// Neither runs scripts nor follows links from now on.
     void setLookOnly();
 
@@ -35,6 +38,8 @@ signals:
 
     /// The top window stays where it is: it may not go to this address.
     void navigationRefused(const QUrl& address);
+
+    void dialogEnded();
 
     void downloadRefused(const QUrl& address);
     void certificateRefused(const QUrl& address);
@@ -57,6 +62,8 @@ protected:
                           QString* answer) override;
 
 private:
+    class ShownDialog;
+
     bool mayShowDialog();
     void restrictRights();
     void openNewWindow(const QWebEngineNewWindowRequest& request);
@@ -68,6 +75,7 @@ private:
     bool m_lookOnly = false;
     bool m_newWindowsHere = false;
     bool m_hasShownDialog = false;
+    int m_dialogs = 0;    ///< On screen.
     QString m_statusMark; ///< Begins the console messages that carry a status text; not known to any page.
     QString m_frameMark;  ///< Same, for the messages that carry the address of the first frame.
     QUrl m_watched;

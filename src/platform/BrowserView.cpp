@@ -75,18 +75,15 @@ void BrowserView::setFocusStays() {
 }
 
 void BrowserView::setContextActions(const QList<QAction*>& actions) {
-    m_contextActions = actions;
-    m_view->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(m_view, &QWidget::customContextMenuRequested, this, &BrowserView::showContextMenu);
-}
-
-void BrowserView::showContextMenu(const QPoint& place) {
-    QMenu menu(this);
-    menu.addActions(m_contextActions);
-    menu.addSeparator();
+    // One menu for good: what it begins may handle events, and must find it when it comes back.
+    auto* const menu = new QMenu(this);
+    menu->addActions(actions);
+    menu->addSeparator();
     for (const auto action : {QWebEnginePage::Copy, QWebEnginePage::SelectAll})
-        menu.addAction(m_page->action(action));
-    menu.exec(m_view->mapToGlobal(place));
+        menu->addAction(m_page->action(action));
+    m_view->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_view, &QWidget::customContextMenuRequested, menu,
+            [this, menu](const QPoint& place) { menu->popup(m_view->mapToGlobal(place)); });
 }
 
 void BrowserView::showPage(const QByteArray& html, const QString& folder) {
@@ -133,6 +130,13 @@ void BrowserView::stop() {
 
 bool BrowserView::isBusy() const {
     return !m_intruder.isEmpty() || !m_next.isEmpty() || m_page->isLoading();
+}
+
+void BrowserView::deleteWindowLater() {
+    if (m_page->showsDialog())
+        connect(m_page, &BrowserPage::dialogEnded, window(), &QObject::deleteLater);
+    else
+        window()->deleteLater();
 }
 
 QUrl BrowserView::location() const {

@@ -43,7 +43,8 @@ public:
     /// From now on pages that come do not take the keyboard from the control that has it.
     void setFocusStays();
 
-    /// From now on the menu of the right mouse button offers these first. They must outlive the view.
+    /// From now on the menu of the right mouse button offers these first. They must outlive the view. Call
+    /// once.
     void setContextActions(const QList<QAction*>& actions);
 
     /// Shows a page that is in no file. Its own addresses count from `folder`.
@@ -63,6 +64,10 @@ public:
     /// Whether a page, or a frame of it, is being loaded. A little while passes between navigate() and
     /// navigationStarted().
     bool isBusy() const;
+
+    /// Deletes the view's window as deleteLater() does but, when a page shows a dialog of its own, not before
+    /// that is closed: the engine comes back to the page.
+    void deleteWindowLater();
 
     /// Where navigate() was sent, then what is shown.
     QUrl location() const;
@@ -131,7 +136,6 @@ protected:
 
 private:
     void connectPage();
-    void showContextMenu(const QPoint& place);
     void noteStart(const QUrl& address);
     void noteEnd(bool ok);
     void goToNext();
@@ -141,7 +145,6 @@ private:
 
     QWebEngineView* m_view;
     BrowserPage* m_page;
-    QList<QAction*> m_contextActions;
     QUrl m_firstFrame;
     QUrl m_intruder; ///< The page that takes the top window over next.
     QUrl m_next;     ///< Where to go as soon as no other load is under way.

@@ -123,7 +123,6 @@ frmBrowser::frmBrowser(const ProgramParts& parts, QWidget* parent)
     , m_use(new SiteUse(m_parts, *m_browser, *m_test, *this)) {
     setObjectName(QStringLiteral("frmBrowser"));
     setWindowTitle(QStringLiteral("Wendmark - Site Editor"));
-    setAttribute(Qt::WA_DeleteOnClose);
     setupActions();
     setupToolBar();
     setupBrowser();
@@ -188,7 +187,7 @@ bool frmBrowser::closeNow() {
     m_closing = true;
     m_parts.desktop.setBusyPointer(Desktop::Pointer::standard); // A test that was given up leaves its own.
     hide();
-    deleteLater();
+    m_browser->deleteWindowLater();
     emit closed();
     return true;
 }
