@@ -6,6 +6,7 @@
 #include "model/Desktop.h"
 #include "model/Options.h"
 #include "model/ScriptFile.h"
+#include "model/StopTexts.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
 #include "model/Workspace.h"
@@ -89,7 +90,7 @@ void generateNewTour(TourContext& context, const std::string& title) {
     readScript(context);
     model.tourChanged = false;
     useEditingNavigator(context);
-    model.tourTitle = title;
+    model.tourTitle = storableTitle(title);
     makeEveryPage(context);
 }
 

@@ -4,6 +4,7 @@
 #include "base/Numbers.h"
 #include "commands/TourSave.h"
 #include "model/Desktop.h"
+#include "model/StopTexts.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
 #include "model/Workspace.h"
@@ -39,7 +40,7 @@ void changeTourProperties(TourContext& context, const TourProperties& properties
                           const std::function<void()>& refuseDimension) {
     const BusyPointer busy(context.desktop);
     TourModel& model = context.model;
-    model.tourTitle = properties.tourTitle;
+    model.tourTitle = storableTitle(properties.tourTitle);
     model.bufferDelay = roundTo32Bits(leadingNumber(properties.cachePeriod)).value_or(model.bufferDelay);
     model.autoBuffer = properties.autoBuffer;
     setLaunchURLs(model, properties.launchURLs);

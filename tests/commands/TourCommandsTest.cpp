@@ -292,6 +292,12 @@ TEST_F(NewTour, withoutTitleIsUntitled) {
     EXPECT_THAT(savedLines("playtour.htm"), Contains("<title>Untitled Tour </title>"));
 }
 
+TEST_F(NewTour, withTitleOfBlanksIsUntitled) {
+    finishNewTour(tour.context, "  ");
+    EXPECT_THAT(savedLines("script.txt"), Contains("Untitled Tour"));
+    EXPECT_THAT(savedLines("playtour.htm"), Contains("<title>Untitled Tour </title>"));
+}
+
 TEST_F(NewTour, isGeneratedWithoutBeingSaved) {
     generateNewTour(tour.context, "My Harbour");
     EXPECT_THAT(test::folderContents(tour.workspace.tourPath()), IsEmpty());

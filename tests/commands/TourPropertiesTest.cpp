@@ -65,6 +65,13 @@ TEST_F(TourPropertiesTest, allOfThemGoIntoTheModel) {
     EXPECT_THAT(tour.desktop.calls, ElementsAre("pointer: 11", "pointer: 0"));
 }
 
+/// In the script it would be an empty line, and the title of the first stop would be read in its place.
+TEST_F(TourPropertiesTest, titleOfBlanksIsNone) {
+    properties.tourTitle = "  ";
+    change();
+    EXPECT_EQ(tour.model.tourTitle, "");
+}
+
 TEST_F(TourPropertiesTest, cachingPeriodIsItsLeadingNumber) {
     properties.cachePeriod = "25 seconds";
     change();
