@@ -1,3 +1,4 @@
+#include "model/SiteLists.h"
 #include "platform/BrowserView.h"
 #include "ui/support/SiteEditor.h"
 
@@ -89,6 +90,27 @@ private slots:
         SiteEditor open;
         open.visit(open.served("/plain.htm"));
         withMenuOfPage(open, [&](const QMenu&) { open.editor().close(); });
+        rest(open);
+    }
+
+    void siteEditorClosesUnderTheMessageThatItsListIsFull() {
+        SiteEditor open;
+        open.editor().close();
+        rest(open);
+        QByteArray bookmarks;
+        for (int n = 1; n <= bookmarkCapacity; ++n)
+            bookmarks += "http://127.0.0.1:1/" + QByteArray::number(n) + "\r\n\r\n16777215\r\n";
+        open.write("goodlist.txt", bookmarks);
+        open.edit();
+        bool closed = false;
+        onNextDialog([&](QDialog& message) {
+            open.editor().close();
+            message.close();
+            QCoreApplication::processEvents();
+            closed = true;
+        });
+        open.click("btnSave");
+        QVERIFY(closed);
         rest(open);
     }
 
