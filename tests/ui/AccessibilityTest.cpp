@@ -58,8 +58,8 @@ using test::UiFixture;
 namespace {
 
 constexpr int patience = 120000; // Milliseconds that a page may take on a busy machine.
-constexpr int keyTime = 30;     // Milliseconds that a key may take on its way through a page.
-constexpr int mostTabs = 120;   // More than there are stations in any window.
+constexpr int keyTime = 30;      // Milliseconds that a key may take on its way through a page.
+constexpr int mostTabs = 120;    // More than there are stations in any window.
 
 struct DialogCase {
     const char* name;
