@@ -28,12 +28,25 @@ std::size_t bytesOf(const Step& step) {
     return bytes;
 }
 
+/// What a step has changed after it was thought to be complete.
+void addLater(FileChanges& files, const FileChanges& changes) {
+    for (const auto& [name, change] : changes) {
+        const auto [known, isNew] = files.try_emplace(name, change);
+        if (!isNew)
+            known->second.after = change.after;
+    }
+}
+
 } // namespace
 
 void StepHistory::add(Step step) {
     m_undone.clear();
     step.bytes = bytesOf(step);
     m_done.push_back(std::move(step));
+    limit();
+}
+
+void StepHistory::limit() {
     while (m_done.size() > mostSteps || (m_done.size() > 1 && bytes() > mostBytes))
         dropOldest();
 }
@@ -50,11 +63,7 @@ void StepHistory::extendLast(const TourState& state, const FileChanges& changes)
     if (!m_done.empty()) {
         Step& last = m_done.back();
         last.after.tour = state.tour;
-        for (const auto& [name, change] : changes) {
-            const auto [known, isNew] = last.files.try_emplace(name, change);
-            if (!isNew)
-                known->second.after = change.after;
-        }
+        addLater(last.files, changes);
     }
     if (m_undone.empty())
         return;
@@ -66,6 +75,14 @@ void StepHistory::extendLast(const TourState& state, const FileChanges& changes)
         if (!isNew)
             known->second.before = change.after;
     }
+}
+
+void StepHistory::goOnWithLast(TourState after, const FileChanges& changes) {
+    Step& last = m_done.back();
+    last.after = std::move(after);
+    addLater(last.files, changes);
+    last.bytes = bytesOf(last);
+    limit();
 }
 
 Step StepHistory::takeDone() {

@@ -64,6 +64,9 @@ public:
     /// undoes this, too.
     void extendLast(const TourState& state, const FileChanges& changes);
 
+    /// The last step, which there must be, goes on: it has led to this state and changed these files, too.
+    void goOnWithLast(TourState after, const FileChanges& changes);
+
     Step takeDone();
     Step takeUndone();
     void putDone(Step step) { m_done.push_back(std::move(step)); }
@@ -77,6 +80,8 @@ public:
     std::size_t size() const { return m_done.size() + m_undone.size(); }
 
 private:
+    void limit();
+
     std::deque<Step> m_done;
     std::deque<Step> m_undone; ///< The next to redo last.
     int m_dropped = 0;

@@ -26,7 +26,8 @@ TourDocument::TourDocument(WorkspaceFolders folders, Desktop& desktop, Log& log,
     , m_log(log)
     , m_workspace(std::move(folders), m_model, desktop, log)
     , m_context{m_model, m_workspace, desktop, log}
-    , m_timeline(m_context, std::move(historyFolder)) {}
+    , m_timeline(m_context, std::move(historyFolder))
+    , m_runner(m_context, m_timeline, m_listeners) {}
 
 void TourDocument::startProgram(Options& options) {
     wendmark::startProgram(m_context, options);
@@ -46,7 +47,7 @@ void TourDocument::recover(const TourModel& tour, const std::string& tourPath,
     m_model = tour;
     generateRecoveredTour(m_context);
     m_timeline.startAnew(Made::pages, true);
-    tellChange();
+    m_listeners.tellChange();
 }
 
 void TourDocument::makeFinalForm() {
@@ -70,14 +71,14 @@ Opening TourDocument::finishOpening(const std::string& folder) {
     m_openedWithoutTitle = reading.couldBeRead && !reading.hasTitle;
     m_timeline.endOpening(takeOpening(), "Open Tour");
     m_timeline.noteSaved();
-    tellChange();
+    m_listeners.tellChange();
     return {!m_workspace.isIncomplete(), !m_openedWithoutTitle};
 }
 
 void TourDocument::cancelOpening() {
     m_timeline.end(takeOpening(), "Cancelled Open", Made::nothing, m_model.currentStop);
     m_model.tourChanged = false;
-    tellChange();
+    m_listeners.tellChange();
 }
 
 void TourDocument::beginNew() {
@@ -98,7 +99,7 @@ bool TourDocument::finishNew(const std::string& title, const std::string& folder
     m_timeline.look(Made::everyForm);
     m_timeline.endOpening(takeOpening(), "New Tour");
     tellSave(complete);
-    tellChange();
+    m_listeners.tellChange();
     return complete;
 }
 
@@ -115,7 +116,7 @@ bool TourDocument::openScript(std::string_view script) {
     generateScriptedTour(m_context, script);
     m_timeline.end(before, "Open Earlier Save", Made::pages, 0);
     markChanged();
-    tell([](DocumentListener& listener) { listener.currentStopChanged(); });
+    m_listeners.tellPlace();
     return true;
 }
 
@@ -148,50 +149,31 @@ bool TourDocument::endSave(bool complete, const FileStates& before) {
 void TourDocument::tellSave(bool complete) {
     if (complete)
         m_timeline.noteSaved();
-    tell([complete](DocumentListener& listener) { listener.tourSaved(complete); });
+    m_listeners.tellSave(complete);
 }
 
 StopCommandResult TourDocument::insertStop() {
-    return runStopCommand(wendmark::insertStop, "Insert Stop");
+    return m_runner.run(wendmark::insertStop, "Insert Stop");
 }
 
 StopCommandResult TourDocument::deleteStop() {
-    return runStopCommand(wendmark::deleteStop, "Delete Stop");
+    return m_runner.run(wendmark::deleteStop, "Delete Stop");
 }
 
 StopCommandResult TourDocument::moveStopForward() {
-    return runStopCommand(wendmark::moveStopForward, "Move Stop Forward");
+    return m_runner.run(wendmark::moveStopForward, "Move Stop Forward");
 }
 
 StopCommandResult TourDocument::moveStopBack() {
-    return runStopCommand(wendmark::moveStopBack, "Move Stop Back");
-}
-
-void TourDocument::setAddress(std::int16_t stop, const std::string& address) {
-    const TourTimeline::Before before = m_timeline.begin();
-    storeAddress(m_context, stop, address);
-    m_timeline.endAt(stop, before, "Use this Site");
-    tellChange();
-}
-
-void TourDocument::setTexts(std::int16_t stop, const StopTexts& texts) {
-    m_model.tourChanged = true;
-    if (stop < 1 || stop > m_model.stops.held()) {
-        tellChange();
-        return;
-    }
-    const TourTimeline::Before before = m_timeline.begin();
-    storeTexts(m_context, stop, texts);
-    m_timeline.endAt(stop, before, "Narration");
-    tellChange();
+    return m_runner.run(wendmark::moveStopBack, "Move Stop Back");
 }
 
 StopCommandResult TourDocument::showNextStop() {
-    return show(wendmark::showNextStop);
+    return m_runner.show(wendmark::showNextStop);
 }
 
 StopCommandResult TourDocument::showPreviousStop() {
-    return show(wendmark::showPreviousStop);
+    return m_runner.show(wendmark::showPreviousStop);
 }
 
 void TourDocument::showCurrentStop() {
@@ -202,38 +184,38 @@ void TourDocument::showCurrentStop() {
 void TourDocument::goToStop(std::int16_t stop) {
     m_model.currentStop = std::clamp<std::int16_t>(stop, 0, m_model.stopCount());
     showCurrentStop();
-    tell([](DocumentListener& listener) { listener.currentStopChanged(); });
+    m_listeners.tellPlace();
 }
 
 void TourDocument::takeAnnouncedStop(std::int16_t stop) {
     m_model.currentStop = stop;
-    tell([](DocumentListener& listener) { listener.currentStopChanged(); });
+    m_listeners.tellPlace();
 }
 
 void TourDocument::setProperties(const TourProperties& properties,
                                  const std::function<void()>& refuseDimension) {
     const TourTimeline::Before before =
-        m_timeline.begin(properties.logoFile.empty() ? std::string() : logoName);
+        m_timeline.begin({properties.logoFile.empty() ? std::string() : logoName});
     changeTourProperties(m_context, properties, refuseDimension);
     m_timeline.end(before, "Tour Properties", Made::pages, m_model.currentStop);
-    tellChange();
+    m_listeners.tellChange();
 }
 
 Outcome TourDocument::addFile(const std::string& source, const std::string& name,
                               const std::string& stepName) {
-    const TourTimeline::Before before = m_timeline.begin(name);
+    const TourTimeline::Before before = m_timeline.begin({name});
     Outcome copied = Outcome::success();
     if (!files::same(source, m_workspace.workingFile(name)))
         copied = m_workspace.copyToWorkingFile(source, name);
     m_log.skip(copied);
     m_timeline.end(before, stepName, Made::nothing, m_model.currentStop);
-    tellChange();
+    m_listeners.tellChange();
     return copied;
 }
 
 void TourDocument::markChanged() {
     m_model.tourChanged = true;
-    tellChange();
+    m_listeners.tellChange();
 }
 
 void TourDocument::setBookmarks(BookmarkList list, const std::string& stepName) {
@@ -241,7 +223,7 @@ void TourDocument::setBookmarks(BookmarkList list, const std::string& stepName) 
     const TourTimeline::Before before = m_timeline.begin();
     m_timeline.setBookmarks(std::move(list));
     m_timeline.end(before, stepName, Made::nothing, m_model.currentStop);
-    tellChange();
+    m_listeners.tellChange();
 }
 
 void TourDocument::undo() {
@@ -262,38 +244,8 @@ void TourDocument::showAfterStep() {
     m_refusedFolder.clear();
     m_openedWithoutTitle = false;
     makePreviewFrameset(m_context);
-    tell([](DocumentListener& listener) { listener.currentStopChanged(); });
-    tellChange();
-}
-
-StopCommandResult TourDocument::runStopCommand(StopCommandResult (*command)(TourContext&),
-                                               const std::string& name) {
-    const TourTimeline::Before before = m_timeline.begin();
-    const StopCommandResult result = command(m_context);
-    if (result == StopCommandResult::done)
-        m_timeline.end(before, name, Made::pages, m_model.currentStop);
-    tellChange();
-    return result;
-}
-
-StopCommandResult TourDocument::show(StopCommandResult (*command)(TourContext&)) {
-    m_timeline.makeReady();
-    const StopCommandResult result = command(m_context);
-    tell([](DocumentListener& listener) { listener.currentStopChanged(); });
-    return result;
-}
-
-template <typename Tell>
-void TourDocument::tell(Tell tell) {
-    for (DocumentListener* const listener : std::vector(m_listeners))
-        tell(*listener);
-}
-
-void TourDocument::tellChange() {
-    tell([](DocumentListener& listener) {
-        listener.tourChangedNow();
-        listener.filesChanged();
-    });
+    m_listeners.tellPlace();
+    m_listeners.tellChange();
 }
 
 } // namespace wendmark

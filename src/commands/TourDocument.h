@@ -1,7 +1,9 @@
 #pragma once
 
-#include "commands/DocumentListener.h"
+#include "commands/DocumentListeners.h"
+#include "commands/StepRunner.h"
 #include "commands/StopCommands.h"
+#include "commands/StopListCommands.h"
 #include "commands/TourProperties.h"
 #include "commands/TourTimeline.h"
 #include "model/Options.h"
@@ -43,8 +45,8 @@ public:
     Log& log() const { return m_log; }
 
     /// The listener must be taken out before it goes.
-    void addListener(DocumentListener& listener) { m_listeners.push_back(&listener); }
-    void removeListener(DocumentListener& listener) { std::erase(m_listeners, &listener); }
+    void addListener(DocumentListener& listener) { m_listeners.add(listener); }
+    void removeListener(DocumentListener& listener) { m_listeners.remove(listener); }
 
     // The program's beginning and end.
 
@@ -110,9 +112,27 @@ public:
     StopCommandResult deleteStop();
     StopCommandResult moveStopForward();
     StopCommandResult moveStopBack();
-    void setAddress(std::int16_t stop, const std::string& address);
+    void setAddress(std::int16_t stop, const std::string& address) { m_runner.setAddress(stop, address); }
     /// Stop 0, the opening page, has no texts: nothing is stored, but the tour counts as changed.
-    void setTexts(std::int16_t stop, const StopTexts& texts);
+    void setTexts(std::int16_t stop, const StopTexts& texts) { m_runner.setTexts(stop, texts); }
+
+    // Several stops at once; see StopListCommands.h. Each is one step, or changes nothing at all.
+
+    StopListResult moveStops(const StopNumbers& stops, std::int16_t target) {
+        return m_runner.moveStops(stops, target);
+    }
+    StopListResult removeStops(const StopNumbers& stops) { return m_runner.removeStops(stops); }
+    StopListResult duplicateStops(const StopNumbers& stops) { return m_runner.duplicateStops(stops); }
+    StopListResult insertStops(std::int16_t position, const std::vector<Stop>& stops,
+                               const std::vector<AddedFile>& files = {}) {
+        return m_runner.insertStops(position, stops, files);
+    }
+
+    /// Stores what was typed into the fields of a stop, any of them; see StepRunner::type(). Listeners hear
+    /// which stop it was, and the main browser is sent nowhere.
+    StopListResult setStop(std::int16_t stop, const Stop& fields, std::uint64_t burst) {
+        return m_runner.type(stop, fields, burst);
+    }
 
     // The place in the tour.
 
@@ -164,15 +184,10 @@ private:
 
     using Made = WorkingFiles::Made;
 
-    StopCommandResult runStopCommand(StopCommandResult (*command)(TourContext&), const std::string& name);
-    StopCommandResult show(StopCommandResult (*command)(TourContext&));
     TourTimeline::Before takeOpening();
     bool endSave(bool complete, const FileStates& before);
     void tellSave(bool complete);
     void showAfterStep();
-    template <typename Tell>
-    void tell(Tell tell);
-    void tellChange();
 
     TourModel m_model;
     Desktop& m_desktop;
@@ -180,10 +195,11 @@ private:
     Workspace m_workspace;
     TourContext m_context;
     TourTimeline m_timeline;
+    DocumentListeners m_listeners;
+    StepRunner m_runner;
     std::optional<TourTimeline::Before> m_opening; ///< Before the command that is to open a tour.
     bool m_openedWithoutTitle = false;
     std::string m_refusedFolder;
-    std::vector<DocumentListener*> m_listeners;
 };
 
 } // namespace wendmark

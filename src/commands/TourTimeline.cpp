@@ -24,20 +24,21 @@ TourTimeline::TourTimeline(TourContext& context, std::string folder)
     , m_files(context, m_contents)
     , m_bookmarks(std::make_shared<const BookmarkList>()) {}
 
-TourTimeline::Before TourTimeline::begin(const std::string& replacedFile) {
+TourTimeline::Before TourTimeline::begin(const std::vector<std::string>& replacedFiles) {
     makeReady();
     m_files.look(Made::nothing, nullptr);
     m_files.keepGenerated();
-    if (!replacedFile.empty())
-        m_files.keep(replacedFile);
-    return {state(), m_files.states()};
+    for (const std::string& name : replacedFiles)
+        m_files.keep(name);
+    return {state(), m_files.states(), std::exchange(m_typing, std::nullopt)};
 }
 
 TourTimeline::Before TourTimeline::beginOtherTour() {
     bringFilesBack();
     m_files.look(Made::nothing, nullptr);
     m_files.keepGenerated();
-    return {state(), m_files.states()};
+    m_typing.reset();
+    return {state(), m_files.states(), std::nullopt};
 }
 
 void TourTimeline::end(const Before& before, const std::string& name, Made made, std::int16_t placeAfter) {
@@ -48,6 +49,25 @@ void TourTimeline::end(const Before& before, const std::string& name, Made made,
 void TourTimeline::endAt(std::int16_t stop, Before before, const std::string& name) {
     before.state.stop = stop;
     end(before, name, Made::pages, stop);
+}
+
+void TourTimeline::endTyping(const Typing& typing, Before before, const std::string& name) {
+    // The history may have let go of the step meanwhile.
+    const std::uint64_t former = m_number;
+    const bool goesOn =
+        before.typing == typing && lastDone() != nullptr && lastDone()->after.number == before.state.number;
+    if (goesOn) {
+        m_files.look(Made::pages, state().tour);
+        m_number = ++m_lastNumber;
+        TourState after = state();
+        after.stop = typing.stop;
+        m_history.goOnWithLast(std::move(after), changesBetween(before.files, m_files.states()));
+        limitContents();
+    } else {
+        endAt(typing.stop, std::move(before), name);
+    }
+    if (m_number != former)
+        m_typing = typing;
 }
 
 void TourTimeline::endOpening(const Before& before, const std::string& name) {
@@ -128,6 +148,7 @@ void TourTimeline::noteSaved() {
 }
 
 void TourTimeline::setBookmarks(BookmarkList list) {
+    m_typing.reset();
     m_bookmarks = std::make_shared<const BookmarkList>(std::move(list));
 }
 
@@ -139,7 +160,7 @@ const BookmarkList& TourTimeline::loadBookmarks() {
 }
 
 void TourTimeline::saveBookmarks() {
-    const FileStates before = begin(std::string(bookmarksName)).files;
+    const FileStates before = begin({std::string(bookmarksName)}).files;
     const std::string bytes = bookmarksFile(*m_bookmarks);
     m_context.log.skip(m_context.workspace.writeWorkingFile(bookmarksName, bytes));
     extend(before, Made::nothing);

@@ -2,6 +2,7 @@
 
 #include "commands/ContentStore.h"
 #include "commands/StepHistory.h"
+#include "commands/StopEdit.h"
 #include "commands/WorkingFiles.h"
 #include "model/TourContext.h"
 
@@ -9,6 +10,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace wendmark {
 
@@ -23,13 +25,14 @@ public:
     struct Before {
         TourState state;
         FileStates files;
+        std::optional<Typing> typing; ///< What the step before was, as long as it can go on.
     };
 
     /// The context must outlive it; `folder` is for contents of files.
     TourTimeline(TourContext& context, std::string folder);
 
-    /// The tour as it is before a command that may replace this file.
-    Before begin(const std::string& replacedFile = {});
+    /// The tour as it is before a command that may replace these files.
+    Before begin(const std::vector<std::string>& replacedFiles = {});
 
     /// Same before a command that leads to another tour, for which no pages need to be made.
     Before beginOtherTour();
@@ -39,6 +42,10 @@ public:
 
     /// Same for one that was about a stop, wherever the author is.
     void endAt(std::int16_t stop, Before before, const std::string& name);
+
+    /// Same for typing at a stop. If it goes on where the last step was, and nothing has begun in between,
+    /// that step goes on; it then leads from before the first of the typing to after the last.
+    void endTyping(const Typing& typing, Before before, const std::string& name);
 
     /// Same for one that has opened another tour, with every file of its own.
     void endOpening(const Before& before, const std::string& name);
@@ -115,6 +122,7 @@ private:
     std::uint64_t m_lastNumber = 0;
     std::map<std::string, std::uint64_t> m_savedNumbers; ///< By tour folder.
     std::optional<FileStates> m_absent; ///< The files of the tour while the working copy was only refilled.
+    std::optional<Typing> m_typing;     ///< What the last step was, until anything else begins.
     bool m_pagesMade = false;           ///< The tour's pages are in the working copy.
 };
 

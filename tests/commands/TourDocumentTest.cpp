@@ -1,13 +1,12 @@
 #include "commands/TourDocument.h"
 
 #include "base/Files.h"
-#include "model/TourFiles.h"
+#include "commands/SeenTour.h"
 #include "support/DocumentFixture.h"
 
 #include <gmock/gmock.h>
 
 #include <filesystem>
-#include <map>
 #include <random>
 
 namespace wendmark {
@@ -18,47 +17,10 @@ using testing::Contains;
 using testing::IsEmpty;
 using testing::Not;
 
+using test::differences;
 using test::DocumentFixture;
-
-/// What undo promises to bring back.
-struct Seen {
-    std::string tour;
-    std::map<std::string, std::string> files;
-};
-
-Seen seen(const DocumentFixture& program) {
-    TourModel model = program.document.model();
-    Seen all;
-    for (const Stop& stop : model.stops)
-        all.tour += stop.stopTitle + "\n" + stop.stopURL + "\n" + stop.stopNarration + "\n" +
-                    stop.stopInstruction + "\n";
-    all.tour += model.tourTitle + model.tourAuthor + std::to_string(model.narHeight) +
-                std::to_string(static_cast<int>(model.autoInstruction)) +
-                std::to_string(model.launchURLCount) + program.document.workspace().tourPath();
-    for (const auto& [name, bytes] : test::folderContents(program.workingCopy())) {
-        const bool between = isScratchFile(name) || name == "script.txt" || name == "link.txt" ||
-                             name == "brhist.txt" || name == "nav3.htm";
-        if (!between)
-            all.files[name] = bytes;
-    }
-    return all;
-}
-
-std::vector<std::string> differences(const Seen& left, const Seen& right) {
-    std::vector<std::string> names;
-    if (left.tour != right.tour)
-        names.push_back("the tour: " + left.tour + " / " + right.tour);
-    for (const auto& [name, bytes] : left.files) {
-        const auto other = right.files.find(name);
-        if (other == right.files.end() || other->second != bytes)
-            names.push_back(name);
-    }
-    for (const auto& [name, bytes] : right.files) {
-        if (!left.files.contains(name))
-            names.push_back("also " + name);
-    }
-    return names;
-}
+using test::Seen;
+using test::seen;
 
 class TourDocumentTest : public testing::Test {
 protected:
@@ -363,7 +325,7 @@ public:
     }
 
     void step() {
-        const unsigned choice = below(20);
+        const unsigned choice = below(30);
         if (choice < 4)
             undo();
         else if (choice < 6)
@@ -466,9 +428,71 @@ private:
         case 18:
             m_program.newTour("new" + std::to_string(++m_newTours), "New " + word);
             break;
-        default:
+        case 19:
+        case 20:
             cancelSomething();
             break;
+        default:
+            runOnSeveral(choice, any, word);
+            break;
+        }
+    }
+
+    void runOnSeveral(unsigned choice, std::int16_t any, const std::string& word) {
+        const std::int16_t stops = document().model().stopCount();
+        switch (choice) {
+        case 21:
+        case 22:
+        case 23:
+            document().moveStops(someStops(), static_cast<std::int16_t>(1 + below(unsignedOf(stops) + 1)));
+            break;
+        case 24:
+        case 27:
+            document().removeStops(someStops());
+            break;
+        case 25:
+            document().duplicateStops(someStops());
+            break;
+        case 26:
+            insertSome(any, word);
+            break;
+        default:
+            typeAt(any, word);
+            break;
+        }
+    }
+
+    static unsigned unsignedOf(std::int16_t count) { return static_cast<unsigned>(count); }
+
+    StopNumbers someStops() {
+        const std::int16_t stops = document().model().stopCount();
+        StopNumbers some;
+        for (unsigned k = 0; stops > 0 && k < 1 + below(3); ++k)
+            some.push_back(static_cast<std::int16_t>(1 + below(unsignedOf(stops))));
+        return some;
+    }
+
+    void insertSome(std::int16_t position, const std::string& word) {
+        const std::string source = m_program.scratch / "source.htm";
+        test::writeFile(source, "page of " + word);
+        const std::string name = "own" + std::to_string(below(3)) + ".htm";
+        std::vector<Stop> stops(1 + below(3), Stop{"I" + word, "http://host/" + word, "", "Do " + word});
+        stops.front().stopURL = name;
+        document().insertStops(position, stops, {{source, name}});
+    }
+
+    /// A burst of typing in one field, which is one step.
+    void typeAt(std::int16_t stop, const std::string& word) {
+        if (stop == 0)
+            return;
+        static constexpr std::string Stop::*fields[] = {&Stop::stopTitle, &Stop::stopURL,
+                                                        &Stop::stopNarration, &Stop::stopInstruction};
+        std::string Stop::*const field = fields[below(4)];
+        ++m_burst;
+        for (unsigned k = 0; k < 1 + below(4); ++k) {
+            Stop typed = document().model().stops.at(stop);
+            typed.*field += word;
+            document().setStop(stop, typed, m_burst);
         }
     }
 
@@ -512,6 +536,7 @@ private:
     std::vector<Seen> m_states;
     std::size_t m_place = 0;
     int m_newTours = 0;
+    std::uint64_t m_burst = 0;
 };
 
 TEST(TourDocumentWalk, everyStateComesBackByteForByte) {
