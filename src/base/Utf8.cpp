@@ -86,6 +86,20 @@ void appendUtf8(std::string& utf8, char32_t codePoint) {
     }
 }
 
+bool isUtf8(std::string_view text) {
+    for (std::size_t position = 0; position < text.size();) {
+        const std::size_t ascii = asciiRunLength(text, position);
+        position += ascii;
+        if (position == text.size())
+            break;
+        const Utf8Unit unit = decodeUtf8(text, position);
+        if (!unit.valid)
+            return false;
+        position += unit.length;
+    }
+    return true;
+}
+
 std::size_t utf16Length(std::string_view utf8) {
     std::size_t units = 0;
     for (std::size_t position = 0; position < utf8.size();) {

@@ -24,6 +24,9 @@ std::size_t asciiRunLength(std::string_view text, std::size_t position);
 /// Appends `codePoint` (a Unicode scalar value) as UTF-8.
 void appendUtf8(std::string& utf8, char32_t codePoint);
 
+/// Whether all of the text is valid UTF-8.
+bool isUtf8(std::string_view text);
+
 /// Length in UTF-16 code units; a byte that is part of no valid character counts as one.
 std::size_t utf16Length(std::string_view utf8);
 

@@ -1,6 +1,10 @@
 #include "model/StopAddress.h"
 
 #include "base/Names.h"
+#include "base/Utf8.h"
+
+#include <algorithm>
+#include <charconv>
 
 namespace wendmark {
 
@@ -8,6 +12,17 @@ namespace {
 
 constexpr std::string_view newPage = "newpage.htm";
 constexpr std::string_view encodedBlank = "%20";
+
+/// What stands between the scheme and a query or a part of the page, without who asks.
+std::string_view placeIn(std::string_view address) {
+    const std::size_t scheme = address.find("//");
+    address.remove_prefix(scheme == std::string_view::npos ? 0 : scheme + 2);
+    address = address.substr(0, address.find_first_of("?#"));
+    const std::size_t host = std::min(address.find('/'), address.size());
+    const std::size_t user = address.substr(0, host).rfind('@');
+    address.remove_prefix(user == std::string_view::npos ? 0 : user + 1);
+    return address;
+}
 
 } // namespace
 
@@ -28,6 +43,40 @@ std::string editableFile(std::string_view location) {
         path == std::string_view::npos)
         return {};
     return std::string(location.substr(path + beforePath.size()));
+}
+
+std::string percentDecoded(std::string_view text) {
+    std::string decoded;
+    decoded.reserve(text.size());
+    for (std::size_t position = 0; position < text.size(); ++position) {
+        const std::string_view digits = text.substr(position + 1, 2);
+        unsigned char byte = 0;
+        const char* const end = digits.data() + digits.size();
+        const bool encoded = text[position] == '%' && digits.size() == 2 &&
+                             std::from_chars(digits.data(), end, byte, 16).ptr == end;
+        decoded += encoded ? static_cast<char>(byte) : text[position];
+        position += encoded ? 2 : 0;
+    }
+    return decoded;
+}
+
+std::string localFileName(std::string_view address) {
+    return percentDecoded(trimBlanks(address.substr(0, address.find_first_of("?#"))));
+}
+
+std::string hostAndPath(std::string_view address) {
+    std::string_view place = placeIn(address);
+    if (place.ends_with('/'))
+        place.remove_suffix(1);
+    std::string readable = percentDecoded(place);
+    const bool control = std::any_of(readable.begin(), readable.end(),
+                                     [](char c) { return static_cast<unsigned char>(c) < ' '; });
+    return control || !isUtf8(readable) ? std::string(place) : readable;
+}
+
+std::string hostOf(std::string_view address) {
+    const std::string_view place = placeIn(address);
+    return std::string(place.substr(0, place.find('/')));
 }
 
 std::string AddSpaces(std::string_view text) {

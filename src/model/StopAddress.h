@@ -17,6 +17,18 @@ bool isNewPage(std::string_view address);
 /// page on the disk. Empty for any other page, and for that of new stops, which is not to be edited.
 std::string editableFile(std::string_view location);
 
+/// The text with a byte for every "%" that two hexadecimal digits follow.
+std::string percentDecoded(std::string_view text);
+
+/// Name of the tour's file that a stop's local address leads to: decoded, without what a link adds to a name.
+std::string localFileName(std::string_view address);
+
+/// What tells people which page the address of a web page leads to: host and path, readable.
+std::string hostAndPath(std::string_view address);
+
+/// Same for the host alone.
+std::string hostOf(std::string_view address);
+
 /// The text without blanks at its ends, and with a blank for every "%20".
 std::string AddSpaces(std::string_view text);
 

@@ -102,5 +102,14 @@ TEST(Utf8, positionInsideACharacterCountsAsBehindIt) {
     EXPECT_EQ(skipUtf16("é😀x", 0, 2), 6U);
 }
 
+TEST(Utf8, everyByteOfAValidTextIsPartOfACharacter) {
+    EXPECT_TRUE(isUtf8(""));
+    EXPECT_TRUE(isUtf8("plain words, and more than eight"));
+    EXPECT_TRUE(isUtf8("\xC3\xA4 \xE2\x86\x92 \xF0\x9F\x98\x80"));
+    EXPECT_FALSE(isUtf8("plain words, then \xE4"));
+    EXPECT_FALSE(isUtf8("\xE2\x86"));
+    EXPECT_FALSE(isUtf8("\xC0\x80"));
+}
+
 } // namespace
 } // namespace wendmark
