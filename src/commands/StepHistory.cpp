@@ -85,6 +85,15 @@ void StepHistory::goOnWithLast(TourState after, const FileChanges& changes) {
     limit();
 }
 
+void StepHistory::replaceBookmarks(const SharedBookmarks& former, const SharedBookmarks& known) {
+    for (auto* const steps : {&m_done, &m_undone}) {
+        for (Step& step : *steps) {
+            for (TourState* const state : {&step.before, &step.after})
+                state->bookmarks = state->bookmarks == former ? known : state->bookmarks;
+        }
+    }
+}
+
 Step StepHistory::takeDone() {
     Step step = std::move(m_done.back());
     m_done.pop_back();

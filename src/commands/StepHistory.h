@@ -67,6 +67,9 @@ public:
     /// The last step, which there must be, goes on: it has led to this state and changed these files, too.
     void goOnWithLast(TourState after, const FileChanges& changes);
 
+    /// The bookmarks of some states were not known until now.
+    void replaceBookmarks(const SharedBookmarks& former, const SharedBookmarks& known);
+
     Step takeDone();
     Step takeUndone();
     void putDone(Step step) { m_done.push_back(std::move(step)); }

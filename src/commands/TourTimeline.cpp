@@ -155,7 +155,9 @@ void TourTimeline::setBookmarks(BookmarkList list) {
 const BookmarkList& TourTimeline::loadBookmarks() {
     const files::Contents file = files::read(m_context.workspace.workingFile(bookmarksName));
     m_context.log.skipAsNote(file.outcome);
+    const SharedBookmarks former = m_bookmarks;
     setBookmarks(readBookmarks(file.bytes));
+    m_history.replaceBookmarks(former, m_bookmarks);
     return *m_bookmarks;
 }
 

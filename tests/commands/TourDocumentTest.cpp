@@ -265,6 +265,24 @@ TEST_F(TourDocumentTest, bookmarksAreUndoneWithTheirFile) {
     EXPECT_TRUE(fs::exists(program.working("goodlist.txt")));
 }
 
+TEST_F(TourDocumentTest, bookmarksThatWereReadLateAreNotUndoneWithTheStepsBefore) {
+    test::writeFile(program.tourFile("first", "goodlist.txt"), "http://a/\r\nnote\r\n255\r\n");
+    program.openTour(program.tourFolder("first"));
+    document.insertStop();
+    document.insertStop();
+    document.undo();
+    document.loadBookmarks();
+    document.undo();
+    EXPECT_EQ(document.bookmarks().bookmarks.size(), 1U);
+    document.redo();
+    document.redo();
+    EXPECT_EQ(document.bookmarks().bookmarks.size(), 1U);
+    document.undo();
+    document.undo();
+    document.undo();
+    EXPECT_THAT(document.bookmarks().bookmarks, IsEmpty()) << "Those of the tour before.";
+}
+
 TEST_F(TourDocumentTest, scriptWithoutATitleMustNotBeOverwrittenUnasked) {
     test::writeFile(program.tourFile("empty", "script.txt"), "");
     const Opening opening = program.openTour(program.tourFolder("empty"));
