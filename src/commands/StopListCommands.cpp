@@ -12,6 +12,7 @@
 #include "publish/TourPages.h"
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 #include <utility>
 
@@ -92,7 +93,7 @@ void makePagesFrom(TourContext& context, int first) {
 StopListResult putBehind(TourContext& context, std::int16_t position, std::vector<Stop> stops) {
     const BusyPointer busy(context.desktop);
     TourModel& model = context.model;
-    const StopListResult result = answer(Answer::done, model);
+    StopListResult result = answer(Answer::done, model);
     int number = position;
     for (Stop& stop : stops)
         model.stops.insert(++number, std::move(stop));
@@ -169,13 +170,13 @@ StopListResult moveStops(TourContext& context, const StopNumbers& stops, std::in
 StopListResult removeStops(TourContext& context, const StopNumbers& stops) {
     TourModel& model = context.model;
     const NumberSet removed(stops.begin(), stops.end());
-    const StopListResult result = answer(objectionTo(removed, model), model);
+    StopListResult result = answer(objectionTo(removed, model), model);
     if (!result.done())
         return result;
     const BusyPointer busy(context.desktop);
     const auto before = std::distance(removed.begin(), removed.lower_bound(model.currentStop));
-    for (auto stop = removed.rbegin(); stop != removed.rend(); ++stop)
-        model.stops.erase(*stop);
+    for (const std::int16_t stop : StopNumbers(removed.rbegin(), removed.rend()))
+        model.stops.erase(stop);
     model.currentStop = std::min(static_cast<std::int16_t>(model.currentStop - before), model.stops.held());
     makePagesFrom(context, std::min<int>(*removed.begin(), model.stopCount() + 1));
     return result;

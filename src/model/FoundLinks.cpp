@@ -95,14 +95,13 @@ class Collector final {
 public:
     /// `title` is plain text and may be empty.
     void add(std::string_view address, std::string_view title) {
-        if (address.size() > longestFoundAddress ||
-            m_found.stops.size() + m_found.files.size() >= mostFoundLinks)
-            leaveOut();
-        else if (isWebAddress(address))
+        const bool fits = address.size() <= longestFoundAddress &&
+                          m_found.stops.size() + m_found.files.size() < mostFoundLinks;
+        const std::optional<std::string> path = fits ? pathIn(address) : std::nullopt;
+        if (path)
+            addFile(*path, title);
+        else if (fits && isWebAddress(address))
             addPage(address, title);
-        else if (const std::optional<std::string> path = pathIn(address))
-            m_found.files.push_back(
-                {*path, titleFrom(title, nameWithoutEnding(*path)), m_found.stops.size()});
         else
             leaveOut();
     }
@@ -116,6 +115,10 @@ private:
         const std::string stored = withoutDelimiters(asUtf8(address));
         m_found.stops.push_back(
             {titleFrom(title, hostAndPath(stored)), stored, std::string(noNarration), {}});
+    }
+
+    void addFile(const std::string& path, std::string_view title) {
+        m_found.files.push_back({path, titleFrom(title, nameWithoutEnding(path)), m_found.stops.size()});
     }
 
     FoundLinks m_found;

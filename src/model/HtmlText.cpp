@@ -260,7 +260,7 @@ void HtmlPieces::skipThrough(std::string_view end) {
 
 /// `beginning` is in lower case; case does not count in the text.
 void HtmlPieces::skipTo(std::string_view beginning) {
-    const auto found =
+    const auto* const found =
         std::search(m_html.begin() + static_cast<std::ptrdiff_t>(m_position), m_html.end(), beginning.begin(),
                     beginning.end(), [](char a, char b) { return lowerAscii(a) == b; });
     m_position = static_cast<std::size_t>(found - m_html.begin());
