@@ -66,10 +66,11 @@ QStringList linesOf(TourModel model) {
     return lines;
 }
 
-/// Without blanks, and without the marks that a save puts for texts that are missing: unseen, they come into
-/// a page when that is made next.
+/// Without blanks; without the marks that a save puts for texts that are missing: unseen, they come into a
+/// page when that is made next; and without the flag that only the saved form of a tour sets.
 std::string seenOf(std::string bytes) {
-    for (const std::string_view mark : {noNarration, noInstruction}) {
+    for (const std::string_view mark : {noNarration, noInstruction, std::string_view("bufFlag = true"),
+                                        std::string_view("bufFlag = false")}) {
         for (std::size_t at = bytes.find(mark); at != std::string::npos; at = bytes.find(mark, at))
             bytes.erase(at, mark.size());
     }
