@@ -135,7 +135,21 @@ private:
         waitUntilLoaded();
         takeAt(m_window, usual, QStringLiteral("frmMain-stop"));
         takeInTwoSizes(m_window, QStringLiteral("frmMain-stop"));
+        takeNotice();
         takeBusyMainWindow();
+    }
+
+    /// Behind the stop's tag, what the program has to say, and that the tour is not saved.
+    void takeNotice() {
+        m_program.model.tourAuthor = "Ann";
+        m_program.document.markChanged();
+        onNextDialog([](QDialog& question) { press(question, QStringLiteral("Yes")); });
+        onNextDialog([](QDialog& dialog) { press(dialog, QStringLiteral("btnCancel")); });
+        m_window.openTour();
+        m_allWritten = !test::noticeOf(m_window).isEmpty() && m_allWritten;
+        takeInTwoSizes(m_window, QStringLiteral("frmMain-notice"));
+        m_window.undo();
+        waitUntilLoaded();
     }
 
     void takeBusyMainWindow() {
