@@ -241,7 +241,7 @@ void frmBrowser::closeEvent(QCloseEvent* event) {
 
 bool frmBrowser::event(QEvent* event) {
     // Its own dialogs are part of its work.
-    if (event->type() == QEvent::WindowDeactivate && isVisible() &&
+    if (event->type() == QEvent::WindowDeactivate && isVisible() && !m_closing &&
         QApplication::activeModalWidget() == nullptr)
         m_parts.gate.run(
             *this, [this] { saveLists(); }, Gate::Kind::look);
