@@ -105,6 +105,8 @@ bool BrowserPage::acceptNavigationRequest(const QUrl& address, NavigationType ty
     const bool accepted = !(m_lookOnly && byPage) && mayShow(address);
     if (!accepted && isMainFrame)
         emit navigationRefused(address);
+    if (accepted && isMainFrame)
+        m_goesTo = address;
     if (isMainFrame && type == NavigationTypeTyped) // By the program; pages cannot pretend to that.
         m_hasShownDialog = false;
     return accepted;
@@ -204,7 +206,9 @@ void BrowserPage::restrictRights() {
     connect(this, &QWebEnginePage::newWindowRequested, this, &BrowserPage::openNewWindow);
     connect(this, &QWebEnginePage::certificateError, this, [this](QWebEngineCertificateError error) {
         error.rejectCertificate();
-        emit certificateRefused(error.url());
+        // Not that of a picture or a frame, nor of a page that was left.
+        if (error.url().authority() == m_goesTo.authority())
+            emit certificateRefused(error.url());
     });
 }
 

@@ -75,6 +75,7 @@ private:
     bool m_lookOnly = false;
     bool m_newWindowsHere = false;
     bool m_hasShownDialog = false;
+    QUrl m_goesTo;        ///< What the whole page shows, or is going to show.
     int m_dialogs = 0;    ///< On screen.
     QString m_statusMark; ///< Begins the console messages that carry a status text; not known to any page.
     QString m_frameMark;  ///< Same, for the messages that carry the address of the first frame.

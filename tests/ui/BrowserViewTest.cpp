@@ -4,6 +4,7 @@
 #include "platform/Strings.h"
 #include "support/ScratchFolder.h"
 #include "ui/support/LoopbackServer.h"
+#include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
 #include <QApplication>
@@ -21,9 +22,9 @@
 
 namespace wendmark {
 
-namespace {
+using test::patience;
 
-constexpr int patience = 120000; // Milliseconds.
+namespace {
 
 /// A view on a folder of pages that the test writes.
 struct Browser {
@@ -142,7 +143,7 @@ private slots:
             document.title = 'marks: ' + marks.length;</script>)");
         QSignalSpy status(&browser.view, &BrowserView::statusTextChanged);
         QVERIFY(browser.open("page.htm"));
-        QTRY_COMPARE(browser.view.locationName(), "marks: 0");
+        QTRY_COMPARE_WITH_TIMEOUT(browser.view.locationName(), "marks: 0", patience);
         QVERIFY(test::waitUntil([&] { return status.count() == 1; }));
         QVERIFY(!status.first().first().toString().contains("vosktourstop"));
     }

@@ -1,3 +1,4 @@
+#include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
 #include <QProcess>
@@ -5,11 +6,7 @@
 
 namespace wendmark {
 
-namespace {
-
-constexpr int patience = 120'000; // Milliseconds; without the watch it takes as long as a test may last.
-
-} // namespace
+using test::patience;
 
 /// A test that fails ends, whatever dialogs are open.
 class DialogWatchTest final : public QObject {

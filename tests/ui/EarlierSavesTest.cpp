@@ -2,6 +2,7 @@
 #include "recovery/SavedScripts.h"
 #include "ui/dialogs/frmEarlierSaves.h"
 #include "ui/main/frmMain.h"
+#include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
 #include <QAction>
@@ -14,11 +15,10 @@
 namespace wendmark {
 
 using test::onNextDialog;
+using test::patience;
 using test::UiFixture;
 
 namespace {
-
-constexpr int patience = 120000; // Milliseconds that a page may take on a busy machine.
 
 QTreeWidget& listOf(const QDialog& dialog) {
     return *dialog.findChild<QTreeWidget*>(QStringLiteral("lstSaves"));

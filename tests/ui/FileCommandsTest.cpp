@@ -2,6 +2,7 @@
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
 #include "ui/main/frmMain.h"
+#include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
 #include <QAction>
@@ -22,6 +23,7 @@
 namespace wendmark {
 
 using test::onNextDialog;
+using test::patience;
 using test::press;
 using test::selectFolder;
 using test::textOf;
@@ -283,15 +285,16 @@ private slots:
         program.makeTour("walk", 3);
         frmMain window(program.parts());
         onNextDialog([](QDialog& page) {
-            QTRY_VERIFY(page.isActiveWindow());
+            QTRY_VERIFY_WITH_TIMEOUT(page.isActiveWindow(), patience);
             QTest::keyClick(&page, Qt::Key_E, Qt::AltModifier);
-            QTRY_VERIFY(page.findChild<QRadioButton*>("optOldTour")->isChecked());
+            QTRY_VERIFY_WITH_TIMEOUT(page.findChild<QRadioButton*>("optOldTour")->isChecked(), patience);
             QTest::keyClick(page.focusWidget(), Qt::Key_Return);
         });
         onNextDialog([&](QDialog& dialog) {
             auto* const tree = dialog.findChild<QTreeView*>("Dir1");
             QCOMPARE(dialog.focusWidget(), tree);
-            QTRY_COMPARE(tree->model()->rowCount(tree->currentIndex()), 2); // The sample and the new one.
+            QTRY_COMPARE_WITH_TIMEOUT(tree->model()->rowCount(tree->currentIndex()), 2,
+                                      patience); // The sample and the new one.
             QTest::keyClick(tree, Qt::Key_W);
             QCOMPARE(labelText(dialog, "lblTourPath"), program.path("MyTours/walk"));
             QTest::keyClick(tree, Qt::Key_Return);
@@ -600,7 +603,7 @@ private slots:
         });
         window.saveAs();
         QVERIFY(QFile::exists(program.path("MyTours/second/playtour.htm")));
-        QTRY_COMPARE(program.filesOf("NewTour"), QStringList{"script1.txt"});
+        QTRY_COMPARE_WITH_TIMEOUT(program.filesOf("NewTour"), QStringList{"script1.txt"}, patience);
     }
 };
 

@@ -2,6 +2,7 @@
 
 #include "platform/Strings.h"
 #include "support/ScratchFolder.h"
+#include "ui/support/Patience.h"
 
 #include <QDir>
 #include <QScrollBar>
@@ -10,6 +11,8 @@
 #include <QTreeView>
 
 namespace wendmark {
+
+using test::patience;
 
 namespace {
 
@@ -60,29 +63,29 @@ class FolderPickerTest final : public QObject {
 private slots:
     void selectedFolderIsInSightWhenAllFoldersAreListed() {
         const PickerOnScreen screen;
-        QTRY_VERIFY(screen.listsInOrder(siblings));
-        QTRY_VERIFY(screen.selectedIsInSight());
+        QTRY_VERIFY_WITH_TIMEOUT(screen.listsInOrder(siblings), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(screen.selectedIsInSight(), patience);
         QCOMPARE(screen.tree.currentIndex().data().toString(), nameOf(siblings - 1));
     }
 
     void authorWhoScrollsAwayIsNotTakenBack() {
         const PickerOnScreen screen;
-        QTRY_VERIFY(screen.listsInOrder(siblings));
-        QTRY_VERIFY(screen.selectedIsInSight());
+        QTRY_VERIFY_WITH_TIMEOUT(screen.listsInOrder(siblings), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(screen.selectedIsInSight(), patience);
         screen.tree.verticalScrollBar()->triggerAction(QAbstractSlider::SliderToMinimum);
         QDir(screen.path()).mkdir(nameOf(siblings));
-        QTRY_VERIFY(screen.listsInOrder(siblings + 1));
+        QTRY_VERIFY_WITH_TIMEOUT(screen.listsInOrder(siblings + 1), patience);
         QCOMPARE(screen.tree.verticalScrollBar()->value(), screen.tree.verticalScrollBar()->minimum());
     }
 
     void authorWhoClicksIsNotTakenBack() {
         const PickerOnScreen screen;
-        QTRY_VERIFY(screen.listsInOrder(siblings));
-        QTRY_VERIFY(screen.selectedIsInSight());
+        QTRY_VERIFY_WITH_TIMEOUT(screen.listsInOrder(siblings), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(screen.selectedIsInSight(), patience);
         QTest::mousePress(screen.tree.viewport(), Qt::RightButton, {}, QPoint(4, 4));
         screen.tree.verticalScrollBar()->setValue(0);
         QDir(screen.path()).mkdir(nameOf(siblings));
-        QTRY_VERIFY(screen.listsInOrder(siblings + 1));
+        QTRY_VERIFY_WITH_TIMEOUT(screen.listsInOrder(siblings + 1), patience);
         QCOMPARE(screen.tree.verticalScrollBar()->value(), 0);
     }
 };

@@ -2,6 +2,7 @@
 #include "platform/Strings.h"
 #include "support/FramingCases.h"
 #include "ui/site/frmTestFrame.h"
+#include "ui/support/Patience.h"
 #include "ui/support/SiteEditor.h"
 
 #include <QAction>
@@ -15,8 +16,10 @@
 
 namespace wendmark {
 
+using test::hasKeys;
 using test::onMessageWindow;
 using test::onNextDialog;
+using test::patience;
 using test::press;
 using test::SiteEditor;
 using test::waitUntil;
@@ -246,7 +249,7 @@ private slots:
         QVERIFY(open.program.model.tourChanged);
         QVERIFY(open.control<QToolButton>("Yes").isEnabled());
         QVERIFY(QApplication::overrideCursor() != nullptr); // Until the pointer changes next.
-        QTRY_VERIFY(open.browser().locationURL().endsWith("/plain.htm"));
+        QTRY_VERIFY_WITH_TIMEOUT(open.browser().locationURL().endsWith("/plain.htm"), patience);
         open.program.desktop.setBusyPointer(Desktop::Pointer::standard);
     }
 
@@ -281,7 +284,7 @@ private slots:
         SiteEditor open;
         open.visit(open.served("/plain.htm"));
         open.server.answer("/plain.htm", {200, {}, "x", 0, test::LoopbackServer::Answer::Kind::withoutEnd});
-        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
         QTimer::singleShot(300, &open.window,
                            [&] { QTest::keyClick(open.editor().windowHandle(), Qt::Key_Escape); });
         onMessageWindow(caption, timedOut);
@@ -290,7 +293,7 @@ private slots:
         QCOMPARE(open.stopURL(2), std::string("newpage.htm"));
         QVERIFY(open.isOpen());
         QVERIFY(open.control<QToolButton>("Yes").isEnabled());
-        QTRY_VERIFY(open.browser().locationURL().endsWith("/plain.htm"));
+        QTRY_VERIFY_WITH_TIMEOUT(open.browser().locationURL().endsWith("/plain.htm"), patience);
         open.program.desktop.setBusyPointer(Desktop::Pointer::standard);
     }
 
@@ -441,7 +444,7 @@ private slots:
             QTimer::singleShot(300, &dialog, [&] { QTest::keyClick(&dialog, Qt::Key_Escape); });
         });
         open.editor().findChild<QAction*>("mnuTestFrame")->trigger();
-        QTRY_VERIFY(open.browser().locationURL().endsWith("/plain.htm"));
+        QTRY_VERIFY_WITH_TIMEOUT(open.browser().locationURL().endsWith("/plain.htm"), patience);
     }
 
 private:

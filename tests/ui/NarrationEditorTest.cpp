@@ -6,6 +6,7 @@
 #include "ui/narration/HtmlHighlighter.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/support/Dictionaries.h"
+#include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
 #include <QAction>
@@ -33,14 +34,15 @@
 namespace wendmark {
 
 using test::Dictionaries;
+using test::hasKeys;
 using test::onNextDialog;
+using test::patience;
 using test::press;
 using test::textOf;
 using test::UiFixture;
 
 namespace {
 
-constexpr int patience = 120000; // Milliseconds that a page may take on a busy machine.
 constexpr const char* automaticMode = "Automatic Instruction Mode [selected in Tour Properties]";
 
 /// The program with a tour of three stops, whose instructions are the author's own unless a test says
@@ -255,7 +257,7 @@ private slots:
         expectMessage("Wendmark|The opening page of the tour is not editable");
         open.edit();
         QCOMPARE(open.program.beeps, 1);
-        QTRY_VERIFY(open.window.findChild<frmNarEdit*>() == nullptr);
+        QTRY_VERIFY_WITH_TIMEOUT(open.window.findChild<frmNarEdit*>() == nullptr, patience);
     }
 
     void commandIsThereOnStops() {
@@ -311,7 +313,7 @@ private slots:
         open.title().setText("Other");
         open.text().setPlainText("Other");
         if (way == "Esc") {
-            QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+            QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
             QTest::keyClick(open.editor().windowHandle(), Qt::Key_Escape);
         } else {
             open.click("btnCancel");
@@ -325,10 +327,10 @@ private slots:
     void escapeInThePreviewCancels() {
         OpenEditor open;
         QTRY_VERIFY_WITH_TIMEOUT(!open.preview().isBusy(), patience);
-        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
         open.preview().setFocus();
         QTest::keyClick(open.editor().windowHandle(), Qt::Key_Escape);
-        QTRY_VERIFY(!open.editor().isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(!open.editor().isVisible(), patience);
     }
 
     void hiddenWindowKeepsTheStateOfItsInstructionField() {
@@ -346,7 +348,7 @@ private slots:
         OpenEditor open(true);
         const QPointer<frmNarEdit> first = &open.editor();
         open.editor().close();
-        QTRY_VERIFY(first.isNull());
+        QTRY_VERIFY_WITH_TIMEOUT(first.isNull(), patience);
         QVERIFY(!open.program.model.tourChanged);
         open.program.model.autoInstruction = false;
         open.edit();
@@ -377,7 +379,7 @@ private slots:
 
     void wordsLeftByEscapeComeBackByUndo() {
         OpenEditor open;
-        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
         QTest::keyClicks(&open.title(), "!");
         QTest::keyClicks(&open.text(), "Many words. ");
         QTest::keyClicks(&open.instruction(), "Go. ");
@@ -423,7 +425,7 @@ private slots:
         expectLeaving("Yes");
         openOther(open, other);
         QCOMPARE(open.program.model.stopCount(), std::int16_t{1});
-        QTRY_VERIFY(open.window.findChild<frmNarEdit*>() == nullptr);
+        QTRY_VERIFY_WITH_TIMEOUT(open.window.findChild<frmNarEdit*>() == nullptr, patience);
         open.program.model.currentStop = 1;
         open.edit();
         open.text().undo();
@@ -433,7 +435,7 @@ private slots:
     void editorWithNothingToApplyIsClosedByAnotherTourWithoutAQuestion() {
         OpenEditor open;
         openOther(open, open.program.makeTour("other", 1));
-        QTRY_VERIFY(open.window.findChild<frmNarEdit*>() == nullptr);
+        QTRY_VERIFY_WITH_TIMEOUT(open.window.findChild<frmNarEdit*>() == nullptr, patience);
         QCOMPARE(open.program.model.stops.at(1).stopNarration, std::string("Words of stop 1.\r\n"));
     }
 
@@ -460,7 +462,7 @@ private slots:
         open.program.model.currentStop = 0;
         open.click("btnCancel");
         openOther(open, open.program.makeTour("other", 1));
-        QTRY_VERIFY(open.window.findChild<frmNarEdit*>() == nullptr);
+        QTRY_VERIFY_WITH_TIMEOUT(open.window.findChild<frmNarEdit*>() == nullptr, patience);
         open.program.model.currentStop = 1;
         open.edit();
         QTest::keyClicks(&open.text(), "Many words. ");
@@ -471,7 +473,7 @@ private slots:
         expectLeaving("Yes");
         open.window.undo();
         QCOMPARE(open.program.model.stopCount(), std::int16_t{3});
-        QTRY_VERIFY(open.window.findChild<frmNarEdit*>() == nullptr);
+        QTRY_VERIFY_WITH_TIMEOUT(open.window.findChild<frmNarEdit*>() == nullptr, patience);
     }
 
     void windowTellsWhereApplyStores() {
@@ -505,7 +507,7 @@ private slots:
         QFETCH(QString, name);
         QFETCH(QString, wrapped);
         OpenEditor open;
-        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
         open.fill("hello world!", 6, 5);
         open.click(qPrintable(name));
         compareEdit(open, wrapped, 9);
@@ -517,7 +519,7 @@ private slots:
 
     void tagButtonsWithoutASelectionInsertAnEmptyPair() {
         OpenEditor open;
-        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
         open.fill("abc", 3, 0);
         open.click("btnSmall");
         compareEdit(open, "abc<SMALL></SMALL>", 6);
@@ -525,7 +527,7 @@ private slots:
 
     void selectionMadeBackwardsIsWrappedTheSame() {
         OpenEditor open;
-        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
         open.fill("hello world", 11, -5);
         open.click("btnBold");
         compareEdit(open, "hello <B>world</B>", 9);
@@ -533,7 +535,7 @@ private slots:
 
     void linesAndLettersOutsideAsciiCountAsTheFieldCountsThem() {
         OpenEditor open;
-        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
         open.fill(QString::fromUtf8("é\n😀 →\nx y"), 7, 1);
         open.click("btnItalic");
         compareEdit(open, QString::fromUtf8("é\n😀 →\n<I>x</I> y"), 10);
@@ -544,7 +546,7 @@ private slots:
 
     void tagButtonIsAnUndoStepOfItsOwn() {
         OpenEditor open;
-        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
         open.fill("", 0, 0);
         QTest::keyClicks(&open.text(), "abc");
         open.click("btnBold");
@@ -560,7 +562,7 @@ private slots:
 
     void buttonsWorkOnTheNarrationWhereverTheFocusIs() {
         OpenEditor open;
-        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
         open.fill("abc", 0, 1);
         open.instruction().selectAll();
         open.instruction().setFocus();
@@ -586,19 +588,19 @@ private slots:
         QFETCH(bool, access);
         QFETCH(QString, edited);
         OpenEditor open;
-        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
         open.fill("abc", 0, 3);
         open.text().setFocus();
         QTest::keyClick(open.editor().windowHandle(), static_cast<Qt::Key>(key),
                         access ? Qt::AltModifier : Qt::ControlModifier);
-        QTRY_COMPARE(open.text().toPlainText(), edited);
+        QTRY_COMPARE_WITH_TIMEOUT(open.text().toPlainText(), edited, patience);
     }
 
     // Line break
 
     void lineBreakIsInsertedAtTheCaret() {
         OpenEditor open;
-        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
         open.fill("ab", 1, 0);
         open.click("btnBreak");
         compareEdit(open, "a<BR>b", 5);
@@ -639,7 +641,7 @@ private slots:
         QFETCH(bool, accepted);
         QFETCH(QString, linked);
         OpenEditor open;
-        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
         open.fill("see this page", 4, 4);
         onNextDialog([&](QDialog& dialog) {
             auto& box = *qobject_cast<QInputDialog*>(&dialog);
@@ -766,7 +768,7 @@ private slots:
         open.click("btnImage");
         QVERIFY(rounds > 0);
         QVERIFY(openMeanwhile);
-        QTRY_VERIFY(editor.isNull());
+        QTRY_VERIFY_WITH_TIMEOUT(editor.isNull(), patience);
         QVERIFY(open.program.gate.isOpen());
         QVERIFY(QFile::exists(open.program.working("mine.gif")));
     }
@@ -1009,13 +1011,13 @@ private slots:
 
     void returnInTheTitleAndCtrlReturnInATextApply() {
         OpenEditor open;
-        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
         open.title().setText("By Return");
         open.title().setFocus();
         QTest::keyClick(open.editor().windowHandle(), Qt::Key_Return);
         QCOMPARE(open.program.model.stops.at(2).stopTitle, std::string("By Return"));
         open.edit();
-        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
         open.fill("ab", 1, 0);
         open.text().setFocus();
         QTest::keyClick(open.editor().windowHandle(), Qt::Key_Return);
@@ -1084,7 +1086,7 @@ private slots:
 
     void menuOfAWrongWordOffersTheRightOne() {
         OpenEditor open;
-        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
         open.text().setPlainText("The cactsu stores water");
         QMenu* const menu = menuAt(open.text(), 6);
         QVERIFY(menu != nullptr);
@@ -1149,7 +1151,7 @@ private slots:
         menu->close();
         QCOMPARE(misspelledIn(open.text()), QString());
         open.editor().close();
-        QTRY_VERIFY(open.window.findChild<frmNarEdit*>() == nullptr);
+        QTRY_VERIFY_WITH_TIMEOUT(open.window.findChild<frmNarEdit*>() == nullptr, patience);
         open.edit();
         open.text().setPlainText("water");
         QCOMPARE(misspelledIn(open.text()), QString("water"));
@@ -1158,7 +1160,7 @@ private slots:
         menu->close();
         QCOMPARE(misspelledIn(open.text()), QString());
         open.editor().close();
-        QTRY_VERIFY(open.window.findChild<frmNarEdit*>() == nullptr);
+        QTRY_VERIFY_WITH_TIMEOUT(open.window.findChild<frmNarEdit*>() == nullptr, patience);
         open.edit();
         open.text().setPlainText("xyzzy");
         QCOMPARE(misspelledIn(open.text()), QString());
@@ -1203,7 +1205,7 @@ private slots:
 
     void previewLeavesTheFocusWhereItIs() {
         OpenEditor open;
-        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
         open.text().setFocus();
         open.text().setPlainText("typed");
         QTRY_VERIFY_WITH_TIMEOUT(shownText(open.preview()).contains("typed"), patience);
@@ -1307,7 +1309,7 @@ private slots:
         QVERIFY(!open.preview().isVisible());
         QCOMPARE(open.button("btnPreview").text().remove('&'), QString("Show Preview"));
         open.editor().close();
-        QTRY_VERIFY(open.window.findChild<frmNarEdit*>() == nullptr);
+        QTRY_VERIFY_WITH_TIMEOUT(open.window.findChild<frmNarEdit*>() == nullptr, patience);
         open.edit();
         QVERIFY(!open.button("btnPreview").isChecked());
         QVERIFY(open.editor().findChild<BrowserView*>("broPreview") == nullptr);

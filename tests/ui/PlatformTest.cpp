@@ -9,6 +9,7 @@
 #include "ui/dialogs/FolderEntry.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmSplash.h"
+#include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
 #include <QApplication>
@@ -29,6 +30,7 @@
 namespace wendmark {
 
 using test::onNextDialog;
+using test::patience;
 
 namespace {
 
@@ -403,7 +405,7 @@ private slots:
         QCOMPARE(timer->interval(), 6000);
         bySelf.show();
         timer->start(1); // The six seconds are over.
-        QTRY_VERIFY(!bySelf.isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(!bySelf.isVisible(), patience);
 
         frmSplash byKey;
         byKey.show();

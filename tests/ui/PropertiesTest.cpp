@@ -6,6 +6,7 @@
 #include "ui/dialogs/frmOptions.h"
 #include "ui/dialogs/frmPropTab.h"
 #include "ui/main/frmMain.h"
+#include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
 #include <QAbstractItemView>
@@ -30,7 +31,9 @@
 
 namespace wendmark {
 
+using test::hasKeys;
 using test::onNextDialog;
+using test::patience;
 using test::press;
 using test::textOf;
 using test::UiFixture;
@@ -231,7 +234,7 @@ private slots:
         QFETCH(QStringList, stations);
         Properties properties;
         properties.open([&](QDialog& dialog) {
-            QVERIFY(QTest::qWaitForWindowActive(&dialog));
+            QTRY_VERIFY_WITH_TIMEOUT(hasKeys(dialog), patience);
             auto& tabs = *dialog.findChild<QTabWidget*>("TabStrip1");
             tabs.setCurrentIndex(tab);
             tabs.tabBar()->setFocus();
@@ -530,7 +533,7 @@ private slots:
                         all.append(shown.index(row, 0, view->rootIndex()).data().toString());
                     return all;
                 };
-                QVERIFY(test::waitUntil([&] { return names() == QStringList{"editor"}; }, 5000));
+                QVERIFY(test::waitUntil([&] { return names() == QStringList{"editor"}; }));
                 files.findChild<QLineEdit*>("fileNameEdit")->setText(program.path("bin/editor"));
                 QMetaObject::invokeMethod(&files, "accept");
             });

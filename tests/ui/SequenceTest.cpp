@@ -2,6 +2,7 @@
 #include "platform/Strings.h"
 #include "support/FolderWatch.h"
 #include "ui/main/frmMain.h"
+#include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
 #include <QCursor>
@@ -17,6 +18,7 @@ namespace wendmark {
 
 using test::FolderWatch;
 using test::onNextDialog;
+using test::patience;
 using test::press;
 using test::UiFixture;
 
@@ -129,7 +131,7 @@ private slots:
             broughtBack.removeAll(QLatin1String("+NewTour/") + QLatin1String(apart));
         QCOMPARE(happened.mid(0, happened.size() - made.size()).join(' '), broughtBack.join(' '));
         auto& browser = *program.window.findChild<BrowserView*>("broMain");
-        QTRY_VERIFY(browser.locationURL().endsWith("NewTour/framever.htm"));
+        QTRY_VERIFY_WITH_TIMEOUT(browser.locationURL().endsWith("NewTour/framever.htm"), patience);
     }
 
     void closeMakesTheFinalFormStoresEmptiesWaitsAndLeavesTheScript() {

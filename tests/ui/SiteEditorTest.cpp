@@ -4,6 +4,7 @@
 #include "platform/Strings.h"
 #include "ui/controls/LoadingIndicator.h"
 #include "ui/site/frmWarnURL.h"
+#include "ui/support/Patience.h"
 #include "ui/support/Work.h"
 
 #include <QAction>
@@ -29,7 +30,9 @@
 
 namespace wendmark {
 
+using test::hasKeys;
 using test::onNextDialog;
+using test::patience;
 using test::press;
 using test::SiteEditor;
 using test::waitUntil;
@@ -146,13 +149,13 @@ private slots:
     void captionTellsTitleAndWork() {
         SiteEditor open;
         open.visit(open.served("/plain.htm"));
-        QTRY_COMPARE(open.editor().windowTitle(), caption + "Plain");
+        QTRY_COMPARE_WITH_TIMEOUT(open.editor().windowTitle(), caption + "Plain", patience);
         open.address().lineEdit()->setText(open.served("/silent.htm"));
         QTest::keyClick(open.address().lineEdit(), Qt::Key_Return);
-        QTRY_COMPARE(open.editor().windowTitle(), caption + "Working...");
+        QTRY_COMPARE_WITH_TIMEOUT(open.editor().windowTitle(), caption + "Working...", patience);
         open.click("Stop");
         QVERIFY(!open.control<QTimer>("timTimer").isActive());
-        QTRY_VERIFY(!open.browser().isBusy());
+        QTRY_VERIFY_WITH_TIMEOUT(!open.browser().isBusy(), patience);
         QVERIFY(!open.editor().windowTitle().endsWith("Working..."));
     }
 
@@ -160,7 +163,7 @@ private slots:
         SiteEditor open;
         auto& indicator = open.control<LoadingIndicator>("picBusy");
         const auto& timer = open.control<QTimer>("timTimer");
-        QTRY_VERIFY(!timer.isActive());
+        QTRY_VERIFY_WITH_TIMEOUT(!timer.isActive(), patience);
         QCOMPARE(timer.interval(), 20);
         QSet<int> frames;
         open.address().lineEdit()->setText(open.served("/never.htm"));
@@ -172,7 +175,7 @@ private slots:
         }));
         open.click("Stop");
         open.visit(open.served("/plain.htm"));
-        QTRY_VERIFY(!timer.isActive());
+        QTRY_VERIFY_WITH_TIMEOUT(!timer.isActive(), patience);
         QCOMPARE(indicator.shownFrame(), std::int16_t(1));
     }
 
@@ -222,7 +225,8 @@ private slots:
     void homeIsTheMakersSiteAtFirst() {
         SiteEditor open;
         open.click("Home");
-        QTRY_COMPARE(open.address().currentText(), QString("https://www.brenholt.example/"));
+        QTRY_COMPARE_WITH_TIMEOUT(open.address().currentText(), QString("https://www.brenholt.example/"),
+                                  patience);
     }
 
     void searchGoesToTheSearchPageOfTheTour() {
@@ -234,7 +238,7 @@ private slots:
 
     void unknownKeysDoNothing() {
         SiteEditor open;
-        QTRY_VERIFY(!open.control<QTimer>("timTimer").isActive());
+        QTRY_VERIFY_WITH_TIMEOUT(!open.control<QTimer>("timTimer").isActive(), patience);
         const QString before = open.browser().locationURL();
         open.editor().runToolBarCommand("picBusy");
         open.editor().runToolBarCommand("yes");
@@ -496,7 +500,7 @@ private slots:
         SiteEditor open;
         open.visit(open.served("/plain.htm"));
         open.editor().activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&open.editor()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.editor()), patience);
         QVERIFY(!QFile::exists(open.program.working("brhist.txt")));
         QApplication::setActiveWindow(&open.window);
         QCOMPARE(open.linesOf("brhist.txt"), QStringList(open.served("/plain.htm")));
@@ -584,7 +588,7 @@ private slots:
         }
         QCOMPARE(open.browser().locationURL(), before);
         open.visit(open.served("/plain.htm"));
-        QVERIFY(open.notice().isEmpty());
+        QCOMPARE(open.notice(), QString());
     }
 
     void emptyAddressDoesNothing() {
@@ -622,7 +626,7 @@ private slots:
         open.address().lineEdit()->setText(open.served("/download.zip"));
         QTest::keyClick(open.address().lineEdit(), Qt::Key_Return);
         QVERIFY(waitUntil([&] { return open.notice().contains("is a file to be saved"); }));
-        QTRY_COMPARE(open.browser().locationName(), QString("Plain"));
+        QTRY_COMPARE_WITH_TIMEOUT(open.browser().locationName(), QString("Plain"), patience);
     }
 
     void certificateThatIsNotValidIsToldOf() {
@@ -640,7 +644,7 @@ private slots:
         QVERIFY(waitUntil([&] { return !open.browser().isBusy(); }));
         QVERIFY(open.notice().contains("certificate"));
         open.visit(open.served("/anybody.htm"));
-        QVERIFY(open.notice().isEmpty());
+        QCOMPARE(open.notice(), QString());
     }
 
     void crashingPageIsToldOfAndComesBack() {
@@ -651,7 +655,7 @@ private slots:
         QCOMPARE(kill(static_cast<pid_t>(process), SIGKILL), 0);
         QVERIFY(waitUntil([&] { return open.notice().contains("has crashed"); }));
         QVERIFY(waitUntil([&] { return open.server.requestsFor("/plain.htm") > before; }));
-        QTRY_COMPARE(open.browser().locationName(), QString("Plain"));
+        QTRY_COMPARE_WITH_TIMEOUT(open.browser().locationName(), QString("Plain"), patience);
         open.click("Yes");
         QCOMPARE(open.stopURL(2), toUtf8(open.served("/plain.htm")));
     }

@@ -1,6 +1,7 @@
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/frmMessage.h"
 #include "ui/dialogs/frmRenameFile.h"
+#include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
 #include <QApplication>
@@ -13,7 +14,9 @@
 
 namespace wendmark {
 
+using test::hasKeys;
 using test::onNextDialog;
+using test::patience;
 using test::press;
 
 namespace {
@@ -80,7 +83,7 @@ private slots:
 
     void renameDialogOpensInTheMiddleWithTheNameReadyToBeTypedOver() {
         const QString answer = renamed("notes.htm", [](QDialog& dialog) {
-            QVERIFY(QTest::qWaitForWindowActive(&dialog));
+            QTRY_VERIFY_WITH_TIMEOUT(hasKeys(dialog), patience);
             const QPoint off = dialog.geometry().center() - dialog.screen()->availableGeometry().center();
             QVERIFY2(off.manhattanLength() <= windowFrame,
                      qPrintable(QString::number(off.manhattanLength())));
@@ -155,7 +158,7 @@ private slots:
 
     void returnClosesTheMessageWindow() {
         onNextDialog([](QDialog& dialog) {
-            QVERIFY(QTest::qWaitForWindowActive(&dialog));
+            QTRY_VERIFY_WITH_TIMEOUT(hasKeys(dialog), patience);
             QTest::keyClick(dialog.windowHandle(), Qt::Key_Return);
             QVERIFY(!dialog.isVisible());
         });

@@ -1,6 +1,7 @@
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
 #include "ui/main/frmMain.h"
+#include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
 #include <QAction>
@@ -14,7 +15,9 @@
 
 namespace wendmark {
 
+using test::hasKeys;
 using test::onNextDialog;
+using test::patience;
 using test::press;
 using test::selectFolder;
 using test::textOf;
@@ -23,8 +26,6 @@ using test::UiFixture;
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr int patience = 120000; // Milliseconds that a page may take on a busy machine.
 
 /// The program with a tour open and its opening page on screen.
 struct OpenTour {
@@ -414,7 +415,7 @@ private slots:
         QFETCH(QString, keys);
         OpenTour tour(4);
         tour.goTo(2);
-        QVERIFY(QTest::qWaitForWindowActive(&tour.window));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(tour.window), patience);
         const QStringList before = tour.titles();
         QTest::keySequence(&tour.window, QKeySequence(keys));
         QVERIFY(tour.titles() != before);

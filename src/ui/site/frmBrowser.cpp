@@ -388,7 +388,9 @@ void frmBrowser::takeOverNavigation(bool ok) {
     if (ok)
         m_address->recordVisit(location());
     else if (m_notice->text().isEmpty() && !m_test->isRunning())
-        showNotice(tr("%1 could not be loaded.").arg(location()));
+        showNotice(m_failure = tr("%1 could not be loaded.").arg(location()));
+    if (ok && m_notice->text() == m_failure)
+        showNotice({}); // It was the page before that failed, when this one was asked for already.
 }
 
 void frmBrowser::runTick() {

@@ -115,6 +115,7 @@ private:
     QAction* m_testInWindow = nullptr;
     QAction* m_abandonTest = nullptr;
     std::string m_siteEditURL;
+    QString m_failure;      ///< What was said last of a page that could not be loaded.
     bool m_closing = false; ///< The lists are written.
 };
 

@@ -29,8 +29,6 @@ namespace {
 
 constexpr int lookInterval = 5; // Milliseconds between two looks for a dialog.
 constexpr qint64 longStep = 1000;
-constexpr int patience =
-    180'000; // Milliseconds after which the machine is not slow but something has stopped.
 constexpr int mostTestQuestions = 6; // One in half a minute.
 constexpr QLatin1String testQuestion("Site testing is still incomplete - do you want to continue");
 

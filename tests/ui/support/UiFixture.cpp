@@ -2,6 +2,7 @@
 
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
+#include "ui/support/Patience.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
@@ -95,8 +96,8 @@ QStringList UiFixture::filesOf(const QString& folder) const {
     return QDir(path(folder)).entryList(QDir::Files, QDir::Name);
 }
 
-bool waitUntil(const std::function<bool()>& condition, int patience) {
-    const QDeadlineTimer deadline(patience);
+bool waitUntil(const std::function<bool()>& condition, int milliseconds) {
+    const QDeadlineTimer deadline(milliseconds);
     QEventLoop loop;
     QTimer poll;
     poll.callOnTimeout([&] {
@@ -149,7 +150,7 @@ void selectFolder(QDialog& dialog, const QString& path) {
                 index = found.value(0);
                 return index.isValid();
             }(),
-            5000);
+            patience);
         parent = index;
     }
     tree->setCurrentIndex(index);

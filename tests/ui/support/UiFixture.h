@@ -15,6 +15,7 @@
 #include "ui/dialogs/TourFileNames.h"
 #include "ui/site/HtmlEditor.h"
 #include "ui/support/DialogWatch.h"
+#include "ui/support/Patience.h"
 
 #include <QTemporaryDir>
 #include <functional>
@@ -86,9 +87,9 @@ private:
     float m_seconds = 1000;
 };
 
-/// Runs the event loop until `condition` holds; false when it still does not after `patience` milliseconds.
+/// Runs the event loop until `condition` holds; false when it still does not after so many `milliseconds`.
 /// Unlike Qt Test's own waits, which look for events and then sleep, it never holds the engine up.
-bool waitUntil(const std::function<bool()>& condition, int patience = 120000);
+bool waitUntil(const std::function<bool()>& condition, int milliseconds = patience);
 
 /// Lets the time come at once for each clock of a window: the timers that run again and again, at least every
 /// `longest` milliseconds.
