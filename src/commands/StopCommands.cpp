@@ -14,10 +14,6 @@ namespace wendmark {
 
 namespace {
 
-Stop newStop() {
-    return {"Title", "newpage.htm", std::string(noNarration), {}};
-}
-
 void makeListPages(TourContext& context) {
     makeContentsPage(context);
     makeTourGuide(context);
@@ -40,6 +36,10 @@ StopCommandResult moveStop(TourContext& context, int target) {
 }
 
 } // namespace
+
+Stop newStop() {
+    return {"Title", "newpage.htm", std::string(noNarration), {}};
+}
 
 StopCommandResult insertStop(TourContext& context) {
     const BusyPointer busy(context.desktop);

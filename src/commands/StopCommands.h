@@ -5,6 +5,7 @@
 
 namespace wendmark {
 
+struct Stop;
 struct TourContext;
 
 /// The texts of a stop as an author leaves them.
@@ -21,6 +22,9 @@ enum class StopCommandResult {
     done,
     refused ///< Nothing was changed; the caller beeps.
 };
+
+/// What an author finds in a stop that is new.
+Stop newStop();
 
 /// Puts a new stop after the current one and makes it the current one. Refused when the tour is full.
 StopCommandResult insertStop(TourContext& context);

@@ -21,6 +21,15 @@ inline constexpr Setting<bool> autoCloseBrowser{"AutoCloseBrowser", false};
 
 } // namespace mainSettings
 
+namespace stopListSettings {
+
+/// Whether the author wants to see the list, "True" or "False"; empty: when the window has room for it.
+inline const Setting<QString> shown{"StopList", QString()};
+/// In twips.
+inline constexpr Setting<float> width{"StopListWidth", 4800};
+
+} // namespace stopListSettings
+
 namespace siteSettings {
 
 /// Address that "Home" goes to.

@@ -4,6 +4,7 @@
 #include "ui/main/frmMain.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
+#include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
 #include <QAction>
@@ -20,7 +21,9 @@
 
 namespace wendmark {
 
+using test::hasKeys;
 using test::onNextDialog;
+using test::patience;
 using test::UiFixture;
 
 namespace {
@@ -36,7 +39,7 @@ struct Program {
             return window.findChild<QLabel*>(QStringLiteral("lblStopNum"))->text() == QLatin1String("2") &&
                    !browser().isBusy();
         }));
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(window), patience);
     }
 
     BrowserView& browser() const { return *window.findChild<BrowserView*>(QStringLiteral("broMain")); }
@@ -116,6 +119,15 @@ struct Command {
     std::function<void(Program&, const Give&)> expect;
 };
 
+void togglesStopList(Program& program, const Give& give) {
+    const auto& list = *program.window.findChild<QWidget*>("stopList");
+    QVERIFY(!list.isVisible());
+    give();
+    QVERIFY(list.isVisible());
+    give();
+    QVERIFY(!list.isVisible());
+}
+
 const QList<Command>& commands() {
     static const QList<Command> all = {
         {"mnuFileNew", "New", "Ctrl+N", [](Program&, const Give& give) { opens("frmWizard2", give); }},
@@ -166,6 +178,7 @@ const QList<Command>& commands() {
          [](Program& program, const Give& give) { writes(program, "NewTour/tmpframe.htm", give); }},
         {"mnuViewOptions", nullptr, "Ctrl+,", [](Program&, const Give& give) { opens("frmOptions", give); }},
         {"mnuViewLaunch", nullptr, nullptr, [](Program&, const Give& give) { opens("frmLaunch", give); }},
+        {"mnuViewStopList", nullptr, "F7", togglesStopList},
         {"mnuHelpContents", "Help", "F1",
          [](Program& program, const Give& give) { showsHelp(program, "/Help/index.htm", give); }},
         {"mnuHelpWeb", nullptr, nullptr,

@@ -5,6 +5,7 @@
 #include "ui/controls/LoadingIndicator.h"
 #include "ui/dialogs/frmHelp.h"
 #include "ui/main/frmMain.h"
+#include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
 #include <QAction>
@@ -26,6 +27,7 @@
 namespace wendmark {
 
 using test::onNextDialog;
+using test::patience;
 using test::press;
 using test::textOf;
 using test::UiFixture;
@@ -72,7 +74,8 @@ private slots:
                  (QStringList{"&Undo", "&Redo", "-", "Tour &Properties", "&Site Frame", "&Narration Frame"}));
         QCOMPARE(menus[2], (QStringList{"&Insert", "&Delete", "-", "Move &Forward", "Move &Back"}));
         QCOMPARE(menus[3], (QStringList{"&Prev", "&Next", "&Stop"}));
-        QCOMPARE(menus[4], (QStringList{"&Refresh", "&Options...", "&Launching Information"}));
+        QCOMPARE(menus[4],
+                 (QStringList{"&Refresh", "&Options...", "&Launching Information", "-", "&Stop List"}));
         QCOMPARE(menus[5], (QStringList{"Wendmark &Help", "Wendmark &Web-site", "-", "&About"}));
     }
 
@@ -376,9 +379,9 @@ private slots:
         onNextDialog([&](QDialog& wizard) {
             other.show();
             other.activateWindow();
-            QTRY_VERIFY(other.isActiveWindow());
+            QTRY_VERIFY_WITH_TIMEOUT(other.isActiveWindow(), patience);
             window.bringToFront();
-            QTRY_VERIFY(wizard.isActiveWindow());
+            QTRY_VERIFY_WITH_TIMEOUT(wizard.isActiveWindow(), patience);
             QVERIFY(!window.isVisible());
             wizard.reject();
         });

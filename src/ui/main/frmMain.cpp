@@ -20,11 +20,11 @@
 #include "ui/main/TourPreview.h"
 #include "ui/main/UnsavedWork.h"
 #include "ui/main/WindowSettings.h"
+#include "ui/stops/StopListDock.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
-#include <QLabel>
 #include <QMenuBar>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -43,30 +43,11 @@ constexpr float besidePanel = 400;
 constexpr float aboveAndBelowPanel = 1000;
 constexpr float besideBrowser = 60;
 
-/// picStopNum, with the label lblStopNum in it.
-QFrame* makeStopPanel(QLabel& number) {
-    auto* const stopPanel = new QFrame;
-    stopPanel->setObjectName(QStringLiteral("picStopNum"));
-    stopPanel->setToolTip(frmMain::tr("Current Stop Number"));
-    stopPanel->setFrameShape(QFrame::StyledPanel);
-    number.setParent(stopPanel);
-    number.setObjectName(QStringLiteral("lblStopNum"));
-    number.setAccessibleName(frmMain::tr("Current Stop Number"));
-    number.setAlignment(Qt::AlignCenter);
-    number.setTextFormat(Qt::PlainText);
-    number.setFixedWidth(number.fontMetrics().horizontalAdvance(QStringLiteral("000")));
-    auto* const stopLayout = new QVBoxLayout(stopPanel);
-    stopLayout->setContentsMargins(dialogGap / 2, dialogGap / 4, dialogGap / 2, dialogGap / 4);
-    stopLayout->addWidget(&number);
-    return stopPanel;
-}
-
 } // namespace
 
 frmMain::frmMain(ProgramParts parts)
     : m_parts(std::move(parts))
     , m_document(m_parts.document)
-    , m_stopNumber(new QLabel)
     , m_statusBar(new MainStatusBar(this))
     , m_unsaved(new UnsavedWork(m_document, m_parts.recovery, m_parts.gate, m_parts.savedScripts, this))
     , m_files(new FileCommands(m_parts, *m_unsaved, *this, [this] { return m_editors->mayLeave(); }))
@@ -210,6 +191,10 @@ void frmMain::editOptions() {
     });
 }
 
+void frmMain::showStopList() {
+    m_stopList->toggle();
+}
+
 void frmMain::showLaunchingInformation() {
     run([this] {
         frmLaunch dialog(m_document, m_parts.desktop, this);
@@ -296,29 +281,20 @@ void frmMain::setupToolBar() {
     m_toolBar = new CommandBar(this);
     m_toolBar->setObjectName(QStringLiteral("tbToolBar"));
     fillToolBar(*m_toolBar, m_actions);
-
-    m_busy = new LoadingIndicator;
-    m_busy->setObjectName(QStringLiteral("picBusy"));
-    m_busy->setToolTip(tr("Loading Status"));
-    m_busy->setAccessibleName(tr("Loading Status"));
-    m_offline = new QCheckBox(tr("Work Offline"));
-    m_offline->setObjectName(QStringLiteral("chkOffline"));
-
-    m_toolBar->addPlaceholder(QStringLiteral("picStopNum"), makeStopPanel(*m_stopNumber));
-    m_toolBar->addPlaceholder(QStringLiteral("picBusy"), m_busy);
-    m_toolBar->addPlaceholder(QStringLiteral("chkOffline"), m_offline);
+    m_toolBarPanels = addPanels(*m_toolBar);
 }
 
 void frmMain::setupCentralWidget() {
     auto* const central = new QWidget(this);
     m_preview = new TourPreview(m_document, m_parts.gate, m_parts.desktop, m_parts.browserProfile,
-                                *m_stopNumber, central);
+                                *m_toolBarPanels.stopNumber, central);
     auto* const layout = new QVBoxLayout(central);
     layout->setContentsMargins({});
     layout->setSpacing(0);
     layout->addWidget(m_toolBar);
     layout->addWidget(m_preview, 1);
     setCentralWidget(central);
+    m_stopList = new StopListDock(m_parts, *this);
     m_preview->setFocus(); // Not the first button of the toolbar, where a blank would start a new tour.
 }
 
@@ -336,7 +312,10 @@ void frmMain::setupConnections() {
     connect(m_files, &FileCommands::newTourMade, m_preview, &TourPreview::showOpeningPage);
     connect(m_files, &FileCommands::noticeShown, m_statusBar, &MainStatusBar::showNotice);
     connect(m_toolBar, &CommandBar::buttonClicked, this, &frmMain::runToolBarCommand);
-    connect(m_offline, &QCheckBox::toggled, this, [this](bool checked) { m_workOffline = checked; });
+    connect(m_toolBarPanels.offline, &QCheckBox::toggled, this,
+            [this](bool checked) { m_workOffline = checked; });
+    connect(m_stopList, &StopListDock::noticeShown, m_statusBar, &MainStatusBar::showNotice);
+    connect(m_stopList, &StopListDock::left, m_preview, qOverload<>(&QWidget::setFocus));
     connect(m_preview, &TourPreview::statusShown, m_statusBar, &MainStatusBar::showStatus);
 }
 
@@ -358,7 +337,7 @@ void frmMain::runTicks() {
     if (m_ended)
         close();
     m_preview->runTick();
-    m_busy->tick(m_preview->isBusy());
+    m_toolBarPanels.busy->tick(m_preview->isBusy());
     m_statusBar->runTick();
 }
 
@@ -388,6 +367,7 @@ void frmMain::end() {
     m_unsaved->end(asked);
     m_document.makeFinalForm();
     storePlacement(*this, m_parts.settings);
+    m_stopList->store();
     storeOptions(m_parts.options, m_parts.settings);
     m_document.leaveWorkingCopy();
     m_ended = true; // The next tick closes the window, unless a request to close it is under way.

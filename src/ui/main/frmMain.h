@@ -3,12 +3,11 @@
 #include "commands/DocumentListener.h"
 #include "ui/ProgramParts.h"
 #include "ui/main/MainCommands.h"
+#include "ui/main/ToolBarPanels.h"
 
 #include <QMainWindow>
 #include <functional>
 
-class QCheckBox;
-class QLabel;
 class QTimer;
 
 namespace wendmark {
@@ -16,8 +15,8 @@ namespace wendmark {
 class CommandBar;
 class Editors;
 class FileCommands;
-class LoadingIndicator;
 class MainStatusBar;
+class StopListDock;
 class TourPreview;
 class UnsavedWork;
 enum class StopCommandResult;
@@ -53,6 +52,7 @@ public:
     void editNarrationFrame();
     void editTourProperties();
     void editOptions();
+    void showStopList();
     void showLaunchingInformation();
     void previous();
     void next();
@@ -108,17 +108,16 @@ private:
     ProgramParts m_parts;
     TourDocument& m_document;
     ActionsByName m_actions;
-    CommandBar* m_toolBar = nullptr;  ///< tbToolBar
+    CommandBar* m_toolBar = nullptr; ///< tbToolBar
+    ToolBarPanels m_toolBarPanels;
     TourPreview* m_preview = nullptr; ///< picBrowser
-    QLabel* m_stopNumber = nullptr;   ///< lblStopNum
     MainStatusBar* m_statusBar;       ///< sbStatusBar
     UnsavedWork* m_unsaved;
     FileCommands* m_files;
     Editors* m_editors;
-    LoadingIndicator* m_busy = nullptr; ///< picBusy
-    QCheckBox* m_offline = nullptr;     ///< chkOffline
-    QTimer* m_timer = nullptr;          ///< timTimer
-    bool m_ended = false;               ///< The working copy is left; the window may close.
+    StopListDock* m_stopList = nullptr;
+    QTimer* m_timer = nullptr; ///< timTimer
+    bool m_ended = false;      ///< The working copy is left; the window may close.
 };
 
 } // namespace wendmark

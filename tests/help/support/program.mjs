@@ -46,8 +46,7 @@ export const drawing = (svg) => svg.match(/<svg [^>]*>(.*)<\/svg>/s)[1].replace(
 
 /** What the controls on the toolbar are called: their tool tips, and the caption of the check box. */
 export function toolBarControls() {
-  const source = readFileSync(`${root}src/ui/main/frmMain.cpp`, 'utf8');
-  const panel = source.match(/QFrame\* makeStopPanel\(.*?\n\}\n/s)[0];
-  const body = panel + source.match(/void frmMain::setupToolBar\(\) \{(.*?)\n\}\n/s)[1];
-  return [...body.matchAll(/(?:->setToolTip|new QCheckBox)\((?:frmMain::)?tr\("([^"]+)"\)\)/g)].map((match) => match[1]);
+  const source = readFileSync(`${root}src/ui/main/ToolBarPanels.cpp`, 'utf8');
+  const body = source.match(/QFrame\* makeStopPanel\(.*?\n\}\n/s)[0] + source.match(/ToolBarPanels addPanels\(.*?\n\}\n/s)[0];
+  return [...body.matchAll(/(?:->setToolTip|new QCheckBox)\(tr\("([^"]+)"\)\)/g)].map((match) => match[1]);
 }

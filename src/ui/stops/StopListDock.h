@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QDockWidget>
+
+class QMainWindow;
+
+namespace wendmark {
+
+class SettingsStore;
+class StopListPanel;
+struct ProgramParts;
+
+/// The stop list at the side of the main window. It is there while the window has room for it, until the
+/// author has shown or hidden it; from then on it stays so, in later runs of the program, too.
+class StopListDock final : public QDockWidget {
+    Q_OBJECT
+
+public:
+    /// What `parts` refers to must outlive the dock, which becomes part of the window.
+    StopListDock(const ProgramParts& parts, QMainWindow& window);
+
+    /// The author wants it shown, with the focus in it, or hidden.
+    void toggle();
+
+    /// Keeps its width for the next run.
+    void store();
+
+signals:
+    /// What the author should know of the command that has just ended; empty: nothing.
+    void noticeShown(const QString& text);
+
+    /// The author wants to be back in the preview.
+    void left();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void choose(bool shown);
+    void showIfThereIsRoom();
+
+    SettingsStore& m_settings;
+    QMainWindow& m_window;
+    StopListPanel* m_panel;
+    bool m_chosen; ///< The author has shown or hidden it.
+};
+
+} // namespace wendmark
