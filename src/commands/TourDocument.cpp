@@ -5,6 +5,7 @@
 #include "commands/TourCommands.h"
 #include "commands/TourSave.h"
 #include "model/Desktop.h"
+#include "model/FoundLinks.h"
 #include "model/ScriptFile.h"
 #include "publish/Framesets.h"
 #include "publish/StopPages.h"
@@ -150,6 +151,22 @@ void TourDocument::tellSave(bool complete) {
     if (complete)
         m_timeline.noteSaved();
     m_listeners.tellSave(complete);
+}
+
+void TourDocument::setAddress(std::int16_t stop, const std::string& address) {
+    m_untested.erase(address);
+    m_runner.setAddress(stop, address);
+}
+
+StopListResult TourDocument::setStop(std::int16_t stop, const Stop& fields, std::uint64_t burst) {
+    if (stop >= 1 && stop <= m_model.stops.held() && m_model.stops.at(stop).stopURL != fields.stopURL)
+        noteUntested(fields.stopURL);
+    return m_runner.type(stop, fields, burst);
+}
+
+void TourDocument::noteUntested(const std::string& address) {
+    if (isWebAddress(address))
+        m_untested.insert(address);
 }
 
 StopCommandResult TourDocument::insertStop() {

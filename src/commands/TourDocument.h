@@ -15,6 +15,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -112,7 +113,8 @@ public:
     StopCommandResult deleteStop();
     StopCommandResult moveStopForward();
     StopCommandResult moveStopBack();
-    void setAddress(std::int16_t stop, const std::string& address) { m_runner.setAddress(stop, address); }
+    /// Of a page that has passed the frame test.
+    void setAddress(std::int16_t stop, const std::string& address);
     /// Stop 0, the opening page, has no texts: nothing is stored, but the tour counts as changed.
     void setTexts(std::int16_t stop, const StopTexts& texts) { m_runner.setTexts(stop, texts); }
 
@@ -130,9 +132,13 @@ public:
 
     /// Stores what was typed into the fields of a stop, any of them; see StepRunner::type(). Listeners hear
     /// which stop it was, and the main browser is sent nowhere.
-    StopListResult setStop(std::int16_t stop, const Stop& fields, std::uint64_t burst) {
-        return m_runner.type(stop, fields, burst);
-    }
+    StopListResult setStop(std::int16_t stop, const Stop& fields, std::uint64_t burst);
+
+    /// Whether the page at this address came into the tour by typing, pasting or dropping, and no frame test
+    /// has passed it since, in this run of the program.
+    bool isUntested(const std::string& address) const { return m_untested.contains(address); }
+    /// Says so of a page of the web; of other addresses there is nothing to say.
+    void noteUntested(const std::string& address);
 
     // The place in the tour.
 
@@ -200,6 +206,7 @@ private:
     std::optional<TourTimeline::Before> m_opening; ///< Before the command that is to open a tour.
     bool m_openedWithoutTitle = false;
     std::string m_refusedFolder;
+    std::set<std::string> m_untested; ///< Addresses.
 };
 
 } // namespace wendmark

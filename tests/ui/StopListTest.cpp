@@ -1,6 +1,7 @@
 #include "model/StopTransfer.h"
 #include "platform/Strings.h"
 #include "ui/main/frmMain.h"
+#include "ui/site/BookmarkModel.h"
 #include "ui/stops/StopListDock.h"
 #include "ui/stops/StopListModel.h"
 #include "ui/stops/StopTable.h"
@@ -18,6 +19,8 @@
 #include <QSortFilterProxyModel>
 #include <QTest>
 #include <algorithm>
+#include <filesystem>
+#include <memory>
 
 namespace wendmark {
 
@@ -158,11 +161,11 @@ private slots:
         open.program.document.setAddress(2, "gone.htm");
         open.program.document.setTexts(1, {"One", "", {}});
         QCOMPARE(open.shown(1, StopListModel::pageColumn), QString("www.example.org"));
-        QCOMPARE(open.shown(1, StopListModel::missingColumn), QString("no words"));
-        QCOMPARE(open.shown(2, StopListModel::missingColumn), QString("file missing"));
-        QCOMPARE(open.shown(3, StopListModel::missingColumn), QString("no page yet"));
+        QCOMPARE(open.shown(1, StopListModel::remarkColumn), QString("no words"));
+        QCOMPARE(open.shown(2, StopListModel::remarkColumn), QString("file missing"));
+        QCOMPARE(open.shown(3, StopListModel::remarkColumn), QString("no page yet"));
         const QAbstractItemModel& model = *open.table().model();
-        QVERIFY(!qvariant_cast<QIcon>(model.index(3, StopListModel::missingColumn).data(Qt::DecorationRole))
+        QVERIFY(!qvariant_cast<QIcon>(model.index(3, StopListModel::remarkColumn).data(Qt::DecorationRole))
                      .pixmap(16, 16)
                      .isNull());
     }
@@ -170,11 +173,11 @@ private slots:
     void fileThatComesIsNoLongerMissing() {
         OpenList open(1);
         open.program.document.setAddress(1, "late.htm");
-        QVERIFY(open.shown(1, StopListModel::missingColumn).contains("file missing"));
+        QVERIFY(open.shown(1, StopListModel::remarkColumn).contains("file missing"));
         const std::string source = open.program.scratch / "late.htm";
         test::writeFile(source, "<p>Late");
         QVERIFY(open.program.document.addFile(source, "late.htm", "Select Local File").ok());
-        QVERIFY(!open.shown(1, StopListModel::missingColumn).contains("file missing"));
+        QVERIFY(!open.shown(1, StopListModel::remarkColumn).contains("file missing"));
     }
 
     void everyChangeIsOneUpdate() {
@@ -441,7 +444,7 @@ private slots:
         QVERIFY(QFile::exists(open.program.working("field notes.htm")));
         QVERIFY(QFile::exists(open.program.working("eel.png")));
         QVERIFY(open.notice().endsWith(": 1"));
-        QCOMPARE(open.shown(1, StopListModel::missingColumn), QString("no words"));
+        QCOMPARE(open.shown(1, StopListModel::remarkColumn), QString("no words"));
         open.window.undo();
         QCOMPARE(open.titles(), QString("1"));
         QVERIFY(!QFile::exists(open.program.working("eel.png")));
@@ -465,6 +468,54 @@ private slots:
         QCOMPARE(open.address(2), QString("eel2.htm"));
         QCOMPARE(test::readFile(toUtf8(open.program.working("eel.htm"))), std::string("The author's own"));
         QCOMPARE(test::readFile(toUtf8(open.program.working("eel2.htm"))), std::string("Another one"));
+    }
+
+    void bookmarksBecomeStopsWithTheirNotesAsTitles() {
+        OpenList open(1);
+        BookmarkModel bookmarks;
+        bookmarks.SetRow(0, {"https://example.org/eels?a=1&b=2", "Eels & <more>", {}});
+        bookmarks.SetRow(1, {"https://example.org/kelp", "", {}});
+        const std::unique_ptr<QMimeData> data(
+            bookmarks.mimeData({bookmarks.index(0, 0), bookmarks.index(0, 1), bookmarks.index(1, 1)}));
+        open.drop(*data, 1);
+        QCOMPARE(open.model().stops.held(), std::int16_t{3});
+        QCOMPARE(open.address(2), QString("https://example.org/eels?a=1&b=2"));
+        QCOMPARE(open.shown(2, StopListModel::titleColumn), QString("Eels & <more>"));
+        QCOMPARE(open.address(3), QString("https://example.org/kelp"));
+    }
+
+    void addressThatNobodyHasTestedIsMarkedUntilTheTestHasPassed() {
+        OpenList open(1);
+        putOnClipboard("https://example.org/a\n");
+        open.press(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(open.shown(1, StopListModel::remarkColumn), QString("not checked, no words"));
+        open.window.undo();
+        open.window.redo();
+        QCOMPARE(open.shown(1, StopListModel::remarkColumn), QString("not checked, no words"));
+        open.program.document.setAddress(1, "https://example.org/a");
+        QCOMPARE(open.shown(1, StopListModel::remarkColumn), QString("no words"));
+    }
+
+    void stopsOfAnotherProgramBringTheirFiles() {
+        OpenList open(1);
+        const std::string folder = open.program.scratch / "Other/NewTour";
+        std::filesystem::create_directories(folder);
+        test::writeFile(folder + "/same.htm", "The same");
+        test::writeFile(toUtf8(open.program.working("same.htm")), "The same");
+        test::writeFile(folder + "/eel.htm", "Of the other tour");
+        test::writeFile(folder + "/../secret.htm", "Not of the tour");
+        QMimeData data;
+        data.setData(toQString(stopsMimeType),
+                     QByteArray::fromStdString(encodeStops({{"Same", "same.htm", "Words", {}},
+                                                            {"Eel", "eel.htm", "Words", {}},
+                                                            {"Eel again", "eel.htm", "Words", {}},
+                                                            {"Secret", "../secret.htm", "Words", {}}})));
+        data.setData(stopsFolderType, QByteArray::fromStdString(folder + "/"));
+        open.drop(data, 1);
+        QCOMPARE(open.titles(), QString("1 Same Eel Eel again Secret"));
+        QCOMPARE(test::readFile(toUtf8(open.program.working("eel.htm"))), std::string("Of the other tour"));
+        QCOMPARE(open.address(4), QString("eel.htm"));
+        QVERIFY(!QFile::exists(open.program.working("secret.htm")));
     }
 
     // The dock

@@ -5,7 +5,9 @@
 #include "ui/site/ColorBar.h"
 
 #include <QColor>
+#include <QMimeData>
 #include <algorithm>
+#include <set>
 
 namespace wendmark {
 
@@ -136,6 +138,34 @@ QVariant BookmarkModel::headerData(int section, Qt::Orientation orientation, int
     default:
         return tr("Note");
     }
+}
+
+Qt::ItemFlags BookmarkModel::flags(const QModelIndex& index) const {
+    const Qt::ItemFlags usual = QAbstractTableModel::flags(index);
+    return index.isValid() ? usual | Qt::ItemIsDragEnabled : usual;
+}
+
+QStringList BookmarkModel::mimeTypes() const {
+    return {QStringLiteral("text/html"), QStringLiteral("text/plain")};
+}
+
+QMimeData* BookmarkModel::mimeData(const QModelIndexList& indexes) const {
+    std::set<int> rows;
+    for (const QModelIndex& index : indexes)
+        rows.insert(index.row());
+    QString html;
+    QString text;
+    for (const int row : rows) {
+        const QString address = toQString(GetRow(row).address);
+        const QString note = toQString(GetRow(row).note).left(longestShown).trimmed();
+        html += QStringLiteral("<a href=\"%1\">%2</a><br>\n")
+                    .arg(address.toHtmlEscaped(), (note.isEmpty() ? address : note).toHtmlEscaped());
+        text += address + QLatin1Char('\n');
+    }
+    auto* const data = new QMimeData;
+    data->setHtml(html);
+    data->setText(text);
+    return data;
 }
 
 bool BookmarkModel::removeRows(int row, int count, const QModelIndex& parent) {

@@ -50,6 +50,19 @@ protected:
     }
 };
 
+/// Whole rows are selected and dragged; keys go to the grid itself.
+void setUpRows(QTableView& grid) {
+    grid.horizontalHeader()->setStretchLastSection(true);
+    grid.horizontalHeader()->setHighlightSections(false);
+    grid.horizontalHeader()->setFocusPolicy(Qt::NoFocus);
+    grid.verticalHeader()->hide();
+    grid.setSelectionBehavior(QAbstractItemView::SelectRows);
+    grid.setSelectionMode(QAbstractItemView::ContiguousSelection);
+    grid.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid.setTabKeyNavigation(false);
+    grid.setDragDropMode(QAbstractItemView::DragOnly); // Onto the stop list, or into another program.
+}
+
 } // namespace
 
 BookmarkPanel::BookmarkPanel(TourDocument& document, Gate& gate, QtDesktop& desktop, QWidget* parent)
@@ -100,14 +113,7 @@ void BookmarkPanel::setupGrid() {
     m_grid->setObjectName(QStringLiteral("grdResearch"));
     m_grid->setAccessibleName(tr("Bookmarks"));
     m_grid->setModel(m_list);
-    m_grid->horizontalHeader()->setStretchLastSection(true);
-    m_grid->horizontalHeader()->setHighlightSections(false);
-    m_grid->horizontalHeader()->setFocusPolicy(Qt::NoFocus);
-    m_grid->verticalHeader()->hide();
-    m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_grid->setSelectionMode(QAbstractItemView::ContiguousSelection);
-    m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_grid->setTabKeyNavigation(false);
+    setUpRows(*m_grid);
     m_grid->setItemDelegateForColumn(BookmarkModel::colourColumn, new ColourDelegate(m_grid));
     m_grid->setWordWrap(false);
     m_grid->setTextElideMode(Qt::ElideMiddle);

@@ -34,6 +34,7 @@ FrameTest SiteTest::frameTest() const {
 
 FrameTest::Result SiteTest::run() {
     const QUrl page = m_browser.location();
+    m_testedPage = m_browser.locationURL();
     m_start = m_parts.desktop.timeOfDay();
     m_wish = Wish::goOn;
     FrameTest::Result result = FrameTest::Result::abandoned;

@@ -3,6 +3,7 @@
 #include "ui/site/FrameTest.h"
 
 #include <QObject>
+#include <QString>
 
 class QWidget;
 
@@ -30,6 +31,9 @@ public:
     void abandon(bool quietly);
 
     bool isRunning() const { return m_running; }
+    /// Address of the page that is tested, or was last: while a test runs, the browser shows a page of the
+    /// test.
+    const QString& testedPage() const { return m_testedPage; }
     void showFailed();
 
     /// Runs the test in a window of its own.
@@ -60,6 +64,7 @@ private:
     float m_start = 0; ///< Seconds since midnight.
     Wish m_wish = Wish::goOn;
     bool m_running = false;
+    QString m_testedPage;
 };
 
 } // namespace wendmark

@@ -316,7 +316,8 @@ void frmBrowser::setupConnections() {
     connect(m_test, &SiteTest::cannotRun, this, [this] {
         showNotice(tr("The test page cannot be written into the tour's folder. Is the disk full?"));
     });
-    connect(m_bookmarks, &BookmarkPanel::rememberWanted, this, [this] { m_bookmarks->remember(location()); });
+    connect(m_bookmarks, &BookmarkPanel::rememberWanted, this,
+            [this] { m_bookmarks->remember(m_test->isRunning() ? m_test->testedPage() : location()); });
     connect(m_browser, &BrowserView::navigationStarted, m_timer, qOverload<>(&QTimer::start));
     connect(m_browser, &BrowserView::navigationCompleted, this, &frmBrowser::takeOverNavigation);
     connect(m_browser, &BrowserView::locationNameChanged, this, &frmBrowser::showCaption);

@@ -1,5 +1,6 @@
 #include "ui/stops/FoundStops.h"
 
+#include "base/Files.h"
 #include "commands/StopCommands.h"
 #include "commands/TourDocument.h"
 #include "model/StopAddress.h"
@@ -7,13 +8,16 @@
 #include "platform/Strings.h"
 #include "ui/ProgramParts.h"
 #include "ui/dialogs/TourFileNames.h"
+#include "ui/stops/StopListModel.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QMimeData>
 #include <QMimeDatabase>
 #include <QUrl>
 #include <algorithm>
+#include <map>
 
 namespace wendmark {
 
@@ -48,30 +52,24 @@ FileKind kindOf(const QString& path) {
     return type.name().startsWith(QLatin1String("image/")) ? FileKind::picture : FileKind::other;
 }
 
-/// Takes files into the tour as the pages of new stops.
+/// Takes files into the tour as the pages of stops.
 class FileTaker final {
 public:
     FileTaker(const ProgramParts& parts, QWidget& window) : m_parts(parts), m_window(window) {}
 
-    /// Puts the stop for this file behind the first `place` ones; without one, the file is left out.
-    bool take(const FoundFile& file, std::vector<Stop>& stops, std::size_t place) {
-        const QString path = toQString(file.path);
+    /// Address of the page that the file becomes; empty when it is none, or the author gives up.
+    std::string take(const QString& path) {
         const FileKind kind = kindOf(path);
         const QFileInfo info(path);
         if (kind == FileKind::other || !info.isFile() || !info.isReadable())
-            return false;
+            return {};
         const std::string name = kind == FileKind::page ? m_parts.fileNames.nameForPage(path, &m_window)
                                                         : m_parts.fileNames.nameForImage(path, &m_window);
         if (name.empty() || isTaken(name))
-            return false;
-        m_files.push_back({file.path, name});
-        Stop stop = newStop();
-        stop.stopTitle = file.title;
+            return {};
+        m_files.push_back({toUtf8(path), name});
         const std::string copy = m_parts.document.workspace().workingFile(name);
-        stop.stopURL =
-            stopAddressFor(toUtf8(QUrl::fromLocalFile(toQString(copy)).toString(QUrl::FullyEncoded)));
-        stops.insert(stops.begin() + static_cast<std::ptrdiff_t>(std::min(place, stops.size())), stop);
-        return true;
+        return stopAddressFor(toUtf8(QUrl::fromLocalFile(toQString(copy)).toString(QUrl::FullyEncoded)));
     }
 
     const std::vector<AddedFile>& files() const { return m_files; }
@@ -88,23 +86,74 @@ private:
     std::vector<AddedFile> m_files;
 };
 
+int roomIn(const ProgramParts& parts) {
+    return std::max(0, tourCapacity - parts.document.model().stopCount());
+}
+
 StopListResult takeLinks(const ProgramParts& parts, const FoundLinks& found, std::int16_t position,
                          QWidget& window, QString& notice) {
-    const int room = std::max(0, tourCapacity - parts.document.model().stopCount());
+    const int room = roomIn(parts);
     if (found.stops.size() + found.files.size() > static_cast<std::size_t>(room))
         return {StopListResult::Answer::noRoom, room, {}}; // Before anybody is asked for names.
     std::vector<Stop> stops = found.stops;
     FileTaker taker(parts, window);
     std::size_t leftOut = found.leftOut;
     for (const FoundFile& file : found.files) {
-        if (!taker.take(file, stops, file.stopsAhead + taker.files().size()))
+        const std::size_t place = std::min(file.stopsAhead + taker.files().size(), stops.size());
+        Stop stop = newStop();
+        stop.stopTitle = file.title;
+        stop.stopURL = taker.take(toQString(file.path));
+        if (stop.stopURL.empty())
             ++leftOut;
+        else
+            stops.insert(stops.begin() + static_cast<std::ptrdiff_t>(place), stop);
     }
     if (leftOut > 0)
         notice = tr("Left out, because they are no pages for a tour: %n", static_cast<int>(leftOut));
     if (stops.empty()) {
         notice = tr("There is no address of a page in it.");
         return {StopListResult::Answer::unchanged, room, {}};
+    }
+    for (const Stop& stop : stops)
+        parts.document.noteUntested(stop.stopURL);
+    return parts.document.insertStops(position, stops, taker.files());
+}
+
+/// The file of a stop of another program that this tour lacks, or has with other contents; empty: none.
+QString missingFile(const ProgramParts& parts, const QDir& folder, const Stop& stop) {
+    if (isRemoteAddress(stop.stopURL) || isNewPage(stop.stopURL))
+        return {};
+    const std::string name = localFileName(stop.stopURL);
+    const QString path = folder.filePath(toQString(name));
+    const std::string present = parts.document.workspace().workingFile(name);
+    const files::Contents source = files::read(toUtf8(path));
+    if (!source.outcome.ok() || QFileInfo(path).dir() != folder)
+        return {};
+    const files::Contents own = files::read(present);
+    return own.outcome.ok() && own.bytes == source.bytes ? QString() : path;
+}
+
+/// Stops that come from another program bring their pages along.
+StopListResult takeOwn(const ProgramParts& parts, const FoundStops& found, std::int16_t position,
+                       QWidget& window) {
+    std::vector<Stop> stops = *found.own;
+    const int room = roomIn(parts);
+    if (stops.size() > static_cast<std::size_t>(room))
+        return {StopListResult::Answer::noRoom, room, {}};
+    FileTaker taker(parts, window);
+    const QDir folder(found.folder);
+    const bool elsewhere = folder.dirName() == QLatin1String("NewTour") &&
+                           folder != QDir(toQString(parts.document.workspace().folders().newTourPath));
+    std::map<std::string, std::string> addresses; // What those of before have become.
+    for (Stop& stop : stops) {
+        if (const auto known = addresses.find(stop.stopURL); known != addresses.end()) {
+            stop.stopURL = known->second;
+        } else if (const QString path = elsewhere ? missingFile(parts, folder, stop) : QString();
+                   !path.isEmpty()) {
+            const std::string taken = taker.take(path);
+            addresses[stop.stopURL] = taken.empty() ? stop.stopURL : taken;
+            stop.stopURL = addresses[stop.stopURL];
+        }
     }
     return parts.document.insertStops(position, stops, taker.files());
 }
@@ -116,13 +165,14 @@ FoundStops findStops(const QMimeData& data) {
     found.own = decodeStops(data.data(toQString(stopsMimeType)).toStdString());
     if (!found.own)
         found.links = findLinks(data);
+    found.folder = toQString(data.data(QLatin1String(stopsFolderType)).toStdString());
     return found;
 }
 
 StopListResult takeStops(const ProgramParts& parts, const FoundStops& found, int position, QWidget& window,
                          QString& notice) {
     const auto place = static_cast<std::int16_t>(position);
-    StopListResult result = found.own ? parts.document.insertStops(place, *found.own)
+    StopListResult result = found.own ? takeOwn(parts, found, place, window)
                                       : takeLinks(parts, found.links, place, window, notice);
     QStringList notCopied;
     for (const std::string& name : result.notCopied)

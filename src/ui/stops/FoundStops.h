@@ -3,11 +3,11 @@
 #include "commands/StopListCommands.h"
 #include "model/FoundLinks.h"
 
+#include <QString>
 #include <optional>
 #include <vector>
 
 class QMimeData;
-class QString;
 class QWidget;
 
 namespace wendmark {
@@ -17,6 +17,7 @@ struct ProgramParts;
 /// What a clipboard or a drop holds for a tour.
 struct FoundStops {
     std::optional<std::vector<Stop>> own; ///< Stops of this or another running program.
+    QString folder;                       ///< Where the files of those are; empty: nobody knows.
     FoundLinks links;                     ///< Only without those.
 };
 

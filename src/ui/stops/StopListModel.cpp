@@ -22,17 +22,6 @@ QString shown(const std::string& text) {
     return toQString(text).left(longestShown);
 }
 
-QString remarksOn(const StopLook& stop) {
-    QStringList remarks;
-    if (stop.noPage)
-        remarks.append(StopListModel::tr("no page yet"));
-    if (stop.fileMissing)
-        remarks.append(StopListModel::tr("file missing"));
-    if (stop.noWords)
-        remarks.append(StopListModel::tr("no words"));
-    return remarks.join(QStringLiteral(", "));
-}
-
 } // namespace
 
 StopListModel::StopListModel(const TourDocument& document, QObject* parent)
@@ -41,7 +30,7 @@ StopListModel::StopListModel(const TourDocument& document, QObject* parent)
 }
 
 void StopListModel::refresh() {
-    std::vector<StopLook> now = lookAtStops(m_document.model(), m_document.workspace());
+    std::vector<Row> now = rowsNow();
     const auto [firstOld, firstNew] = std::mismatch(m_stops.begin(), m_stops.end(), now.begin(), now.end());
     const auto same = static_cast<int>(firstOld - m_stops.begin());
     const auto was = static_cast<int>(m_stops.size());
@@ -63,12 +52,23 @@ void StopListModel::refresh() {
         emit dataChanged(index(0, titleColumn), index(0, titleColumn));
 }
 
+std::vector<StopListModel::Row> StopListModel::rowsNow() const {
+    std::vector<Row> rows;
+    for (StopLook& look : lookAtStops(m_document.model(), m_document.workspace()))
+        rows.push_back({std::move(look), false});
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        rows[i].untested = m_document.isUntested(m_document.model().stops.at(i + openingRows).stopURL);
+    return rows;
+}
+
 QMimeData* StopListModel::dataOf(const StopNumbers& stops) const {
     std::vector<Stop> taken;
     for (const std::int16_t stop : stops)
         taken.push_back(m_document.model().stops.at(stop));
     auto* const data = new QMimeData;
     data->setData(toQString(stopsMimeType), QByteArray::fromStdString(encodeStops(taken)));
+    data->setData(QLatin1String(stopsFolderType),
+                  QByteArray::fromStdString(m_document.workspace().folders().newTourPath));
     data->setHtml(toQString(stopsAsHtml(taken)));
     data->setText(toQString(stopsAsPlainText(taken)));
     return data;
@@ -82,18 +82,31 @@ int StopListModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : columnCountOfAll;
 }
 
+QString StopListModel::remarksOn(const Row& row) {
+    QStringList remarks;
+    if (row.look.noPage)
+        remarks.append(tr("no page yet"));
+    if (row.look.fileMissing)
+        remarks.append(tr("file missing"));
+    if (row.untested)
+        remarks.append(tr("not checked"));
+    if (row.look.noWords)
+        remarks.append(tr("no words"));
+    return remarks.join(QStringLiteral(", "));
+}
+
 QString StopListModel::text(int row, int column) const {
     if (row == 0)
         return column == titleColumn ? tr("Opening page: %1").arg(shown(visibleText(m_tourTitle)))
                                      : QString();
-    const StopLook& stop = m_stops.at(static_cast<std::size_t>(row - openingRows));
+    const Row& stop = m_stops.at(static_cast<std::size_t>(row - openingRows));
     switch (column) {
     case numberColumn:
         return QString::number(row);
     case titleColumn:
-        return shown(stop.title);
+        return shown(stop.look.title);
     case pageColumn:
-        return shown(stop.page);
+        return shown(stop.look.page);
     default:
         return remarksOn(stop);
     }
@@ -107,7 +120,7 @@ QVariant StopListModel::data(const QModelIndex& index, int role) const {
         return shownText;
     if (role == Qt::TextAlignmentRole && index.column() == numberColumn)
         return int(Qt::AlignRight | Qt::AlignVCenter);
-    if (role == Qt::DecorationRole && index.column() == missingColumn && !shownText.isEmpty())
+    if (role == Qt::DecorationRole && index.column() == remarkColumn && !shownText.isEmpty())
         return themedIcon(QStringLiteral("stopRemark"));
     return {};
 }

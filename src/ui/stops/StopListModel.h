@@ -11,13 +11,17 @@ namespace wendmark {
 
 class TourDocument;
 
+/// Names the folder of the pages among what a clipboard or a drag holds of stops: the working copy of the
+/// program that they come from.
+inline constexpr char stopsFolderType[] = "application/x-wendmark-folder";
+
 /// The tour as a list: row 0 is the opening page, row n is stop n. What the author does to it goes through
 /// the document; the model only shows what has become of it.
 class StopListModel final : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    enum Column { numberColumn, titleColumn, pageColumn, missingColumn, columnCountOfAll };
+    enum Column { numberColumn, titleColumn, pageColumn, remarkColumn, columnCountOfAll };
 
     /// The document must outlive the model.
     explicit StopListModel(const TourDocument& document, QObject* parent = nullptr);
@@ -47,11 +51,20 @@ signals:
     void dropped(const QMimeData& data, int position);
 
 private:
+    struct Row {
+        StopLook look;
+        bool untested = false; ///< Nobody has tried whether its page can be shown in a frame.
+
+        friend bool operator==(const Row&, const Row&) = default;
+    };
+
+    std::vector<Row> rowsNow() const;
     QString text(int row, int column) const;
+    static QString remarksOn(const Row& row);
 
     const TourDocument& m_document;
     std::string m_tourTitle;
-    std::vector<StopLook> m_stops;
+    std::vector<Row> m_stops;
 };
 
 /// The stops of these rows, without the opening page, each once and in their order.

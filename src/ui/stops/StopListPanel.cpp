@@ -78,7 +78,7 @@ void StopListPanel::setupTable() {
     QHeaderView& header = *m_table->horizontalHeader();
     header.setSectionResizeMode(StopListModel::numberColumn, QHeaderView::ResizeToContents);
     header.setSectionResizeMode(StopListModel::titleColumn, QHeaderView::Stretch);
-    header.setSectionResizeMode(StopListModel::missingColumn, QHeaderView::ResizeToContents);
+    header.setSectionResizeMode(StopListModel::remarkColumn, QHeaderView::ResizeToContents);
     header.resizeSection(StopListModel::pageColumn, pageWidth);
     connect(m_table, &StopTable::rowChosen, this, &StopListPanel::go);
     connect(m_model, &StopListModel::dropped, this, &StopListPanel::takeDropped);
