@@ -88,6 +88,7 @@ public:
 
     bool takeAll() {
         takeMainWindow();
+        takeStopList();
         takeMenus();
         takeDialogs();
         takeMessages();
@@ -127,6 +128,19 @@ private:
     void takeInTwoSizes(QWidget& window, const QString& name) {
         takeAt(window, QSize(0, 0), name + QStringLiteral("-smallest"));
         takeAt(window, laptop, name + QStringLiteral("-laptop"));
+    }
+
+    /// Beside the tour on a usual screen and, because the author wants it so, in a small window.
+    void takeStopList() {
+        m_program.document.goToStop(3);
+        m_program.document.insertStop();
+        waitUntilLoaded();
+        takeAt(m_window, laptop, QStringLiteral("stopList-laptop"));
+        takeAt(m_window, QSize(900, 600), QStringLiteral("stopList-hidden"));
+        m_window.showStopList();
+        take(m_window, QStringLiteral("stopList-small"));
+        m_window.showStopList();
+        m_program.document.undo();
     }
 
     void takeMainWindow() {

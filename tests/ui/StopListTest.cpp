@@ -538,6 +538,9 @@ private slots:
             window.resize(1300, 700);
             window.resize(700, 700);
             QVERIFY(dock.isVisible());
+            window.resizeDocks({&dock}, {250}, Qt::Horizontal);
+            QTRY_COMPARE_WITH_TIMEOUT(dock.width(), 250, patience);
+            dock.store();
         }
         UiFixture program(folder, UiFixture::Time::passesAtOnce);
         frmMain window(program.parts());
@@ -545,6 +548,7 @@ private slots:
         window.show();
         auto& dock = *window.findChild<StopListDock*>("stopList");
         QVERIFY(dock.isVisible());
+        QTRY_COMPARE_WITH_TIMEOUT(dock.width(), 250, patience);
         dock.close();
         window.resize(1300, 700);
         QVERIFY(!dock.isVisible());

@@ -7,6 +7,7 @@
 
 #include <QCloseEvent>
 #include <QMainWindow>
+#include <utility>
 
 namespace wendmark {
 
@@ -31,7 +32,6 @@ StopListDock::StopListDock(const ProgramParts& parts, QMainWindow& window)
     connect(m_panel, &StopListPanel::noticeShown, this, &StopListDock::noticeShown);
     connect(m_panel, &StopListPanel::left, this, &StopListDock::left);
     window.addDockWidget(Qt::LeftDockWidgetArea, this);
-    window.resizeDocks({this}, {pixelsFromTwips(m_settings.read(stopListSettings::width))}, Qt::Horizontal);
     window.installEventFilter(this);
     if (m_chosen)
         setVisible(booleanFromText(m_settings.read(stopListSettings::shown), false));
@@ -55,6 +55,14 @@ void StopListDock::store() {
 void StopListDock::closeEvent(QCloseEvent* event) {
     QDockWidget::closeEvent(event);
     choose(false);
+}
+
+void StopListDock::showEvent(QShowEvent* event) {
+    QDockWidget::showEvent(event);
+    // Not before it has a place in the window.
+    if (!std::exchange(m_sized, true))
+        m_window.resizeDocks({this}, {pixelsFromTwips(m_settings.read(stopListSettings::width))},
+                             Qt::Horizontal);
 }
 
 bool StopListDock::eventFilter(QObject* watched, QEvent* event) {

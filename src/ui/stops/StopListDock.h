@@ -34,6 +34,7 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -43,7 +44,8 @@ private:
     SettingsStore& m_settings;
     QMainWindow& m_window;
     StopListPanel* m_panel;
-    bool m_chosen; ///< The author has shown or hidden it.
+    bool m_chosen;        ///< The author has shown or hidden it.
+    bool m_sized = false; ///< It has got the width of the last run.
 };
 
 } // namespace wendmark

@@ -129,7 +129,7 @@ QVariant StopListModel::headerData(int section, Qt::Orientation orientation, int
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
     const std::array<QString, columnCountOfAll> captions = {tr("No."), tr("Title"), tr("Page"),
-                                                            tr("Missing")};
+                                                            tr("Remarks")};
     return captions.at(static_cast<std::size_t>(section));
 }
 

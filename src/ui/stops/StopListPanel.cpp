@@ -26,7 +26,9 @@ namespace wendmark {
 
 namespace {
 
-constexpr int pageWidth = 80; // Pixels, until the author makes the column wider.
+// Pixels, until the author makes the columns wider.
+constexpr int pageWidth = 80;
+constexpr int remarkWidth = 90;
 
 StopListResult nothingToDo() {
     return {StopListResult::Answer::unchanged, 0, {}};
@@ -78,8 +80,8 @@ void StopListPanel::setupTable() {
     QHeaderView& header = *m_table->horizontalHeader();
     header.setSectionResizeMode(StopListModel::numberColumn, QHeaderView::ResizeToContents);
     header.setSectionResizeMode(StopListModel::titleColumn, QHeaderView::Stretch);
-    header.setSectionResizeMode(StopListModel::remarkColumn, QHeaderView::ResizeToContents);
     header.resizeSection(StopListModel::pageColumn, pageWidth);
+    header.resizeSection(StopListModel::remarkColumn, remarkWidth);
     connect(m_table, &StopTable::rowChosen, this, &StopListPanel::go);
     connect(m_model, &StopListModel::dropped, this, &StopListPanel::takeDropped);
 }
