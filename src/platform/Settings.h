@@ -26,7 +26,7 @@ namespace stopListSettings {
 /// Whether the author wants to see the list, "True" or "False"; empty: when the window has room for it.
 inline const Setting<QString> shown{"StopList", QString()};
 /// In twips.
-inline constexpr Setting<float> width{"StopListWidth", 4800};
+inline constexpr Setting<float> width{"StopListWidth", 5100};
 
 } // namespace stopListSettings
 

@@ -1,5 +1,6 @@
 #include "model/StopTransfer.h"
 #include "platform/Strings.h"
+#include "platform/Twips.h"
 #include "ui/main/frmMain.h"
 #include "ui/site/BookmarkModel.h"
 #include "ui/stops/StopListDock.h"
@@ -531,6 +532,7 @@ private slots:
             QVERIFY(!dock.isVisible());
             window.resize(1300, 700);
             QVERIFY(dock.isVisible());
+            QTRY_COMPARE_WITH_TIMEOUT(dock.width(), pixelsFromTwips(5100), patience);
             window.resize(700, 700);
             QVERIFY(!dock.isVisible());
             window.showStopList();
@@ -538,17 +540,23 @@ private slots:
             window.resize(1300, 700);
             window.resize(700, 700);
             QVERIFY(dock.isVisible());
-            window.resizeDocks({&dock}, {250}, Qt::Horizontal);
-            QTRY_COMPARE_WITH_TIMEOUT(dock.width(), 250, patience);
+            window.resize(1300, 700);
+            QCoreApplication::processEvents(); // It takes its own width once it is there.
+            window.resizeDocks({&dock}, {400}, Qt::Horizontal);
+            QTRY_COMPARE_WITH_TIMEOUT(dock.width(), 400, patience);
+            window.showStopList();
+            window.showStopList();
+            QTRY_COMPARE_WITH_TIMEOUT(dock.width(), 400, patience);
             dock.store();
         }
         UiFixture program(folder, UiFixture::Time::passesAtOnce);
         frmMain window(program.parts());
         window.load(program.path("MyTours/walk"));
+        window.resize(1300, 700);
         window.show();
         auto& dock = *window.findChild<StopListDock*>("stopList");
         QVERIFY(dock.isVisible());
-        QTRY_COMPARE_WITH_TIMEOUT(dock.width(), 250, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(dock.width(), 400, patience);
         dock.close();
         window.resize(1300, 700);
         QVERIFY(!dock.isVisible());

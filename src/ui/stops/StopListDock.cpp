@@ -7,7 +7,6 @@
 
 #include <QCloseEvent>
 #include <QMainWindow>
-#include <utility>
 
 namespace wendmark {
 
@@ -23,6 +22,7 @@ StopListDock::StopListDock(const ProgramParts& parts, QMainWindow& window)
     , m_settings(parts.settings)
     , m_window(window)
     , m_panel(new StopListPanel(parts, this))
+    , m_width(pixelsFromTwips(parts.settings.read(stopListSettings::width)))
     , m_chosen(!parts.settings.read(stopListSettings::shown).isEmpty()) {
     setObjectName(QStringLiteral("stopList"));
     setFeatures(DockWidgetClosable | DockWidgetMovable);
@@ -33,6 +33,8 @@ StopListDock::StopListDock(const ProgramParts& parts, QMainWindow& window)
     connect(m_panel, &StopListPanel::left, this, &StopListDock::left);
     window.addDockWidget(Qt::LeftDockWidgetArea, this);
     window.installEventFilter(this);
+    m_placed.setSingleShot(true);
+    m_placed.callOnTimeout(this, &StopListDock::takeWidth);
     if (m_chosen)
         setVisible(booleanFromText(m_settings.read(stopListSettings::shown), false));
     else
@@ -48,8 +50,7 @@ void StopListDock::toggle() {
 }
 
 void StopListDock::store() {
-    if (isVisible())
-        m_settings.store(stopListSettings::width, twipsFromPixels(width()));
+    m_settings.store(stopListSettings::width, twipsFromPixels(m_width));
 }
 
 void StopListDock::closeEvent(QCloseEvent* event) {
@@ -59,16 +60,29 @@ void StopListDock::closeEvent(QCloseEvent* event) {
 
 void StopListDock::showEvent(QShowEvent* event) {
     QDockWidget::showEvent(event);
-    // Not before it has a place in the window.
-    if (!std::exchange(m_sized, true))
-        m_window.resizeDocks({this}, {pixelsFromTwips(m_settings.read(stopListSettings::width))},
-                             Qt::Horizontal);
+    m_placed.start(0);
+}
+
+void StopListDock::hideEvent(QHideEvent* event) {
+    QDockWidget::hideEvent(event);
+    m_sized = false;
+}
+
+void StopListDock::resizeEvent(QResizeEvent* event) {
+    QDockWidget::resizeEvent(event);
+    if (m_sized && m_window.width() >= roomyWidth)
+        m_width = width(); // Not what a small window has left of it.
 }
 
 bool StopListDock::eventFilter(QObject* watched, QEvent* event) {
     if (watched == &m_window && event->type() == QEvent::Resize && !m_chosen)
         showIfThereIsRoom();
     return QDockWidget::eventFilter(watched, event);
+}
+
+void StopListDock::takeWidth() {
+    m_window.resizeDocks({this}, {m_width}, Qt::Horizontal);
+    m_sized = true;
 }
 
 void StopListDock::choose(bool shown) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDockWidget>
+#include <QTimer>
 
 class QMainWindow;
 
@@ -35,17 +36,22 @@ signals:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void takeWidth();
     void choose(bool shown);
     void showIfThereIsRoom();
 
     SettingsStore& m_settings;
     QMainWindow& m_window;
     StopListPanel* m_panel;
+    int m_width;          ///< Pixels that the author has given it.
     bool m_chosen;        ///< The author has shown or hidden it.
-    bool m_sized = false; ///< It has got the width of the last run.
+    QTimer m_placed;      ///< Runs out once it has a place in the window.
+    bool m_sized = false; ///< It has that width, or what the author makes of it.
 };
 
 } // namespace wendmark
