@@ -109,7 +109,7 @@ StopListResult takeLinks(const ProgramParts& parts, const FoundLinks& found, std
             stops.insert(stops.begin() + static_cast<std::ptrdiff_t>(place), stop);
     }
     if (leftOut > 0)
-        notice = tr("Left out, because they are no pages for a tour: %n", static_cast<int>(leftOut));
+        notice = tr("Left out: %n", static_cast<int>(leftOut));
     if (stops.empty()) {
         notice = tr("There is no address of a page in it.");
         return {StopListResult::Answer::unchanged, room, {}};

@@ -63,8 +63,10 @@ std::vector<StopListModel::Row> StopListModel::rowsNow() const {
 
 QMimeData* StopListModel::dataOf(const StopNumbers& stops) const {
     std::vector<Stop> taken;
-    for (const std::int16_t stop : stops)
-        taken.push_back(m_document.model().stops.at(stop));
+    for (const std::int16_t stop : stops) {
+        if (stop <= m_document.model().stops.held()) // The rows may be older than the tour.
+            taken.push_back(m_document.model().stops.at(stop));
+    }
     auto* const data = new QMimeData;
     data->setData(toQString(stopsMimeType), QByteArray::fromStdString(encodeStops(taken)));
     data->setData(QLatin1String(stopsFolderType),

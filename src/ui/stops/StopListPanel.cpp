@@ -216,11 +216,7 @@ void StopListPanel::paste() {
         const QMimeData* const held = QApplication::clipboard()->mimeData();
         if (held == nullptr)
             return nothingToDo();
-        QString notice;
-        StopListResult result =
-            takeStops(m_parts, findStops(*held), std::max(currentRow(), 0), *this, notice);
-        emit noticeShown(notice);
-        return result;
+        return take(findStops(*held), std::max(currentRow(), 0));
     });
 }
 
@@ -229,17 +225,17 @@ void StopListPanel::takeDropped(const QMimeData& brought, int position) {
     if (m_table->takesItsOwn())
         m_drop = [this, position] { change([this, position] { return move(selectedStops(), position); }); };
     else
-        m_drop = [this, position, found = findStops(brought)] { takeIn(found, position); };
+        m_drop = [this, position, found = findStops(brought)] {
+            change([this, position, found] { return take(found, position); });
+        };
     m_dropEnd.start(0);
 }
 
-void StopListPanel::takeIn(const FoundStops& found, int position) {
-    change([this, found, position] {
-        QString notice;
-        StopListResult result = takeStops(m_parts, found, position, *this, notice);
-        emit noticeShown(notice);
-        return result;
-    });
+StopListResult StopListPanel::take(const FoundStops& found, int position) {
+    QString notice;
+    StopListResult result = takeStops(m_parts, found, position, *this, notice);
+    emit noticeShown(notice);
+    return result;
 }
 
 void StopListPanel::moveUp() {

@@ -59,7 +59,7 @@ private:
     void cut();
     void paste();
     void takeDropped(const QMimeData& brought, int position);
-    void takeIn(const FoundStops& found, int position);
+    StopListResult take(const FoundStops& found, int position);
     void moveUp();
     void moveDown();
     StopListResult move(const StopNumbers& stops, int position);
