@@ -116,6 +116,11 @@
   tourPage.tell(readStop());
   tourPage.documentReady.then(() => {
     linkAddress();
+    // The editor shows what its author types.
+    document.addEventListener('bodyreplaced', () => {
+      linkAddress();
+      aimLinks();
+    });
     setTimeout(leaveSolitude, parent === self ? 0 : framesetPatience);
   });
 })();

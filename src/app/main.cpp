@@ -12,6 +12,7 @@
 #include "platform/Registry.h"
 #include "platform/SettingsStore.h"
 #include "platform/SingleProgram.h"
+#include "platform/SpellChecker.h"
 #include "platform/StateFolder.h"
 #include "platform/Strings.h"
 #include "recovery/RecoveryKeeper.h"
@@ -105,8 +106,9 @@ int main(int argc, char* argv[]) {
     RecoveryKeeper recovery(document, recoveryStore);
     TourFileNames fileNames(document.workspace());
     HtmlEditor htmlEditor(options, log);
+    SpellChecker spelling(log);
     frmMain window({document, gate, options, desktop, settings, registry, *profile, recovery, fileNames,
-                    htmlEditor, files::join(state, "scripts")});
+                    htmlEditor, spelling, files::join(state, "scripts")});
     QObject::connect(&window, &frmMain::closed, &application, &QCoreApplication::quit, Qt::QueuedConnection);
     QObject::connect(&program, &SingleProgram::activationRequested, &window, &frmMain::bringToFront);
     window.load(tourFolder);

@@ -8,6 +8,26 @@
 
 namespace wendmark {
 
+std::int16_t numberOf(const TourModel& model, const Stop& stop, std::int16_t number,
+                      const StopFields& fields) {
+    const auto isIt = [&](int n) {
+        if (n < 1 || n > model.stops.held())
+            return false;
+        const Stop& other = model.stops.at(n);
+        return (!fields.title || other.stopTitle == stop.stopTitle) &&
+               (!fields.address || other.stopURL == stop.stopURL) &&
+               (!fields.narration || other.stopNarration == stop.stopNarration) &&
+               (!fields.instruction || other.stopInstruction == stop.stopInstruction);
+    };
+    for (int distance = 0; distance <= tourCapacity; ++distance) {
+        for (const int n : {number - distance, number + distance}) {
+            if (isIt(n))
+                return static_cast<std::int16_t>(n);
+        }
+    }
+    return 0;
+}
+
 StopFields differingFields(const TourModel& model, std::int16_t stop, const Stop& wanted) {
     const Stop& present = model.stops.at(stop);
     return {present.stopTitle != wanted.stopTitle, present.stopURL != wanted.stopURL,

@@ -20,6 +20,16 @@ struct StopFields {
     friend bool operator==(const StopFields&, const StopFields&) = default;
 };
 
+/// What the narration editor holds of a stop.
+inline constexpr StopFields textFields{.title = true, .narration = true, .instruction = true};
+
+/// Number of the stop that has these fields in common with `stop`, which was number `number` when it was
+/// looked at: that one if it still has, else the nearest; 0: none. So a stop is found again that other
+/// commands have moved.
+std::int16_t numberOf(const TourModel& model, const Stop& stop, std::int16_t number,
+                      const StopFields& fields = {
+                          .title = true, .address = true, .narration = true, .instruction = true});
+
 /// In what stop `stop`, which must be held, differs from `wanted`. An instruction that the program writes
 /// never does.
 StopFields differingFields(const TourModel& model, std::int16_t stop, const Stop& wanted);

@@ -79,6 +79,7 @@ Opening TourDocument::finishOpening(const std::string& folder) {
 void TourDocument::cancelOpening() {
     m_timeline.end(takeOpening(), "Cancelled Open", Made::nothing, m_model.currentStop);
     m_model.tourChanged = false;
+    m_pagesMayBeOlder = true;
     m_listeners.tellChange();
 }
 
@@ -123,6 +124,7 @@ bool TourDocument::openScript(std::string_view script) {
 
 bool TourDocument::save() {
     const FileStates before = m_timeline.begin().files;
+    renewPages();
     const bool complete = saveTour(m_context);
     return endSave(complete, before);
 }
@@ -132,8 +134,15 @@ bool TourDocument::saveAs(const std::string& folder) {
     m_workspace.setTourPath(folder);
     m_refusedFolder.clear();
     m_openedWithoutTitle = false;
+    renewPages();
     const bool complete = saveTourAs(m_context);
     return endSave(complete, before);
+}
+
+/// The tour that is saved plays as the script says, also with properties that a cancelled Open has reset.
+void TourDocument::renewPages() {
+    if (std::exchange(m_pagesMayBeOlder, false))
+        makeEveryPage(m_context);
 }
 
 const std::string& TourDocument::shownTourPath() const {
@@ -260,6 +269,7 @@ void TourDocument::redo() {
 void TourDocument::showAfterStep() {
     m_refusedFolder.clear();
     m_openedWithoutTitle = false;
+    m_pagesMayBeOlder = true; // It may have led back to such properties.
     makePreviewFrameset(m_context);
     m_listeners.tellPlace();
     m_listeners.tellChange();

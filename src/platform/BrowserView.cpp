@@ -3,6 +3,8 @@
 #include "platform/BrowserPage.h"
 
 #include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QMenu>
 #include <QVBoxLayout>
 #include <QWebEngineDownloadRequest>
@@ -167,6 +169,37 @@ QPointF BrowserView::scrollPosition() const {
 void BrowserView::scrollTo(const QPointF& place) {
     // The program's own scripts have a world to themselves.
     m_page->runJavaScript(QStringLiteral("window.scrollTo(%1, %2)").arg(place.x()).arg(place.y()),
+                          QWebEngineScript::ApplicationWorld);
+}
+
+void BrowserView::replaceBody(const QString& frame, const QString& html) {
+    runInFrame(frame, html, QStringLiteral(R"(
+  const page = frame.contentDocument;
+  if (page && page.body) {
+    const fresh = new DOMParser().parseFromString(text, 'text/html');
+    page.body.replaceChildren(...page.importNode(fresh.body, true).childNodes);
+    page.dispatchEvent(new Event('bodyreplaced'));
+  })"));
+}
+
+void BrowserView::replaceFrame(const QString& frame, const QUrl& address) {
+    runInFrame(frame, address.toString(QUrl::FullyEncoded),
+               QStringLiteral("frame.contentWindow.location.replace(text);"));
+}
+
+/// `script` knows the element as "frame", and the text as "text".
+void BrowserView::runInFrame(const QString& frame, const QString& text, const QString& script) {
+    // An array of texts is written in JSON as in the language of pages.
+    const QString arguments =
+        QString::fromUtf8(QJsonDocument(QJsonArray{frame, text}).toJson(QJsonDocument::Compact));
+    m_page->runJavaScript(QStringLiteral(R"((([name, text]) => {
+  const frame = document.querySelector('frame[name="' + name + '"]');
+  if (!frame)
+    return;
+  %1
+})()")
+                                  .arg(script) +
+                              arguments + QLatin1Char(')'),
                           QWebEngineScript::ApplicationWorld);
 }
 

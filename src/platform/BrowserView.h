@@ -93,6 +93,14 @@ public:
     /// Scrolls the page shown, also where scripts of pages do not run.
     void scrollTo(const QPointF& place);
 
+    /// Gives the page that a frame of this name shows the body of `html`, a whole page, without loading
+    /// anything again; the page hears the event "bodyreplaced". Scripts in the body do not run. Nothing
+    /// happens when there is no such frame, or it shows a page of the web.
+    void replaceBody(const QString& frame, const QString& html);
+
+    /// Shows a page in a frame of this name, in place of the one there. Nothing happens without such a frame.
+    void replaceFrame(const QString& frame, const QUrl& address);
+
     /// What is seen where a page has no background of its own, and until it comes.
     void setBackground(const QColor& colour);
 
@@ -135,6 +143,7 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
+    void runInFrame(const QString& frame, const QString& text, const QString& script);
     void connectPage();
     void noteStart(const QUrl& address);
     void noteEnd(bool ok);

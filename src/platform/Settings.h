@@ -30,6 +30,14 @@ inline constexpr Setting<float> width{"StopListWidth", 5100};
 
 } // namespace stopListSettings
 
+namespace stopPanelSettings {
+
+/// Same for the fields of the current stop.
+inline const Setting<QString> shown{"StopPanel", QString()};
+inline constexpr Setting<float> width{"StopPanelWidth", 4800};
+
+} // namespace stopPanelSettings
+
 namespace siteSettings {
 
 /// Address that "Home" goes to.

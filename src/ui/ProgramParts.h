@@ -12,6 +12,7 @@ class QtDesktop;
 class RecoveryKeeper;
 class Registry;
 class SettingsStore;
+class SpellChecker;
 class TourDocument;
 class TourFileNames;
 struct Options;
@@ -28,6 +29,7 @@ struct ProgramParts {
     RecoveryKeeper& recovery;
     TourFileNames& fileNames;
     HtmlEditor& htmlEditor;
+    SpellChecker& spelling;   ///< Of all windows.
     std::string savedScripts; ///< Folder for the scripts of saved tours; made when it is needed.
 };
 

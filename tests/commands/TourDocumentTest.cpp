@@ -175,6 +175,30 @@ TEST_F(TourDocumentTest, cancelledOpenResetsThePropertiesAndCanBeUndone) {
     EXPECT_EQ(document.model().launchURLCount, 1);
 }
 
+TEST_F(TourDocumentTest, savedPagesAreThoseOfTheScriptAfterACancelledOpen) {
+    program.change([](TourModel& model) { model.autoInstruction = false; });
+    document.setTexts(1, {"First", "Words\r\n", "Look at the roof.\r\n"});
+    EXPECT_TRUE(document.save());
+    const auto savedPage = [&] { return test::readFile(document.workspace().tourPath() + "/page1.htm"); };
+    EXPECT_NE(savedPage().find("Look at the roof."), std::string::npos);
+    const auto playsAsItsScriptSays = [&] {
+        EXPECT_TRUE(document.save());
+        test::DocumentFixture other;
+        other.openTour(document.workspace().tourPath());
+        EXPECT_EQ(savedPage(), test::readFile(other.workingCopy() + "/page1.htm"));
+    };
+    document.beginOpening();
+    document.cancelOpening();
+    playsAsItsScriptSays();
+    EXPECT_EQ(savedPage().find("Look at the roof."), std::string::npos);
+    document.undo();
+    playsAsItsScriptSays();
+    EXPECT_NE(savedPage().find("Look at the roof."), std::string::npos);
+    document.redo();
+    playsAsItsScriptSays();
+    EXPECT_EQ(savedPage().find("Look at the roof."), std::string::npos);
+}
+
 TEST_F(TourDocumentTest, filesComeBackAfterACancelledNewBeforeAnythingIsGeneratedOrSaved) {
     test::writeFile(program.tourFile("first", "fr-logo.gif"), "own logo");
     test::writeFile(program.tourFile("first", "own.htm"), "own page");

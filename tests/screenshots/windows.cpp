@@ -22,6 +22,7 @@
 #include "ui/dialogs/frmWizard1.h"
 #include "ui/dialogs/frmWizard2.h"
 #include "ui/dialogs/frmWizard3.h"
+#include "ui/main/SidePanels.h"
 #include "ui/main/frmMain.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
@@ -32,6 +33,8 @@
 #include <QCommandLineParser>
 #include <QDialog>
 #include <QDir>
+#include <QDockWidget>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPalette>
@@ -89,6 +92,7 @@ public:
     bool takeAll() {
         takeMainWindow();
         takeStopList();
+        takeStopPanel();
         takeMenus();
         takeDialogs();
         takeMessages();
@@ -137,10 +141,33 @@ private:
         waitUntilLoaded();
         takeAt(m_window, laptop, QStringLiteral("stopList-laptop"));
         takeAt(m_window, QSize(900, 600), QStringLiteral("stopList-hidden"));
-        m_window.showStopList();
+        m_window.sides().toggleList();
         take(m_window, QStringLiteral("stopList-small"));
-        m_window.showStopList();
+        m_window.sides().toggleList();
         m_program.document.undo();
+    }
+
+    /// With a new stop whose page is no address, then at a stop of the sample: alone in a small window,
+    /// beside the list on a usual screen, and while the narration editor has the texts.
+    void takeStopPanel() {
+        showStop(3);
+        waitUntilLoaded();
+        takeAt(m_window, QSize(1920, 1000), QStringLiteral("stopPanel-desktop"));
+        m_window.resize(laptop);
+        m_window.sides().toggleStop();
+        take(m_window, QStringLiteral("stopPanel-laptop"));
+        takeAt(m_window, QSize(900, 600), QStringLiteral("stopPanel-small"));
+        m_window.resize(laptop);
+        m_window.insertStop();
+        auto& address = *m_window.findChild<QLineEdit*>(QStringLiteral("txtPanelAddress"));
+        address.setText(QStringLiteral("garden"));
+        emit address.editingFinished();
+        take(m_window, QStringLiteral("stopPanel-noAddress"));
+        m_program.document.undo();
+        m_window.editNarrationFrame();
+        take(m_window, QStringLiteral("stopPanel-elsewhere"));
+        m_window.findChild<QWidget*>(QStringLiteral("frmNarEdit"))->hide();
+        m_window.findChild<QDockWidget*>(QStringLiteral("stopPanel"))->close();
     }
 
     void takeMainWindow() {

@@ -119,13 +119,13 @@ struct Command {
     std::function<void(Program&, const Give&)> expect;
 };
 
-void togglesStopList(Program& program, const Give& give) {
-    const auto& list = *program.window.findChild<QWidget*>("stopList");
-    QVERIFY(!list.isVisible());
+void toggles(Program& program, const char* dock, const Give& give) {
+    const auto& panel = *program.window.findChild<QWidget*>(dock);
+    QVERIFY(!panel.isVisible());
     give();
-    QVERIFY(list.isVisible());
+    QVERIFY(panel.isVisible());
     give();
-    QVERIFY(!list.isVisible());
+    QVERIFY(!panel.isVisible());
 }
 
 const QList<Command>& commands() {
@@ -178,7 +178,10 @@ const QList<Command>& commands() {
          [](Program& program, const Give& give) { writes(program, "NewTour/tmpframe.htm", give); }},
         {"mnuViewOptions", nullptr, "Ctrl+,", [](Program&, const Give& give) { opens("frmOptions", give); }},
         {"mnuViewLaunch", nullptr, nullptr, [](Program&, const Give& give) { opens("frmLaunch", give); }},
-        {"mnuViewStopList", nullptr, "F7", togglesStopList},
+        {"mnuViewStopList", nullptr, "F7",
+         [](Program& program, const Give& give) { toggles(program, "stopList", give); }},
+        {"mnuViewStopPanel", nullptr, "F8",
+         [](Program& program, const Give& give) { toggles(program, "stopPanel", give); }},
         {"mnuHelpContents", "Help", "F1",
          [](Program& program, const Give& give) { showsHelp(program, "/Help/index.htm", give); }},
         {"mnuHelpWeb", nullptr, nullptr,

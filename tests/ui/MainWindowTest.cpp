@@ -74,8 +74,8 @@ private slots:
                  (QStringList{"&Undo", "&Redo", "-", "Tour &Properties", "&Site Frame", "&Narration Frame"}));
         QCOMPARE(menus[2], (QStringList{"&Insert", "&Delete", "-", "Move &Forward", "Move &Back"}));
         QCOMPARE(menus[3], (QStringList{"&Prev", "&Next", "&Stop"}));
-        QCOMPARE(menus[4],
-                 (QStringList{"&Refresh", "&Options...", "&Launching Information", "-", "&Stop List"}));
+        QCOMPARE(menus[4], (QStringList{"&Refresh", "&Options...", "&Launching Information", "-",
+                                        "&Stop List", "Stop &Panel"}));
         QCOMPARE(menus[5], (QStringList{"Wendmark &Help", "Wendmark &Web-site", "-", "&About"}));
     }
 

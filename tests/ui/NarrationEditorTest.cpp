@@ -859,6 +859,7 @@ private slots:
         OpenEditor open;
         open.title().setText("Moved");
         open.program.model.currentStop = 3;
+        onNextDialog([](QDialog& dialog) { press(dialog, "Yes"); });
         open.click("btnOK");
         QCOMPARE(open.program.model.stops.at(2).stopTitle, std::string("Stop 2"));
         QCOMPARE(open.program.model.stops.at(3).stopTitle, std::string("Moved"));

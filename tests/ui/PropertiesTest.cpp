@@ -5,6 +5,7 @@
 #include "ui/dialogs/frmLaunch.h"
 #include "ui/dialogs/frmOptions.h"
 #include "ui/dialogs/frmPropTab.h"
+#include "ui/main/MainDialogs.h"
 #include "ui/main/frmMain.h"
 #include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
@@ -90,7 +91,7 @@ struct Properties {
             QCOMPARE(dialog.objectName(), QString("frmPropTab"));
             act(dialog);
         });
-        window.editTourProperties();
+        window.dialogs().editTourProperties();
         QVERIFY(opened);
         QCOMPARE(test::dialogsExpected(), 0);
     }
@@ -555,7 +556,7 @@ private slots:
                 field(dialog, "txtHTMLEdit").setText("/usr/bin/editor");
                 press(dialog, "OKButton");
             });
-            window.editOptions();
+            window.dialogs().editOptions();
             QCOMPARE(program.settings.read(mainSettings::htmlEditor), QString("NONE"));
             QVERIFY(window.close());
         }

@@ -175,8 +175,10 @@ private slots:
         }
         if (QTest::currentTestFailed()) {
             RandomHands::printLast();
-            for (const std::string& failure : m_program->log.failures)
-                qInfo("logged: %s", failure.c_str());
+            if (m_program) {
+                for (const std::string& failure : m_program->log.failures)
+                    qInfo("logged: %s", failure.c_str());
+            }
         }
         endProgram();
         m_hands = nullptr;
@@ -321,6 +323,14 @@ private:
         }
     }
 
+    /// While it holds words of its own, the program asks before it leaves the tour, and what asks is closed.
+    void closeNarrationEditor() {
+        auto* const editor = m_window->findChild<QDialog*>(QStringLiteral("frmNarEdit"));
+        if (editor != nullptr && editor->isVisible())
+            editor->reject();
+        waitForHands();
+    }
+
     /// Everything undone and redone again is what was there.
     void checkHistory(const QString& when) {
         const TourDocument& document = m_program->document;
@@ -332,6 +342,8 @@ private:
         int undone = 0;
         for (; document.undoName(); ++undone) {
             QVERIFY2(undone < mostSteps, qPrintable(when + QLatin1String(": undo leads nowhere")));
+            if (document.undoOpensTour())
+                closeNarrationEditor();
             give("mnuEditUndo");
         }
         for (int left = undone; left > 0; --left)

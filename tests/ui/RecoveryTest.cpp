@@ -40,7 +40,7 @@ ProgramParts partsWith(UiFixture& program, RecoveryKeeper& recovery) {
     const ProgramParts parts = program.parts();
     return {parts.document,  parts.gate,       parts.options,        parts.desktop,
             parts.settings,  parts.registry,   parts.browserProfile, recovery,
-            parts.fileNames, parts.htmlEditor, parts.savedScripts};
+            parts.fileNames, parts.htmlEditor, parts.spelling,       parts.savedScripts};
 }
 
 /// A run of the program with its window, on the folders of a fixture. It ends as a crash ends it: without a

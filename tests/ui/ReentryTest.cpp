@@ -185,7 +185,7 @@ constexpr Exception exceptions[] = {
     {"useSite", "goToAddress", Meaning::givesUp},
     {"testFrame", "goToAddress", Meaning::givesUp},
     // Esc is "No" to the test's question, closing its window ends it without a word. The test in a window of
-    // its own keeps both from the site editor; it ends by its own Esc.
+    // its own keeps Esc from the site editor; it ends by its own.
     {"useSite", "escapeSite", Meaning::givesUp, timedOut},
     {"useSite", "closeSite", Meaning::givesUp},
     {"useSite", "close", Meaning::givesUp},
@@ -196,6 +196,11 @@ constexpr Exception exceptions[] = {
     {"testFrame", "close", Meaning::givesUp},
     {"testFrame", "closeAndStay", Meaning::givesUp},
     {"testFrame", "quit", Meaning::givesUp},
+    {"testInWindow", "goToAddress", Meaning::givesUp},
+    {"testInWindow", "closeSite", Meaning::givesUp},
+    {"testInWindow", "close", Meaning::givesUp},
+    {"testInWindow", "closeAndStay", Meaning::givesUp},
+    {"testInWindow", "quit", Meaning::givesUp},
     {"testInWindow", "escapeSite", Meaning::endsIt},
     {"testInWindow", "escapeNarration", Meaning::endsIt},
     // The toolbar is off.
@@ -365,8 +370,11 @@ constexpr int usualBreadth =
     3; ///< Commands given inside each wait, when not all are; others in the next one.
 
 /// Pairs that lost something once.
-constexpr std::pair<std::string_view, std::string_view> mended[] = {
-    {"save", "remember"}, {"undo", "remember"}, {"useSite", "goToAddress"}, {"addImage", "new"}};
+constexpr std::pair<std::string_view, std::string_view> mended[] = {{"save", "remember"},
+                                                                    {"undo", "remember"},
+                                                                    {"useSite", "goToAddress"},
+                                                                    {"addImage", "new"},
+                                                                    {"testInWindow", "remember"}};
 
 bool isUsual(int waiting, int command) {
     const std::pair<std::string_view, std::string_view> names = {waitingCommands[waiting].command.name,

@@ -1,9 +1,10 @@
 #include "model/StopTransfer.h"
 #include "platform/Strings.h"
 #include "platform/Twips.h"
+#include "ui/main/SidePanels.h"
 #include "ui/main/frmMain.h"
 #include "ui/site/BookmarkModel.h"
-#include "ui/stops/StopListDock.h"
+#include "ui/stops/SideDock.h"
 #include "ui/stops/StopListModel.h"
 #include "ui/stops/StopTable.h"
 #include "ui/support/Patience.h"
@@ -41,7 +42,7 @@ public:
     }
 
     StopTable& table() const { return *window.findChild<StopTable*>("grdStops"); }
-    StopListDock& dock() const { return *window.findChild<StopListDock*>("stopList"); }
+    SideDock& dock() const { return *window.findChild<SideDock*>("stopList"); }
     QLineEdit& filter() const { return *window.findChild<QLineEdit*>("txtStopFilter"); }
     const TourModel& model() const { return program.model; }
 
@@ -537,14 +538,14 @@ private slots:
             frmMain window(program.parts());
             window.load(program.makeTour("walk", 2));
             window.show();
-            auto& dock = *window.findChild<StopListDock*>("stopList");
+            auto& dock = *window.findChild<SideDock*>("stopList");
             QVERIFY(!dock.isVisible());
             window.resize(1300, 700);
             QVERIFY(dock.isVisible());
             QTRY_COMPARE_WITH_TIMEOUT(dock.width(), pixelsFromTwips(5100), patience);
             window.resize(700, 700);
             QVERIFY(!dock.isVisible());
-            window.showStopList();
+            window.sides().toggleList();
             QVERIFY(dock.isVisible());
             window.resize(1300, 700);
             window.resize(700, 700);
@@ -553,8 +554,8 @@ private slots:
             QCoreApplication::processEvents(); // It takes its own width once it is there.
             window.resizeDocks({&dock}, {400}, Qt::Horizontal);
             QTRY_COMPARE_WITH_TIMEOUT(dock.width(), 400, patience);
-            window.showStopList();
-            window.showStopList();
+            window.sides().toggleList();
+            window.sides().toggleList();
             QTRY_COMPARE_WITH_TIMEOUT(dock.width(), 400, patience);
             dock.store();
         }
@@ -563,7 +564,7 @@ private slots:
         window.load(program.path("MyTours/walk"));
         window.resize(1300, 700);
         window.show();
-        auto& dock = *window.findChild<StopListDock*>("stopList");
+        auto& dock = *window.findChild<SideDock*>("stopList");
         QVERIFY(dock.isVisible());
         QTRY_COMPARE_WITH_TIMEOUT(dock.width(), 400, patience);
         dock.close();
@@ -574,13 +575,20 @@ private slots:
     void keyLeadsIntoTheListAndEscOutOfIt() {
         OpenList open;
         QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.window), patience);
-        open.window.showStopList();
-        QVERIFY(!open.dock().isVisible());
-        open.window.showStopList();
+        QVERIFY(!open.table().hasFocus());
+        open.window.sides().toggleList();
+        QVERIFY(open.dock().isVisible());
         QVERIFY(open.table().hasFocus());
         QTest::keyClick(&open.table(), Qt::Key_Escape);
         QVERIFY(!open.table().hasFocus());
         QVERIFY(open.dock().isVisible());
+        open.window.sides().toggleList();
+        QVERIFY(open.table().hasFocus());
+        open.window.sides().toggleList();
+        QVERIFY(!open.dock().isVisible());
+        QVERIFY(!open.table().hasFocus());
+        open.window.sides().toggleList();
+        QVERIFY(open.table().hasFocus());
     }
 
     void commandsOfAQueueMeanTheStopsThatAreSelectedThen() {

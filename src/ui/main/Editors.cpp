@@ -28,8 +28,10 @@ void Editors::editSite() {
 }
 
 void Editors::editNarration() {
-    if (m_narrationEditor.isNull())
+    if (m_narrationEditor.isNull()) {
         m_narrationEditor = new frmNarEdit(m_parts, &m_window);
+        connect(m_narrationEditor, &frmNarEdit::openChanged, this, &Editors::narrationOpenChanged);
+    }
     m_narrationEditor->editCurrentStop();
 }
 
@@ -40,6 +42,10 @@ void Editors::editNarration(const UnappliedTexts& texts) {
 
 std::optional<UnappliedTexts> Editors::unappliedTexts() const {
     return m_narrationEditor.isNull() ? std::nullopt : m_narrationEditor->unappliedTexts();
+}
+
+std::int16_t Editors::stopInNarrationEditor() const {
+    return m_narrationEditor.isNull() ? std::int16_t{0} : m_narrationEditor->filledStop();
 }
 
 void Editors::tellTarget() {

@@ -58,6 +58,13 @@ public:
     void showHelp();
     void showWebSite();
 
+    /// Number of the stop whose texts the narration editor has; 0: none.
+    std::int16_t stopInNarrationEditor() const;
+
+signals:
+    /// The narration editor is open, or closed.
+    void narrationOpenChanged();
+
 private:
     frmHelp& helpViewer();
     QString helpFolder() const;

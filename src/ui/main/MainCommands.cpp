@@ -3,6 +3,8 @@
 #include "platform/Icons.h"
 #include "platform/Strings.h"
 #include "ui/controls/CommandBar.h"
+#include "ui/main/MainDialogs.h"
+#include "ui/main/SidePanels.h"
 #include "ui/main/frmMain.h"
 
 #include <QEvent>
@@ -15,47 +17,65 @@ namespace wendmark {
 
 namespace {
 
+template <auto command>
+void inWindow(frmMain& window) {
+    (window.*command)();
+}
+
+template <auto part, auto command>
+void inPart(frmMain& window) {
+    ((window.*part)().*command)();
+}
+
 constexpr MainCommand commands[] = {
-    {"&File", "mnuFileNew", "&New", "Ctrl+N", &frmMain::newTour, "New", "New Tour", false, false, 1},
-    {"&File", "mnuFileOpen", "&Open...", "Ctrl+O", &frmMain::openTour, "Open", "Open Tour", false, true, 2},
-    {"&File", "mnuFileSave", "&Save", "Ctrl+S", &frmMain::save, "Save", "Save Tour", false, false, 3},
-    {"&File", "mnuFileSaveAs", "Save &As...", "Ctrl+Shift+S", &frmMain::saveAs, nullptr, nullptr, false,
+    {"&File", "mnuFileNew", "&New", "Ctrl+N", inWindow<&frmMain::newTour>, "New", "New Tour", false, false,
+     1},
+    {"&File", "mnuFileOpen", "&Open...", "Ctrl+O", inWindow<&frmMain::openTour>, "Open", "Open Tour", false,
+     true, 2},
+    {"&File", "mnuFileSave", "&Save", "Ctrl+S", inWindow<&frmMain::save>, "Save", "Save Tour", false, false,
+     3},
+    {"&File", "mnuFileSaveAs", "Save &As...", "Ctrl+Shift+S", inWindow<&frmMain::saveAs>, nullptr, nullptr,
+     false, true},
+    {"&File", "mnuFilePrint", "&Print...", "Ctrl+P", inPart<&frmMain::dialogs, &MainDialogs::printTourScript>,
+     "Print", "Print Tour Script", false, true, 4, true},
+    {"&File", "mnuFileEarlier", "&Earlier Saves...", "", inWindow<&frmMain::openEarlierSave>},
+    {"&File", "mnuFileExit", "E&xit", "Ctrl+Q", inWindow<&frmMain::quit>},
+    {"&Edit", "mnuEditUndo", "&Undo", "Ctrl+Z", inWindow<&frmMain::undo>},
+    {"&Edit", "mnuEditRedo", "&Redo", "Ctrl+Shift+Z", inWindow<&frmMain::redo>, nullptr, nullptr, false,
      true},
-    {"&File", "mnuFilePrint", "&Print...", "Ctrl+P", &frmMain::printTourScript, "Print", "Print Tour Script",
-     false, true, 4, true},
-    {"&File", "mnuFileEarlier", "&Earlier Saves...", "", &frmMain::openEarlierSave},
-    {"&File", "mnuFileExit", "E&xit", "Ctrl+Q", &frmMain::quit},
-    {"&Edit", "mnuEditUndo", "&Undo", "Ctrl+Z", &frmMain::undo},
-    {"&Edit", "mnuEditRedo", "&Redo", "Ctrl+Shift+Z", &frmMain::redo, nullptr, nullptr, false, true},
-    {"&Edit", "mnuEditProperties", "Tour &Properties", "F3", &frmMain::editTourProperties, "Properties",
-     "Edit Tour Properties", false, false, 5},
-    {"&Edit", "mnuEditSite", "&Site Frame", "F2", &frmMain::editSiteFrame, "EdBro", "Edit Site Frame", false,
-     false, 6},
-    {"&Edit", "mnuEditNarration", "&Narration Frame", "F4", &frmMain::editNarrationFrame, "EdNar",
+    {"&Edit", "mnuEditProperties", "Tour &Properties", "F3",
+     inPart<&frmMain::dialogs, &MainDialogs::editTourProperties>, "Properties", "Edit Tour Properties", false,
+     false, 5},
+    {"&Edit", "mnuEditSite", "&Site Frame", "F2", inWindow<&frmMain::editSiteFrame>, "EdBro",
+     "Edit Site Frame", false, false, 6},
+    {"&Edit", "mnuEditNarration", "&Narration Frame", "F4", inWindow<&frmMain::editNarrationFrame>, "EdNar",
      "Edit Narration Frame", false, false, 7, true},
-    {"&Stops", "mnuStopsInsert", "&Insert", "Ctrl+Ins", &frmMain::insertStop, "Insert",
+    {"&Stops", "mnuStopsInsert", "&Insert", "Ctrl+Ins", inWindow<&frmMain::insertStop>, "Insert",
      "Insert Stop (after this stop)", true, false, 8},
-    {"&Stops", "mnuStopsDelete", "&Delete", "Ctrl+Del", &frmMain::deleteStop, "Delete", "Delete Stop", true,
-     true, 9},
-    {"&Stops", "mnuStopsForward", "Move &Forward", "Ctrl+Shift+PgDown", &frmMain::moveForward, "Forward",
-     "Push Stop Forward", true, false, 10},
-    {"&Stops", "mnuStopsBack", "Move &Back", "Ctrl+Shift+PgUp", &frmMain::moveBack, "Back",
+    {"&Stops", "mnuStopsDelete", "&Delete", "Ctrl+Del", inWindow<&frmMain::deleteStop>, "Delete",
+     "Delete Stop", true, true, 9},
+    {"&Stops", "mnuStopsForward", "Move &Forward", "Ctrl+Shift+PgDown", inWindow<&frmMain::moveForward>,
+     "Forward", "Push Stop Forward", true, false, 10},
+    {"&Stops", "mnuStopsBack", "Move &Back", "Ctrl+Shift+PgUp", inWindow<&frmMain::moveBack>, "Back",
      "Push Stop Backward", true, false, 11, true},
-    {"&Navigate", "mnuNavigatePrev", "&Prev", "Ctrl+PgUp", &frmMain::previous, "Prev", "Go to Previous Stop",
-     false, false, 12},
-    {"&Navigate", "mnuNavigateNext", "&Next", "Ctrl+PgDown", &frmMain::next, "Next", "Go to Next Stop", false,
-     false, 13},
-    {"&Navigate", "mnuNavigateStop", "&Stop", "Shift+Esc", &frmMain::stopLoading, "Stop", "Stop Loading",
-     false, false, 14, true},
-    {"&View", "mnuViewRefresh", "&Refresh", "F5", &frmMain::refresh},
-    {"&View", "mnuViewOptions", "&Options...", "Ctrl+,", &frmMain::editOptions},
-    {"&View", "mnuViewLaunch", "&Launching Information", "", &frmMain::showLaunchingInformation, nullptr,
-     nullptr, false, true},
-    {"&View", "mnuViewStopList", "&Stop List", "F7", &frmMain::showStopList},
-    {"&Help", "mnuHelpContents", "Wendmark &Help", "F1", &frmMain::showHelp, "Help", "Wendmark Help", false,
-     false, 15},
-    {"&Help", "mnuHelpWeb", "Wendmark &Web-site", "", &frmMain::showWebSite, nullptr, nullptr, false, true},
-    {"&Help", "mnuHelpAbout", "&About", "", &frmMain::showAbout},
+    {"&Navigate", "mnuNavigatePrev", "&Prev", "Ctrl+PgUp", inWindow<&frmMain::previous>, "Prev",
+     "Go to Previous Stop", false, false, 12},
+    {"&Navigate", "mnuNavigateNext", "&Next", "Ctrl+PgDown", inWindow<&frmMain::next>, "Next",
+     "Go to Next Stop", false, false, 13},
+    {"&Navigate", "mnuNavigateStop", "&Stop", "Shift+Esc", inWindow<&frmMain::stopLoading>, "Stop",
+     "Stop Loading", false, false, 14, true},
+    {"&View", "mnuViewRefresh", "&Refresh", "F5", inWindow<&frmMain::refresh>},
+    {"&View", "mnuViewOptions", "&Options...", "Ctrl+,",
+     inPart<&frmMain::dialogs, &MainDialogs::editOptions>},
+    {"&View", "mnuViewLaunch", "&Launching Information", "",
+     inPart<&frmMain::dialogs, &MainDialogs::showLaunchingInformation>, nullptr, nullptr, false, true},
+    {"&View", "mnuViewStopList", "&Stop List", "F7", inPart<&frmMain::sides, &SidePanels::toggleList>},
+    {"&View", "mnuViewStopPanel", "Stop &Panel", "F8", inPart<&frmMain::sides, &SidePanels::toggleStop>},
+    {"&Help", "mnuHelpContents", "Wendmark &Help", "F1", inWindow<&frmMain::showHelp>, "Help",
+     "Wendmark Help", false, false, 15},
+    {"&Help", "mnuHelpWeb", "Wendmark &Web-site", "", inWindow<&frmMain::showWebSite>, nullptr, nullptr,
+     false, true},
+    {"&Help", "mnuHelpAbout", "&About", "", inPart<&frmMain::dialogs, &MainDialogs::showAbout>},
 };
 
 QAction* addCommand(frmMain& window, QMenu& menu, const MainCommand& command) {
@@ -66,7 +86,7 @@ QAction* addCommand(frmMain& window, QMenu& menu, const MainCommand& command) {
     menu.addAction(action);
     if (command.endsMenuGroup)
         menu.addSeparator();
-    QObject::connect(action, &QAction::triggered, &window, command.command);
+    QObject::connect(action, &QAction::triggered, &window, [&window, &command] { command.command(window); });
     // The keys do what the toolbar does.
     QObject::connect(action, &CommandAction::keyPressed, &window,
                      [&window, &command] { window.give(command); });

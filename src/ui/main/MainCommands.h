@@ -19,7 +19,7 @@ struct MainCommand {
     const char* name = nullptr;     ///< Of its menu item, and of its icon.
     const char* caption = nullptr;  ///< Of the menu item.
     const char* shortcut = nullptr; ///< In the portable spelling; empty: none.
-    void (frmMain::*command)() = nullptr;
+    void (*command)(frmMain&) = nullptr;
     const char* key = nullptr;     ///< Of its toolbar button; null: it has none.
     const char* toolTip = nullptr; ///< Of the button.
     bool changesTour = false;      ///< Given by toolbar or keyboard, it marks the tour as changed first.

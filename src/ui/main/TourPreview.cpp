@@ -1,7 +1,9 @@
 #include "ui/main/TourPreview.h"
 
+#include "base/Files.h"
 #include "base/Log.h"
 #include "base/Numbers.h"
+#include "base/Windows1252.h"
 #include "commands/TourDocument.h"
 #include "platform/BrowserView.h"
 #include "platform/Gate.h"
@@ -16,7 +18,10 @@ namespace wendmark {
 
 namespace {
 
+constexpr int typingDelay = 150; // Milliseconds that collect keys.
 constexpr QLatin1String stopTag(">*>*>vosktourstop->");
+constexpr QLatin1String narrationFrame("nar");
+constexpr std::size_t longestInPlace = 500'000; // Bytes of a page.
 
 } // namespace
 
@@ -40,13 +45,31 @@ TourPreview::TourPreview(TourDocument& document, Gate& gate, QtDesktop& desktop,
     connect(m_browser, &BrowserView::statusTextChanged, this, &TourPreview::takeOverStatusText);
     connect(m_browser, &BrowserView::linkHovered, this, &TourPreview::showLinkOrStatus);
     connect(m_browser, &BrowserView::rendererDied, this, &TourPreview::reportDeadRenderer);
-    connect(m_browser, &BrowserView::navigationCompleted, this,
-            [this] { m_previewComing = m_previewComing && m_browser->isBusy(); });
+    connect(m_browser, &BrowserView::navigationCompleted, this, [this] {
+        m_previewComing = m_previewComing && m_browser->isBusy();
+        if (std::exchange(m_typedMeanwhile, false))
+            m_typing.start();
+    });
     connect(&desktop, &QtDesktop::mainBrowserNavigationRequested, this, &TourPreview::goTo);
+    m_typing.setSingleShot(true);
+    m_typing.setInterval(typingDelay);
+    m_typing.callOnTimeout(this, &TourPreview::showTypedText);
+    document.addListener(*this);
+}
+
+TourPreview::~TourPreview() {
+    m_document.removeListener(*this);
 }
 
 void TourPreview::showOpeningPage() {
     goTo(toQString(m_document.workspace().workingFile("fv1.htm")));
+}
+
+void TourPreview::showPage() {
+    m_typing.stop();
+    const QString name = QStringLiteral("page%1.htm").arg(m_document.model().currentStop);
+    m_browser->replaceFrame(narrationFrame,
+                            QUrl::fromLocalFile(toQString(m_document.workspace().workingFile(toUtf8(name)))));
 }
 
 void TourPreview::stop() {
@@ -99,6 +122,30 @@ bool TourPreview::isLateAnnouncement(std::int16_t stop) {
         return true;
     m_previewComing = false;
     return false;
+}
+
+void TourPreview::stopContentChanged(std::int16_t stop) {
+    if (stop == m_document.model().currentStop && !m_typing.isActive())
+        m_typing.start();
+}
+
+/// The words of the stop, in place: nothing else of the tour is loaded again.
+void TourPreview::showTypedText() {
+    if (m_gate.isClosed()) {
+        m_typing.start(); // The tour may be half done.
+        return;
+    }
+    const std::int16_t stop = m_document.model().currentStop;
+    if (stop < 1 || stop > m_document.model().stops.held() || !m_document.filesAreThere())
+        return;                             // A command has come in between.
+    m_typedMeanwhile = m_browser->isBusy(); // The page that comes may have been read before.
+    const std::string name = "page" + std::to_string(stop) + ".htm";
+    const files::Contents page = files::read(m_document.workspace().workingFile(name));
+    m_document.log().skipAsNote(page.outcome); // The program may have left the tour.
+    if (page.bytes.size() > longestInPlace)
+        showPage();
+    else if (page.outcome.ok())
+        m_browser->replaceBody(narrationFrame, toQString(windows1252::decode(page.bytes)));
 }
 
 void TourPreview::showLinkOrStatus(const QString& address) {

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "commands/DocumentListener.h"
+
 #include <QFrame>
+#include <QTimer>
 #include <QUrl>
 #include <cstdint>
 
@@ -16,15 +19,19 @@ class TourDocument;
 
 /// Shows the tour as visitors will see it, and learns from the pages which stop is on screen: "picBrowser"
 /// with "broMain" in it.
-class TourPreview final : public QFrame {
+class TourPreview final : public QFrame, private DocumentListener {
     Q_OBJECT
 
 public:
     /// All must outlive the preview. `stopNumber` is the label that shows the stop on screen.
     TourPreview(TourDocument& document, Gate& gate, QtDesktop& desktop, QWebEngineProfile& profile,
                 QLabel& stopNumber, QWidget* parent);
+    ~TourPreview() override;
 
     void showOpeningPage();
+
+    /// Shows the page that the current stop has now, without loading the whole tour again.
+    void showPage();
     void stop();
     bool isBusy() const;
 
@@ -45,14 +52,19 @@ private:
     bool isLateAnnouncement(std::int16_t stop);
     void showLinkOrStatus(const QString& address);
     void reportDeadRenderer(bool comesBack);
+    void showTypedText();
+
+    void stopContentChanged(std::int16_t stop) override;
 
     TourDocument& m_document;
     Gate& m_gate;
-    QLabel& m_stopNumber;         ///< lblStopNum
-    BrowserView* m_browser;       ///< broMain
-    QString m_lastStatus;         ///< Shown again when the pointer leaves a link.
-    QString m_waitingStopNumber;  ///< Announced while a command waited; null: none was.
-    bool m_previewComing = false; ///< The browser was sent to a stop that has not announced itself yet.
+    QLabel& m_stopNumber;          ///< lblStopNum
+    BrowserView* m_browser;        ///< broMain
+    QString m_lastStatus;          ///< Shown again when the pointer leaves a link.
+    QString m_waitingStopNumber;   ///< Announced while a command waited; null: none was.
+    QTimer m_typing;               ///< Runs while something typed is not shown.
+    bool m_typedMeanwhile = false; ///< Something was typed while the tour was being loaded.
+    bool m_previewComing = false;  ///< The browser was sent to a stop that has not announced itself yet.
 };
 
 } // namespace wendmark

@@ -9,18 +9,14 @@
 #include "ui/controls/CommandBar.h"
 #include "ui/controls/LoadingIndicator.h"
 #include "ui/dialogs/DialogParts.h"
-#include "ui/dialogs/frmAbout.h"
-#include "ui/dialogs/frmLaunch.h"
-#include "ui/dialogs/frmOptions.h"
-#include "ui/dialogs/frmPrint.h"
-#include "ui/dialogs/frmPropTab.h"
 #include "ui/main/Editors.h"
 #include "ui/main/FileCommands.h"
+#include "ui/main/MainDialogs.h"
 #include "ui/main/MainStatusBar.h"
+#include "ui/main/SidePanels.h"
 #include "ui/main/TourPreview.h"
 #include "ui/main/UnsavedWork.h"
 #include "ui/main/WindowSettings.h"
-#include "ui/stops/StopListDock.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -51,7 +47,8 @@ frmMain::frmMain(ProgramParts parts)
     , m_statusBar(new MainStatusBar(this))
     , m_unsaved(new UnsavedWork(m_document, m_parts.recovery, m_parts.gate, m_parts.savedScripts, this))
     , m_files(new FileCommands(m_parts, *m_unsaved, *this, [this] { return m_editors->mayLeave(); }))
-    , m_editors(new Editors(m_parts, *this)) {
+    , m_editors(new Editors(m_parts, *this))
+    , m_dialogs(new MainDialogs(m_parts, *m_statusBar, *this)) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(programTitle());
     setMinimumSize(pixelsFromTwips(smallestWidth), pixelsFromTwips(smallestHeight));
@@ -111,14 +108,6 @@ void frmMain::saveAs() {
     run([this] { m_files->saveAs(); });
 }
 
-void frmMain::printTourScript() {
-    run([this] {
-        frmPrint dialog(m_document, m_logoFile, m_parts.desktop, this);
-        connect(&dialog, &frmPrint::printedToFile, m_statusBar, &MainStatusBar::showPrinted);
-        runDialog(dialog);
-    });
-}
-
 void frmMain::openEarlierSave() {
     run([this] { m_files->openEarlierSave(); });
 }
@@ -143,7 +132,10 @@ void frmMain::runStopCommand(StopCommandResult (TourDocument::*command)()) {
 }
 
 void frmMain::insertStop() {
-    run([this] { runStopCommand(&TourDocument::insertStop); });
+    run([this] {
+        runStopCommand(&TourDocument::insertStop);
+        m_sides->beginStop();
+    });
 }
 
 void frmMain::deleteStop() {
@@ -175,34 +167,6 @@ void frmMain::editNarrationFrame() {
     });
 }
 
-void frmMain::editTourProperties() {
-    run([this] {
-        frmPropTab dialog(m_document, m_logoFile, m_parts.desktop, this);
-        runDialog(dialog);
-        m_logoFile = dialog.logoFile();
-        m_document.showCurrentStop();
-    });
-}
-
-void frmMain::editOptions() {
-    run([this] {
-        frmOptions dialog(m_parts.options, this);
-        runDialog(dialog);
-    });
-}
-
-void frmMain::showStopList() {
-    m_stopList->toggle();
-}
-
-void frmMain::showLaunchingInformation() {
-    run([this] {
-        frmLaunch dialog(m_document, m_parts.desktop, this);
-        connect(&dialog, &frmLaunch::printedToFile, m_statusBar, &MainStatusBar::showPrinted);
-        runDialog(dialog);
-    });
-}
-
 void frmMain::previous() {
     look([this] { runStopCommand(&TourDocument::showPreviousStop); });
 }
@@ -227,17 +191,10 @@ void frmMain::showWebSite() {
     look([this] { m_editors->showWebSite(); });
 }
 
-void frmMain::showAbout() {
-    run([this] {
-        frmAbout dialog(m_parts.registry, this);
-        runDialog(dialog);
-    });
-}
-
 void frmMain::give(const MainCommand& command) {
     if (command.changesTour)
         run([this] { m_document.markChanged(); });
-    (this->*command.command)();
+    command.command(*this);
 }
 
 void frmMain::runToolBarCommand(const QString& key) {
@@ -294,7 +251,7 @@ void frmMain::setupCentralWidget() {
     layout->addWidget(m_toolBar);
     layout->addWidget(m_preview, 1);
     setCentralWidget(central);
-    m_stopList = new StopListDock(m_parts, *this);
+    m_sides = new SidePanels(m_parts, *m_editors, *this);
     m_preview->setFocus(); // Not the first button of the toolbar, where a blank would start a new tour.
 }
 
@@ -303,7 +260,7 @@ void frmMain::setupConnections() {
     m_timer->setObjectName(QStringLiteral("timTimer"));
     connect(m_timer, &QTimer::timeout, this, &frmMain::runTicks);
     m_timer->start(tickInterval);
-    m_unsaved->setUnappliedTexts([this] { return m_editors->unappliedTexts(); });
+    m_unsaved->setUnappliedTexts([this] { return m_sides->unappliedTexts(); });
     connect(m_unsaved, &UnsavedWork::looking, this, &frmMain::reopenNarrationEditor);
     connect(m_files, &FileCommands::filesLeaving, m_editors, &Editors::closeSite);
     connect(m_files, &FileCommands::tourLeaving, m_editors, &Editors::close);
@@ -314,8 +271,10 @@ void frmMain::setupConnections() {
     connect(m_toolBar, &CommandBar::buttonClicked, this, &frmMain::runToolBarCommand);
     connect(m_toolBarPanels.offline, &QCheckBox::toggled, this,
             [this](bool checked) { m_workOffline = checked; });
-    connect(m_stopList, &StopListDock::noticeShown, m_statusBar, &MainStatusBar::showNotice);
-    connect(m_stopList, &StopListDock::left, m_preview, qOverload<>(&QWidget::setFocus));
+    connect(m_sides, &SidePanels::noticeShown, m_statusBar, &MainStatusBar::showNotice);
+    connect(m_sides, &SidePanels::siteEditorWanted, this, &frmMain::editSiteFrame);
+    connect(m_sides, &SidePanels::pageChanged, m_preview, &TourPreview::showPage);
+    connect(m_sides, &SidePanels::left, m_preview, qOverload<>(&QWidget::setFocus));
     connect(m_preview, &TourPreview::statusShown, m_statusBar, &MainStatusBar::showStatus);
 }
 
@@ -367,7 +326,7 @@ void frmMain::end() {
     m_unsaved->end(asked);
     m_document.makeFinalForm();
     storePlacement(*this, m_parts.settings);
-    m_stopList->store();
+    m_sides->store();
     storeOptions(m_parts.options, m_parts.settings);
     m_document.leaveWorkingCopy();
     m_ended = true; // The next tick closes the window, unless a request to close it is under way.

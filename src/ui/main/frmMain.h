@@ -15,8 +15,9 @@ namespace wendmark {
 class CommandBar;
 class Editors;
 class FileCommands;
+class MainDialogs;
 class MainStatusBar;
-class StopListDock;
+class SidePanels;
 class TourPreview;
 class UnsavedWork;
 enum class StopCommandResult;
@@ -39,7 +40,6 @@ public:
     void openTour();
     void save();
     void saveAs();
-    void printTourScript();
     void openEarlierSave();
     void quit() { close(); }
     void undo();
@@ -50,17 +50,16 @@ public:
     void moveBack();
     void editSiteFrame();
     void editNarrationFrame();
-    void editTourProperties();
-    void editOptions();
-    void showStopList();
-    void showLaunchingInformation();
     void previous();
     void next();
     void stopLoading();
     void refresh();
     void showHelp();
     void showWebSite();
-    void showAbout();
+
+    // Further commands.
+    MainDialogs& dialogs() { return *m_dialogs; }
+    SidePanels& sides() { return *m_sides; }
 
     /// Gives the command as its toolbar button and its keys do.
     void give(const MainCommand& command);
@@ -104,7 +103,6 @@ private:
     void tourSaved(bool complete) override;
 
     bool m_workOffline = false; ///< The author's choice; nothing else reads it.
-    std::string m_logoFile;     ///< Logo that the author chose; empty: none in this run of the program.
     ProgramParts m_parts;
     TourDocument& m_document;
     ActionsByName m_actions;
@@ -115,7 +113,8 @@ private:
     UnsavedWork* m_unsaved;
     FileCommands* m_files;
     Editors* m_editors;
-    StopListDock* m_stopList = nullptr;
+    MainDialogs* m_dialogs;
+    SidePanels* m_sides = nullptr;
     QTimer* m_timer = nullptr; ///< timTimer
     bool m_ended = false;      ///< The working copy is left; the window may close.
 };

@@ -60,6 +60,12 @@ void HtmlField::setTypedText(const std::string& text) {
     moveCursor(QTextCursor::Start);
 }
 
+void HtmlField::beginWith(const std::string& text) {
+    m_wholeText.clear();
+    setPlainText(QString());
+    setTypedText(text);
+}
+
 void HtmlField::replaceSelection(const QString& text, int caret) {
     QTextCursor cursor = textCursor();
     cursor.beginEditBlock(); // Or the step would be one with letters that were typed before.

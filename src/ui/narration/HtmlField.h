@@ -32,6 +32,9 @@ public:
     /// typedText() gives all of it.
     void setTypedText(const std::string& text);
 
+    /// Same for another text altogether: from here nothing leads back to the former one.
+    void beginWith(const std::string& text);
+
     bool isTooLong() const { return !m_wholeText.empty(); }
 
     /// Replaces the selection by `text` in one step that can be undone, and puts the caret at `caret`, which

@@ -1,24 +1,21 @@
 #include "ui/narration/frmNarEdit.h"
 
 #include "base/Files.h"
-#include "base/Log.h"
+#include "commands/StopEdit.h"
 #include "commands/TourDocument.h"
 #include "platform/Gate.h"
-#include "platform/QtDesktop.h"
 #include "platform/Settings.h"
 #include "platform/Strings.h"
 #include "publish/StopPages.h"
 #include "ui/Messages.h"
-#include "ui/controls/FlowLayout.h"
 #include "ui/dialogs/DialogParts.h"
-#include "ui/dialogs/FileChooser.h"
-#include "ui/dialogs/TourFileNames.h"
 #include "ui/narration/HtmlField.h"
 #include "ui/narration/NarrationPreview.h"
+#include "ui/narration/Spelling.h"
+#include "ui/narration/TagButtons.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
-#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -33,7 +30,6 @@ namespace {
 
 constexpr int previewDelay = 300; // Milliseconds without a key before the preview follows.
 constexpr int smallestWidth = 48 * dialogGap;
-constexpr int addressWidth = 56 * dialogGap;
 constexpr int smallestPreview = 80;       // Pixels.
 const QList<int> shares = {250, 70, 180}; ///< Of the height: narration, instruction, preview.
 constexpr QSize usualSize(720, 640);
@@ -68,23 +64,15 @@ TourModel modelForPreview(const TourModel& tour, std::int16_t stop) {
     return model;
 }
 
-QString askForAddress(QWidget& window) {
-    QInputDialog box(&window);
-    box.setWindowTitle(programTitle());
-    box.setLabelText(frmNarEdit::tr("Please enter the URL of this hyperlink"));
-    box.resize(addressWidth, box.sizeHint().height());
-    return box.exec() == QDialog::Accepted ? box.textValue() : QString();
-}
-
 } // namespace
 
 frmNarEdit::frmNarEdit(const ProgramParts& parts, QWidget* parent)
     : QDialog(parent, Qt::Window)
     , m_parts(parts)
-    , m_spelling(parts.document.log())
     , m_title(new QLineEdit(this))
-    , m_narration(new HtmlField(m_spelling, this))
-    , m_instruction(new HtmlField(m_spelling, this))
+    , m_narration(new HtmlField(parts.spelling, this))
+    , m_instruction(new HtmlField(parts.spelling, this))
+    , m_tags(new TagButtons(parts, *m_narration, this))
     , m_target(makeTextLabel("lblTarget", QString(), this))
     , m_panes(new QSplitter(Qt::Vertical, this)) {
     setObjectName(QStringLiteral("frmNarEdit"));
@@ -102,7 +90,7 @@ frmNarEdit::frmNarEdit(const ProgramParts& parts, QWidget* parent)
     QVBoxLayout* const layout = makeDialogLayout(*this);
     layout->addLayout(makeTitleRow());
     layout->addWidget(makeFieldLabel("lblStopText", tr("Stop Te&xt :"), *m_narration, this));
-    layout->addLayout(makeTagButtons());
+    layout->addWidget(m_tags);
     layout->addWidget(m_panes, 1);
     layout->addWidget(m_target);
     layout->addLayout(makeBottomRow());
@@ -123,6 +111,8 @@ void frmNarEdit::editCurrentStop() {
     if (!model.autoInstruction)
         m_instruction->setTypedText(stop.stopInstruction);
     m_loaded = texts();
+    m_filledWith = stop;
+    m_filledStop = model.currentStop;
     tellTarget();
     if (!isVisible())
         m_narration->setFocus();
@@ -131,6 +121,7 @@ void frmNarEdit::editCurrentStop() {
     raise();
     activateWindow();
     refreshPreview();
+    emit openChanged(); // Of another stop, maybe.
 }
 
 std::optional<UnappliedTexts> frmNarEdit::unappliedTexts() const {
@@ -146,6 +137,10 @@ void frmNarEdit::takeUnappliedTexts(const UnappliedTexts& texts) {
     tellTarget();
 }
 
+std::int16_t frmNarEdit::filledStop() const {
+    return isVisible() ? numberOf(m_parts.document.model(), m_filledWith, m_filledStop, textFields) : 0;
+}
+
 UnappliedTexts frmNarEdit::texts() const {
     return {title(), m_narration->typedText(), m_instruction->typedText()};
 }
@@ -159,8 +154,7 @@ void frmNarEdit::tellTarget() {
         m_target->setText(tr("%1 A text of more than %L2 characters is shown in part and stays as it is.")
                               .arg(m_target->text())
                               .arg(HtmlField::longestEdited));
-    for (QPushButton* const button : std::as_const(m_tagButtons))
-        button->setEnabled(!m_narration->isTooLong());
+    m_tags->setEnabled(!m_narration->isTooLong());
     m_previewTimer.start();
 }
 
@@ -176,6 +170,18 @@ void frmNarEdit::closeEvent(QCloseEvent* event) {
             close(); // Does nothing when this is run at once.
         });
     event->setAccepted(m_closing);
+}
+
+void frmNarEdit::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (!event->spontaneous())
+        emit openChanged();
+}
+
+void frmNarEdit::hideEvent(QHideEvent* event) {
+    QDialog::hideEvent(event);
+    if (!event->spontaneous())
+        emit openChanged();
 }
 
 void frmNarEdit::setTitle(const std::string& title) {
@@ -207,7 +213,8 @@ void frmNarEdit::setupFields() {
     m_narration->setAccessibleName(tr("Stop Text"));
     for (HtmlField* const field : {m_narration, m_instruction}) {
         field->setMinimumHeight(field->fontMetrics().lineSpacing() * 3);
-        connect(field, &HtmlField::languageChosen, this, &frmNarEdit::setLanguage);
+        connect(field, &HtmlField::languageChosen, this,
+                [this](const QString& language) { chooseSpelling(m_parts, language); });
         connect(field, &QPlainTextEdit::textChanged, &m_previewTimer, qOverload<>(&QTimer::start));
     }
     connect(m_title, &QLineEdit::textChanged, &m_previewTimer, qOverload<>(&QTimer::start));
@@ -228,37 +235,6 @@ QWidget* frmNarEdit::makeInstructionPart() {
     layout->addWidget(makeFieldLabel("Label1", tr("I&nstruction Text :"), *m_instruction, part));
     layout->addWidget(m_instruction, 1);
     return part;
-}
-
-QLayout* frmNarEdit::makeTagButtons() {
-    auto* const row = new FlowLayout(dialogGap);
-    const auto add = [&](const char* name, const QString& caption, const QString& toolTip,
-                         const QKeySequence& key, auto action) {
-        QPushButton* const button = makeButton(name, caption, this);
-        button->setToolTip(
-            key.isEmpty() ? toolTip : tr("%1 (%2)").arg(toolTip, key.toString(QKeySequence::NativeText)));
-        row->addWidget(button);
-        m_tagButtons.append(button);
-        connect(button, &QPushButton::clicked, this, action);
-        if (!key.isEmpty())
-            new QShortcut(key, this, button, [button] { button->click(); });
-    };
-    const auto addTag = [&](const char* name, const QString& caption, const QString& toolTip,
-                            const QKeySequence& key,
-                            const Tag& tag) { add(name, caption, toolTip, key, [this, tag] { wrap(tag); }); };
-    addTag("btnBold", tr("&Bold"), tr("Make the selected words bold"), QKeySequence::Bold, boldTag);
-    addTag("btnItalic", tr("&Italic"), tr("Set the selected words in italics"), QKeySequence::Italic,
-           italicTag);
-    addTag("btnUnderline", tr("&Underline"), tr("Underline the selected words"), QKeySequence::Underline,
-           underlineTag);
-    addTag("btnBig", tr("Bg. F&ont"), tr("Make the selected words bigger"), {}, bigTag);
-    addTag("btnSmall", tr("&Sm. Font"), tr("Make the selected words smaller"), {}, smallTag);
-    add("btnBreak", tr("&Ln. Break"), tr("Begin a new line here"), {}, &frmNarEdit::breakLine);
-    add("btnImage", tr("Add Ima&ge"), tr("Insert an image here"), {},
-        [this] { m_parts.gate.run(*this, [this] { addImage(); }); });
-    add("btnHLink", tr("Add &Hyperlink"), tr("Make the selected words a link"), {},
-        [this] { m_parts.gate.run(*this, [this] { addLink(); }); });
-    return row;
 }
 
 QLayout* frmNarEdit::makeBottomRow() {
@@ -301,8 +277,7 @@ void frmNarEdit::load() {
         m_instruction->setEnabled(false);
         m_instruction->setTypedText(toUtf8(tr("Automatic Instruction Mode [selected in Tour Properties]")));
     }
-    const QString language = m_parts.settings.read(narrationSettings::spellingLanguage);
-    m_spelling.setLanguage(language.isEmpty() ? SpellChecker::preferredLanguage() : language);
+    beginSpelling(m_parts);
     tellTarget();
     const bool previewShown = m_parts.settings.read(narrationSettings::previewShown);
     m_previewButton->setChecked(previewShown);
@@ -316,64 +291,11 @@ void frmNarEdit::limitSize() {
     setMinimumSize(smallestWidth, layout()->totalMinimumHeightForWidth(smallestWidth));
 }
 
-void frmNarEdit::wrap(const Tag& tag) {
-    takeOver(wrapSelection(m_narration->typedText(), selection(), tag));
-}
-
-void frmNarEdit::breakLine() {
-    if (selection().length == 0)
-        takeOver(insertLineBreak(m_narration->typedText(), selection().start));
-}
-
-void frmNarEdit::addLink() {
-    if (selection().length == 0) {
-        showMessage(this, tr("Please highlight the phrase to be hyperlinked"));
-        return;
-    }
-    takeOver(linkSelection(m_narration->typedText(), selection(), toUtf8(askForAddress(*this))));
-}
-
-void frmNarEdit::addImage() {
-    if (selection().length > 0) {
-        m_parts.desktop.beep();
-        return;
-    }
-    const QString path = chooseFile(this, tr("Add Image"),
-                                    tr("Images (*.gif *.jpg *.jpeg *.png *.svg *.webp *.bmp);;All (*)"));
-    if (path.isEmpty())
-        return;
-    const std::string name = m_parts.fileNames.nameForImage(path, this);
-    if (name.empty())
-        return;
-    copyImage(path, name);
-    takeOver(insertImage(m_narration->typedText(), selection().start, name));
-}
-
-void frmNarEdit::copyImage(const QString& path, const std::string& name) {
-    static_cast<void>(m_parts.document.addFile(toUtf8(path), name, "Add Image")); // A failure is in the log.
-    const BusyPointer busy(m_parts.desktop);
-    setEnabled(false); // A key would change the place that the image goes to.
-    m_parts.document.workspace().pause(1.0F);
-    setEnabled(true);
-}
-
-Selection frmNarEdit::selection() const {
-    const QTextCursor cursor = m_narration->textCursor();
-    return {cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart()};
-}
-
-void frmNarEdit::takeOver(const EditedText& edited) {
-    // Only the selection differs: that it alone is replaced keeps the rest of the field as it is on screen.
-    const QString text = toQString(edited.text);
-    const Selection replaced = selection();
-    const qsizetype growth = text.size() - m_narration->shownText().size();
-    m_narration->replaceSelection(text.mid(replaced.start, replaced.length + growth), edited.caret);
-    m_narration->setFocus();
-}
-
 void frmNarEdit::apply() {
     m_parts.gate.run(*this, [this] {
         const std::int16_t stop = m_parts.document.model().currentStop;
+        if (!mayStoreInto(stop))
+            return;
         const StopTexts texts = {storableTitle(title()), storable(*m_narration, noNarration),
                                  storable(*m_instruction, noInstruction)};
         m_parts.document.setTexts(stop, texts);
@@ -381,6 +303,22 @@ void frmNarEdit::apply() {
             showStored(texts);
         hide();
     });
+}
+
+/// Words that were written for one stop do not silently become those of another.
+bool frmNarEdit::mayStoreInto(std::int16_t stop) {
+    const std::int16_t filled = filledStop();
+    if (stop < 1 || filled == stop)
+        return true;
+    const QString question =
+        filled < 1 ? tr("The stop that these words were written for is no longer in the tour. Do you want to "
+                        "store them into stop %1, in place of its own?")
+                         .arg(stop)
+                   : tr("These words were written for stop %1. Do you want to store them into stop %2, in "
+                        "place of its own?")
+                         .arg(filled)
+                         .arg(stop);
+    return askYesNo(this, question);
 }
 
 /// What the fields hold is stored: they show it as the stop has it.
@@ -424,12 +362,6 @@ void frmNarEdit::refreshPreview() {
     shown.stopNarration = storableText(toUtf8(m_narration->shownText()), noNarration);
     shown.stopInstruction = storableText(toUtf8(m_instruction->shownText()), noInstruction);
     m_preview->showPage(QByteArray::fromStdString(composeStopPage(source.bytes, std::move(model), stop)));
-}
-
-void frmNarEdit::setLanguage(const QString& language) {
-    m_spelling.setLanguage(language);
-    m_parts.settings.store(narrationSettings::spellingLanguage,
-                           language.isEmpty() ? narrationSettings::noSpelling : language);
 }
 
 } // namespace wendmark

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "model/StopTexts.h"
-#include "platform/SpellChecker.h"
+#include "model/StopList.h"
 #include "recovery/RecoveryRecord.h"
 #include "ui/ProgramParts.h"
 
@@ -19,6 +18,7 @@ namespace wendmark {
 
 class HtmlField;
 class NarrationPreview;
+class TagButtons;
 struct StopTexts;
 
 /// Edits the title, the narration and the instruction of a stop. Not modal: what Apply stores goes into the
@@ -41,20 +41,28 @@ public:
     /// Puts texts into the fields that were not applied in a former run.
     void takeUnappliedTexts(const UnappliedTexts& texts);
 
+    /// Number of the stop whose texts the fields were filled with; 0 while the window is closed.
+    std::int16_t filledStop() const;
+
     /// Says which stop Apply stores into now.
     void tellTarget();
 
     /// Esc and "Cancel": hides the window, stores nothing.
     void reject() override;
 
+signals:
+    /// The window has the texts of a stop, or no longer.
+    void openChanged();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     void setupFields();
     QLayout* makeTitleRow();
     QWidget* makeInstructionPart();
-    QLayout* makeTagButtons();
     QLayout* makeBottomRow();
     void setTitle(const std::string& title);
     std::string title() const;
@@ -63,30 +71,24 @@ private:
     void load();
     void limitSize();
 
-    void wrap(const Tag& tag);
-    void breakLine();
-    void addLink();
-    void addImage();
-    void copyImage(const QString& path, const std::string& name);
-    Selection selection() const;
     UnappliedTexts texts() const;
-    void takeOver(const EditedText& edited);
 
     void apply();
+    bool mayStoreInto(std::int16_t stop);
     void showStored(const StopTexts& texts);
     void showPreview(bool shown);
     void rememberPreview(bool shown);
     void refreshPreview();
-    void setLanguage(const QString& language);
 
     ProgramParts m_parts;
-    SpellChecker m_spelling;
-    UnappliedTexts m_loaded;  ///< The fields as the stop filled them.
-    QLineEdit* m_title;       ///< txtStopTitle
-    std::string m_givenTitle; ///< What the stop filled it with.
-    HtmlField* m_narration;   ///< txtText
-    HtmlField* m_instruction; ///< txtMoreText
-    QList<QPushButton*> m_tagButtons;
+    UnappliedTexts m_loaded;       ///< The fields as the stop filled them.
+    Stop m_filledWith;             ///< That stop, as it was then.
+    std::int16_t m_filledStop = 0; ///< Its number then.
+    QLineEdit* m_title;            ///< txtStopTitle
+    std::string m_givenTitle;      ///< What the stop filled it with.
+    HtmlField* m_narration;        ///< txtText
+    HtmlField* m_instruction;      ///< txtMoreText
+    TagButtons* m_tags;
     QLabel* m_target;                       ///< Which stop Apply stores into.
     QPushButton* m_previewButton = nullptr; ///< btnPreview
     QSplitter* m_panes;

@@ -62,6 +62,8 @@ void SiteTest::report() {
 }
 
 void SiteTest::abandon(bool quietly) {
+    if (m_dialog != nullptr)
+        m_dialog->reject();
     if (m_running)
         m_wish = quietly ? Wish::stopQuietly : Wish::stop;
 }
@@ -73,6 +75,8 @@ void SiteTest::showFailed() {
 
 void SiteTest::showDialog() {
     frmTestFrame dialog(frameTest(), m_browser, &m_window);
+    m_testedPage = m_browser.locationURL();
+    const QScopedValueRollback<QDialog*> shown(m_dialog, &dialog);
     runDialog(dialog);
 }
 

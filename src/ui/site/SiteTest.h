@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QString>
 
+class QDialog;
 class QWidget;
 
 namespace wendmark {
@@ -30,7 +31,8 @@ public:
     /// The author gives up, as by "No"; `quietly`: the window closes, so nothing needs to be said.
     void abandon(bool quietly);
 
-    bool isRunning() const { return m_running; }
+    /// Also while the window of the test is open.
+    bool isRunning() const { return m_running || m_dialog != nullptr; }
     /// Address of the page that is tested, or was last: while a test runs, the browser shows a page of the
     /// test.
     const QString& testedPage() const { return m_testedPage; }
@@ -64,6 +66,7 @@ private:
     float m_start = 0; ///< Seconds since midnight.
     Wish m_wish = Wish::goOn;
     bool m_running = false;
+    QDialog* m_dialog = nullptr; ///< The test's own window, while it is open.
     QString m_testedPage;
 };
 

@@ -188,6 +188,7 @@ void StopListPanel::insertHere() {
         const int row = std::max(currentRow(), 0);
         return m_parts.document.insertStops(static_cast<std::int16_t>(row), {newStop()});
     });
+    m_parts.gate.run(*this, [this] { emit stopInserted(); });
 }
 
 void StopListPanel::duplicate() {

@@ -36,6 +36,9 @@ signals:
     /// What the author should know of the command that has just ended; empty: nothing.
     void noticeShown(const QString& text);
 
+    /// By the author, as a new one without a page.
+    void stopInserted();
+
     /// The author wants to be back in the preview.
     void left();
 

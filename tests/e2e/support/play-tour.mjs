@@ -18,7 +18,7 @@ async function play(visitor, stops) {
     await visitor.navigatorShows(`${stop.number} of ${stops.length}`);
   }
   assert.equal(await visitor.isUsable('next'), false, 'nothing should come after the last stop');
-  visitor.assertQuiet();
+  visitor.assertQuiet({ allowed: stops.map(({ address }) => address).filter((address) => address.includes('/')) });
 }
 
 const stops = readStops(await readFile(join(folder, 'script.txt'), 'latin1'));

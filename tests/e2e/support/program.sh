@@ -39,6 +39,8 @@ run_program() {
     local settings=(HOME="$home" XDG_RUNTIME_DIR="$scratch/runtime" DISPLAY="$DISPLAY" PATH="$PATH" LANG=C.UTF-8)
     # As root the engine's process sandbox cannot work.
     [ "$(id -u)" -ne 0 ] || settings+=(QTWEBENGINE_DISABLE_SANDBOX=1)
+    # A script whose author uses assistive tools has a bus of its own.
+    [ -z "${own_bus:-}" ] || settings+=(DBUS_SESSION_BUS_ADDRESS="$own_bus" QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1)
     exec env -i "${settings[@]}" "$app/wendmark" "$@" >>"$scratch/output.log" 2>&1
 }
 

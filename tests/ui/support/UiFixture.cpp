@@ -54,7 +54,8 @@ UiFixture::UiFixture(std::shared_ptr<ScratchFolder> folder, Time time)
     , recoveryStore(scratch / "state/recovery", log)
     , recovery(document, recoveryStore)
     , fileNames(workspace)
-    , htmlEditor(options, log) {
+    , htmlEditor(options, log)
+    , spelling(log) {
     watchDialogs();
     if (!fs::exists(scratch / "Template")) {
         fs::copy(WENDMARK_ASSETS "/Template", scratch / "Template");
@@ -79,6 +80,7 @@ ProgramParts UiFixture::parts() {
             recovery,
             fileNames,
             htmlEditor,
+            spelling,
             scratch / "state/scripts"};
 }
 

@@ -9,6 +9,7 @@
 #include "platform/QtDesktop.h"
 #include "platform/Registry.h"
 #include "platform/SettingsStore.h"
+#include "platform/SpellChecker.h"
 #include "recovery/RecoveryKeeper.h"
 #include "support/DocumentFixture.h"
 #include "ui/ProgramParts.h"
@@ -65,6 +66,7 @@ public:
     RecoveryKeeper recovery;
     TourFileNames fileNames;
     HtmlEditor htmlEditor;
+    SpellChecker spelling;
     int beeps = 0;
 
     /// Seconds by which the clock goes on each time it is looked at.

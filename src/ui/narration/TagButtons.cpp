@@ -1,0 +1,121 @@
+#include "ui/narration/TagButtons.h"
+
+#include "commands/TourDocument.h"
+#include "platform/Gate.h"
+#include "platform/QtDesktop.h"
+#include "platform/Strings.h"
+#include "ui/Messages.h"
+#include "ui/controls/FlowLayout.h"
+#include "ui/dialogs/DialogParts.h"
+#include "ui/dialogs/FileChooser.h"
+#include "ui/dialogs/TourFileNames.h"
+#include "ui/narration/HtmlField.h"
+
+#include <QInputDialog>
+#include <QPushButton>
+#include <QShortcut>
+
+namespace wendmark {
+
+namespace {
+
+constexpr int addressWidth = 56 * dialogGap;
+
+QString askForAddress(QWidget& window) {
+    QInputDialog box(&window);
+    box.setWindowTitle(programTitle());
+    box.setLabelText(TagButtons::tr("Please enter the URL of this hyperlink"));
+    box.resize(addressWidth, box.sizeHint().height());
+    return box.exec() == QDialog::Accepted ? box.textValue() : QString();
+}
+
+} // namespace
+
+TagButtons::TagButtons(const ProgramParts& parts, HtmlField& field, QWidget* parent)
+    : QWidget(parent), m_parts(parts), m_field(field), m_row(new FlowLayout(dialogGap)) {
+    setLayout(m_row);
+    m_row->setContentsMargins({});
+    addTag("btnBold", tr("&Bold"), tr("Make the selected words bold"), QKeySequence::Bold, boldTag);
+    addTag("btnItalic", tr("&Italic"), tr("Set the selected words in italics"), QKeySequence::Italic,
+           italicTag);
+    addTag("btnUnderline", tr("&Underline"), tr("Underline the selected words"), QKeySequence::Underline,
+           underlineTag);
+    addTag("btnBig", tr("Bg. F&ont"), tr("Make the selected words bigger"), {}, bigTag);
+    addTag("btnSmall", tr("&Sm. Font"), tr("Make the selected words smaller"), {}, smallTag);
+    connect(add("btnBreak", tr("&Ln. Break"), tr("Begin a new line here"), {}), &QPushButton::clicked, this,
+            &TagButtons::breakLine);
+    connect(add("btnImage", tr("Add Ima&ge"), tr("Insert an image here"), {}), &QPushButton::clicked, this,
+            [this] { m_parts.gate.run(*this, [this] { addImage(); }); });
+    connect(add("btnHLink", tr("Add &Hyperlink"), tr("Make the selected words a link"), {}),
+            &QPushButton::clicked, this, [this] { m_parts.gate.run(*this, [this] { addLink(); }); });
+}
+
+QPushButton* TagButtons::add(const char* name, const QString& caption, const QString& toolTip,
+                             const QKeySequence& key) {
+    QPushButton* const button = makeButton(name, caption, this);
+    button->setToolTip(key.isEmpty() ? toolTip
+                                     : tr("%1 (%2)").arg(toolTip, key.toString(QKeySequence::NativeText)));
+    m_row->addWidget(button);
+    if (!key.isEmpty())
+        new QShortcut(key, this, button, [button] { button->click(); });
+    return button;
+}
+
+void TagButtons::addTag(const char* name, const QString& caption, const QString& toolTip,
+                        const QKeySequence& key, const Tag& tag) {
+    connect(add(name, caption, toolTip, key), &QPushButton::clicked, this,
+            [this, tag] { takeOver(wrapSelection(m_field.typedText(), selection(), tag)); });
+}
+
+void TagButtons::breakLine() {
+    if (selection().length == 0)
+        takeOver(insertLineBreak(m_field.typedText(), selection().start));
+}
+
+void TagButtons::addLink() {
+    if (selection().length == 0) {
+        showMessage(window(), tr("Please highlight the phrase to be hyperlinked"));
+        return;
+    }
+    takeOver(linkSelection(m_field.typedText(), selection(), toUtf8(askForAddress(*window()))));
+}
+
+void TagButtons::addImage() {
+    if (selection().length > 0) {
+        m_parts.desktop.beep();
+        return;
+    }
+    const QString path = chooseFile(window(), tr("Add Image"),
+                                    tr("Images (*.gif *.jpg *.jpeg *.png *.svg *.webp *.bmp);;All (*)"));
+    if (path.isEmpty())
+        return;
+    const std::string name = m_parts.fileNames.nameForImage(path, window());
+    if (name.empty())
+        return;
+    copyImage(path, name);
+    takeOver(insertImage(m_field.typedText(), selection().start, name));
+}
+
+void TagButtons::copyImage(const QString& path, const std::string& name) {
+    static_cast<void>(m_parts.document.addFile(toUtf8(path), name, "Add Image")); // A failure is in the log.
+    const BusyPointer busy(m_parts.desktop);
+    window()->setEnabled(false); // A key would change the place that the image goes to.
+    m_parts.document.workspace().pause(1.0F);
+    window()->setEnabled(true);
+}
+
+Selection TagButtons::selection() const {
+    const QTextCursor cursor = m_field.textCursor();
+    return {cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart()};
+}
+
+void TagButtons::takeOver(const EditedText& edited) {
+    // Only the selection differs: that it alone is replaced keeps the rest of the field as it is on screen.
+    const QString text = toQString(edited.text);
+    const Selection replaced = selection();
+    const qsizetype growth = text.size() - m_field.shownText().size();
+    m_field.replaceSelection(text.mid(replaced.start, replaced.length + growth), edited.caret);
+    m_field.setFocus();
+}
+
+} // namespace wendmark
