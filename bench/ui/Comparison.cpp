@@ -13,13 +13,13 @@ double median(std::vector<double> figures) {
     return *middle;
 }
 
+} // namespace
+
 void printFigures(const std::string& what, const std::vector<double>& figures, const std::string& unit) {
     const auto [least, most] = std::minmax_element(figures.begin(), figures.end());
     std::printf("  %-62s %7.1f %s  (%.1f to %.1f, %zu runs)\n", what.c_str(), median(figures), unit.c_str(),
                 *least, *most, figures.size());
 }
-
-} // namespace
 
 void print(const Comparison& comparison) {
     printFigures(comparison.what, comparison.ours, comparison.unit);

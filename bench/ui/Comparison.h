@@ -18,4 +18,7 @@ struct Comparison {
 
 void print(const Comparison& comparison);
 
+/// One line: the median of the figures, of which there must be some, the least and the most.
+void printFigures(const std::string& what, const std::vector<double>& figures, const std::string& unit);
+
 } // namespace wendmark::bench

@@ -1,5 +1,6 @@
 #include "InsertBench.h"
 #include "MemoryBench.h"
+#include "PanelsBench.h"
 #include "StartBench.h"
 
 #include <QApplication>
@@ -16,12 +17,18 @@ int main(int argc, char* argv[]) {
                        QStringLiteral("21")});
     const QCommandLineOption memory(QStringLiteral("memory"),
                                     QStringLiteral("Measures memory instead of time"));
-    options.addOption(memory);
+    const QCommandLineOption panels(QStringLiteral("panels"),
+                                    QStringLiteral("Times the list of stops and the stop panel"));
+    options.addOptions({memory, panels});
     options.process(application);
     const int runs = qMax(1, options.value(QStringLiteral("runs")).toInt());
     try {
         if (options.isSet(memory)) {
             wendmark::bench::runMemoryBench(runs);
+            return 0;
+        }
+        if (options.isSet(panels)) {
+            wendmark::bench::runPanelsBench(runs);
             return 0;
         }
         wendmark::bench::runInsertBench(runs);
