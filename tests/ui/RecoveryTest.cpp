@@ -1,6 +1,7 @@
 #include "platform/Strings.h"
 #include "recovery/SavedScripts.h"
 #include "ui/dialogs/DialogParts.h"
+#include "ui/main/SidePanels.h"
 #include "ui/main/UnsavedWork.h"
 #include "ui/main/frmMain.h"
 #include "ui/narration/HtmlField.h"
@@ -82,6 +83,26 @@ private slots:
         fireClocks(run.window(), mostLost / 2);
         QCOMPARE(leftBy(program).size(), std::size_t(1));
         QCOMPARE(leftBy(program).front().record.model.stopCount(), std::int16_t(4));
+    }
+
+    void wordsTypedIntoTheStopPanelAreKeptWithinTwoSeconds() {
+        UiFixture program;
+        const QString tour = program.makeTour("walk", 3);
+        {
+            Run run(program, tour);
+            run.window().sides().toggleStop();
+            program.document.goToStop(2);
+            auto& field = *run.window().findChild<HtmlField*>("txtPanelWords");
+            QVERIFY(waitUntil([&] { return field.isEnabled(); }));
+            QTest::keyClicks(&field, "half a sen");
+            fireClocks(run.window(), mostLost / 2);
+            const auto left = leftBy(program);
+            QCOMPARE(left.size(), std::size_t(1));
+            QVERIFY(left[0].record.model.stops.at(2).stopNarration.starts_with("half a sen"));
+        }
+        onNextDialog([](QDialog& dialog) { press(dialog, "btnRecover"); });
+        Run next(program);
+        QVERIFY(program.model.stops.at(2).stopNarration.starts_with("half a sen"));
     }
 
     void typedTextIsKeptWithinTwoSecondsAndComesBackInTheEditor() {
