@@ -30,6 +30,13 @@ inline constexpr Setting<float> width{"StopListWidth", 5100};
 
 } // namespace stopListSettings
 
+namespace recentSettings {
+
+/// The last tours, several texts for each; see RecentTours.
+inline const Setting<QStringList> tours{"RecentTours", QStringList()};
+
+} // namespace recentSettings
+
 namespace siteSettings {
 
 /// Address that "Home" goes to.

@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QMenu>
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
@@ -53,6 +54,12 @@ void closeMain(HurriedAuthor& author) {
     HurriedAuthor::askToClose(&author.window);
 }
 
+void openRecent(HurriedAuthor& author) {
+    QMenu* const menu = author.window.findChild<QAction*>(QStringLiteral("mnuFileRecent"))->menu();
+    emit menu->aboutToShow(); // Which fills it.
+    author.menu("recentTour1");
+}
+
 void quit(HurriedAuthor& author) {
     author.menu("mnuFileExit");
 }
@@ -97,6 +104,7 @@ const Command commands[] = {
     {"save", [](HurriedAuthor& a) { a.button("Save"); }},
     {"saveAs", [](HurriedAuthor& a) { a.menu("mnuFileSaveAs"); }},
     {"print", [](HurriedAuthor& a) { a.button("Print"); }},
+    {"openRecent", openRecent},
     {"earlierSaves", [](HurriedAuthor& a) { a.menu("mnuFileEarlier"); }},
     {"undo", [](HurriedAuthor& a) { a.menu("mnuEditUndo"); }},
     {"redo", [](HurriedAuthor& a) { a.menu("mnuEditRedo"); }, Needs::undone},

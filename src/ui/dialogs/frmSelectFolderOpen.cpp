@@ -42,12 +42,8 @@ void frmSelectFolderOpen::choose() {
         showMessage(this, toQString(reserved), programTitle(), QMessageBox::Warning);
         return;
     }
-    const std::string folder = toUtf8(m_picker->folder());
-    if (!folderHoldsTour(folder)) {
-        showMessage(this, tr("The selected folder does not contain all necessary tour files"),
-                    QStringLiteral("Wendmark: Defective Tour Folder"), QMessageBox::Warning);
+    if (!holdsTourToOpen(m_picker->folder(), this))
         return;
-    }
     m_folder = m_picker->folder();
     m_folderChosen = true;
     accept();

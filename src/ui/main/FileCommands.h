@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+class QAction;
 class QWidget;
 
 namespace wendmark {
@@ -31,8 +32,12 @@ public:
     /// No question about unsaved changes: undo brings back what was on screen.
     void openEarlierSave();
 
-    /// Opens the tour in this folder, or says why not.
+    /// Opens the tour in this folder as openTour() does, or says why not.
     void openTourIn(const QString& folder);
+
+    /// Gives the item a menu of the tours that the author has worked on last. One that is chosen there goes
+    /// through the gate.
+    void offerLastTours(QAction& item);
 
     /// The program has just started: the wizard begins with its first page.
     bool wizardFirstRun = false;
@@ -51,6 +56,8 @@ signals:
     void noticeShown(const QString& text);
 
 private:
+    bool mayLeaveTour();
+    void noteTour();
     bool mayOpenSaveOf(const QString& tour);
     void askWizard();
     void openFolder(const QString& folder);

@@ -23,6 +23,7 @@ constexpr MainCommand commands[] = {
      true},
     {"&File", "mnuFilePrint", "&Print...", "Ctrl+P", &frmMain::printTourScript, "Print", "Print Tour Script",
      false, true, 4, true},
+    {"&File", "mnuFileRecent", "Open &Recent", "", nullptr},
     {"&File", "mnuFileEarlier", "&Earlier Saves...", "", &frmMain::openEarlierSave},
     {"&File", "mnuFileExit", "E&xit", "Ctrl+Q", &frmMain::quit},
     {"&Edit", "mnuEditUndo", "&Undo", "Ctrl+Z", &frmMain::undo},
@@ -66,6 +67,8 @@ QAction* addCommand(frmMain& window, QMenu& menu, const MainCommand& command) {
     menu.addAction(action);
     if (command.endsMenuGroup)
         menu.addSeparator();
+    if (command.command == nullptr)
+        return action; // It opens a menu of its own.
     QObject::connect(action, &QAction::triggered, &window, command.command);
     // The keys do what the toolbar does.
     QObject::connect(action, &CommandAction::keyPressed, &window,

@@ -56,6 +56,7 @@ frmMain::frmMain(ProgramParts parts)
     setWindowTitle(programTitle());
     setMinimumSize(pixelsFromTwips(smallestWidth), pixelsFromTwips(smallestHeight));
     m_actions = fillMenus(*this, *menuBar());
+    m_files->offerLastTours(*m_actions[QStringLiteral("mnuFileRecent")]);
     setupToolBar();
     setupCentralWidget();
     setStatusBar(m_statusBar);
