@@ -91,6 +91,7 @@ public:
         takeMainWindow();
         takeStopList();
         takeMenus();
+        takeLastTours();
         takeDialogs();
         takeMessages();
         takeHelp();
@@ -193,6 +194,21 @@ private:
             take(menu, QStringLiteral("menu-") + title->text().remove(QLatin1Char('&')));
             menu.close();
         }
+    }
+
+    void takeLastTours() {
+        lastToursInSettings();
+        QMenu& menu = *m_window.findChild<QAction*>(QStringLiteral("mnuFileRecent"))->menu();
+        menu.popup(m_window.mapToGlobal(QPoint()));
+        menu.setActiveAction(menu.actions().first());
+        take(menu, QStringLiteral("menu-File-Open Recent"));
+        menu.close();
+    }
+
+    void lastToursInSettings() {
+        RecentTours tours(m_program.settings);
+        for (const RecentTour& tour : lastTours())
+            tours.note(tour.folder, tour.title, tour.time);
     }
 
     void takeDialogs() {

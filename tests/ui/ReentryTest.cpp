@@ -1,4 +1,5 @@
 #include "platform/Gate.h"
+#include "platform/RecentTours.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
 #include "ui/support/HurriedAuthor.h"
@@ -54,7 +55,11 @@ void closeMain(HurriedAuthor& author) {
     HurriedAuthor::askToClose(&author.window);
 }
 
+/// The sample, whatever tour the other command works on.
 void openRecent(HurriedAuthor& author) {
+    RecentTours(author.program.settings)
+        .note(author.program.path(QStringLiteral("MyTours/Sample")), QStringLiteral("Sample"),
+              QDateTime::currentDateTime());
     QMenu* const menu = author.window.findChild<QAction*>(QStringLiteral("mnuFileRecent"))->menu();
     emit menu->aboutToShow(); // Which fills it.
     author.menu("recentTour1");
