@@ -14,17 +14,18 @@
 #include "platform/SingleProgram.h"
 #include "platform/StateFolder.h"
 #include "platform/Strings.h"
+#include "platform/TourArguments.h"
 #include "recovery/RecoveryKeeper.h"
 #include "recovery/SavedScripts.h"
 #include "ui/dialogs/FolderEntry.h"
 #include "ui/dialogs/TourFileNames.h"
 #include "ui/dialogs/frmSplash.h"
+#include "ui/main/FileCommands.h"
 #include "ui/main/frmMain.h"
 #include "ui/site/HtmlEditor.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QFileInfo>
 #include <QStandardPaths>
 #include <QWebEngineProfile>
 #include <memory>
@@ -32,15 +33,6 @@
 namespace {
 
 using namespace wendmark;
-
-/// The folder of the tour that the command line names, itself or by its script; empty when it names none.
-QString tourFolderFrom(const QCommandLineParser& parser) {
-    const QStringList named = parser.positionalArguments();
-    if (named.isEmpty())
-        return {};
-    const QFileInfo tour(named.first());
-    return tour.isFile() ? tour.absolutePath() : tour.absoluteFilePath();
-}
 
 void prepareApplication(QCommandLineParser& parser, const QApplication& application) {
     QApplication::setApplicationName(QStringLiteral("Wendmark"));
@@ -54,7 +46,7 @@ void prepareApplication(QCommandLineParser& parser, const QApplication& applicat
     parser.addVersionOption();
     parser.addPositionalArgument(QStringLiteral("tour"),
                                  QObject::tr("Folder of a tour to open, or its script.txt"),
-                                 QStringLiteral("[tour]"));
+                                 QStringLiteral("[tour...]"));
     parser.process(application);
 }
 
@@ -80,9 +72,9 @@ int main(int argc, char* argv[]) {
 
     FileLog log(FileLog::defaultPath());
     const ApplicationFolder folder = applicationFolder(log);
-    const QString tourFolder = tourFolderFrom(parser);
-    SingleProgram program(folder.path);
-    if (!enterFolder(program))
+    QStringList tours = toursFrom(parser.positionalArguments());
+    SingleProgram program(folder.path, stateFolder());
+    if (!enterFolder(program, tours))
         return 0;
 
     Options options;
@@ -108,8 +100,15 @@ int main(int argc, char* argv[]) {
     frmMain window({document, gate, options, desktop, settings, registry, *profile, recovery, fileNames,
                     htmlEditor, files::join(state, "scripts")});
     QObject::connect(&window, &frmMain::closed, &application, &QCoreApplication::quit, Qt::QueuedConnection);
+    QObject::connect(&gate, &Gate::closedForGood, &program, &SingleProgram::leave);
+    const auto takeTours = [&] { window.files().takeTours(program.takeTours()); };
+    if (tours.isEmpty())
+        tours = program.takeTours(); // A later start was quicker than the splash.
     QObject::connect(&program, &SingleProgram::activationRequested, &window, &frmMain::bringToFront);
-    window.load(tourFolder);
+    QObject::connect(&program, &SingleProgram::activationRequested, &window, takeTours, Qt::QueuedConnection);
+    window.load(tours.value(0));
+    window.files().nameLeftOut(tours.mid(1));
     window.show();
+    takeTours();
     return QApplication::exec();
 }

@@ -136,7 +136,9 @@ private slots:
             QVERIFY(dialog.findChild<QLabel*>("lblFolder")->text().endsWith("MyTours/walk"));
             press(dialog, "btnRecover");
         });
-        Run next(program); // No wizard comes: the test would wait for it for ever.
+        const QString other = program.makeTour("other", 1);
+        Run next(program, other); // No wizard comes: the test would wait for it for ever.
+        QCOMPARE(test::noticeOf(next.window()), "One tour is open at a time. Not opened: " + other);
         QCOMPARE(program.model.stopCount(), std::int16_t(4));
         QVERIFY(program.model.tourChanged);
         QCOMPARE(toQString(program.workspace.tourPath()), tour);

@@ -14,15 +14,26 @@
 #include "ui/dialogs/frmEarlierSaves.h"
 #include "ui/dialogs/frmSelectFolderOpen.h"
 #include "ui/dialogs/frmSelectFolderSave.h"
+#include "ui/dialogs/frmWizard1.h"
 #include "ui/main/RecentMenu.h"
 #include "ui/main/UnsavedWork.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDateTime>
+#include <QDir>
 #include <QWidget>
 #include <utility>
 
 namespace wendmark {
+
+namespace {
+
+QString shownPath(const QString& path) {
+    return onOneLine(QDir::toNativeSeparators(path));
+}
+
+} // namespace
 
 FileCommands::FileCommands(const ProgramParts& parts, UnsavedWork& unsaved, QWidget& window,
                            std::function<bool()> mayLeaveWords)
@@ -114,6 +125,51 @@ void FileCommands::offerLastTours(QAction& item) {
             openTourIn(folder);
         });
     });
+}
+
+void FileCommands::takeTours(const QStringList& tours) {
+    if (tours.isEmpty())
+        return;
+    m_document.log().note("handed over by another start: " + toUtf8(tours.join(QLatin1String(", "))));
+    // Nothing was entered on the wizard's first page; the tour is an answer to its question.
+    if (auto* const wizard = qobject_cast<frmWizard1*>(QApplication::activeModalWidget()))
+        wizard->reject();
+    if (!m_parts.gate.isOpen())
+        emit noticeShown(tr("%1 opens when the present command has ended.").arg(shownPath(tours.first())));
+    m_parts.gate.run(*this, [this, tours] {
+        emit noticeShown({});
+        openHandedOver(tours.first());
+        nameLeftOut(tours.mid(1));
+    });
+}
+
+void FileCommands::nameLeftOut(const QStringList& tours) {
+    if (tours.isEmpty())
+        return;
+    QStringList names;
+    for (const QString& tour : tours)
+        names.append(shownPath(tour));
+    const QString text =
+        tr("One tour is open at a time. Not opened: %1").arg(names.join(QLatin1String(", ")));
+    m_document.log().note(toUtf8(text));
+    emit noticeShown(text);
+}
+
+void FileCommands::skipWizard(const QString& tour) {
+    wizardFirstRun = false;
+    if (!tour.isEmpty())
+        nameLeftOut({tour});
+}
+
+void FileCommands::openHandedOver(const QString& folder) {
+    const std::string path = toUtf8(folder);
+    if (m_document.hasFolder() && files::same(path, m_document.workspace().tourPath())) {
+        emit noticeShown(tr("This tour is open already."));
+        return;
+    }
+    openTourIn(folder);
+    if (!files::same(path, m_document.workspace().tourPath()))
+        emit noticeShown(tr("Not opened: %1").arg(shownPath(folder)));
 }
 
 void FileCommands::askWizard() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QStringList>
 #include <functional>
 #include <string>
 
@@ -39,6 +40,16 @@ public:
     /// through the gate.
     void offerLastTours(QAction& item);
 
+    /// Opens the first of these tours, which another start of the program has handed over, when its turn has
+    /// come; names the others. A tour that is open already stays as it is.
+    void takeTours(const QStringList& tours);
+
+    /// Says which tours are not opened because another one is.
+    void nameLeftOut(const QStringList& tours);
+
+    /// The program goes on with recovered work, and leaves out the tour that it was started with, if any.
+    void skipWizard(const QString& tour);
+
     /// The program has just started: the wizard begins with its first page.
     bool wizardFirstRun = false;
 
@@ -56,6 +67,7 @@ signals:
     void noticeShown(const QString& text);
 
 private:
+    void openHandedOver(const QString& folder);
     bool mayLeaveTour();
     void noteTour();
     bool mayOpenSaveOf(const QString& tour);

@@ -77,7 +77,7 @@ void frmMain::load(const QString& tourFolder) {
     m_unsaved->start();
     m_files->wizardFirstRun = true;
     if (m_unsaved->offerRecovery(*this))
-        m_files->wizardFirstRun = false;
+        m_files->skipWizard(tourFolder);
     else if (tourFolder.isEmpty())
         newTour();
     else
