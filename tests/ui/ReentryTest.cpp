@@ -1,5 +1,6 @@
 #include "platform/Gate.h"
 #include "platform/RecentTours.h"
+#include "ui/main/FileCommands.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
 #include "ui/support/HurriedAuthor.h"
@@ -65,6 +66,11 @@ void openRecent(HurriedAuthor& author) {
     author.menu("recentTour1");
 }
 
+/// A second start with the sample.
+void handOver(HurriedAuthor& author) {
+    author.window.files().takeTours({author.program.path(QStringLiteral("MyTours/Sample"))});
+}
+
 void quit(HurriedAuthor& author) {
     author.menu("mnuFileExit");
 }
@@ -110,6 +116,7 @@ const Command commands[] = {
     {"saveAs", [](HurriedAuthor& a) { a.menu("mnuFileSaveAs"); }},
     {"print", [](HurriedAuthor& a) { a.button("Print"); }},
     {"openRecent", openRecent},
+    {"handOver", handOver},
     {"earlierSaves", [](HurriedAuthor& a) { a.menu("mnuFileEarlier"); }},
     {"undo", [](HurriedAuthor& a) { a.menu("mnuEditUndo"); }},
     {"redo", [](HurriedAuthor& a) { a.menu("mnuEditRedo"); }, Needs::undone},
