@@ -63,6 +63,19 @@ ApplicationFolder applicationFolder(Log& log) {
     return folder;
 }
 
+/// With the tour that the program was started with, and then those that later starts bring.
+void showWindow(frmMain& window, SingleProgram& program, QStringList tours) {
+    const auto takeTours = [&window, &program] { window.files().takeTours(program.takeTours()); };
+    if (tours.isEmpty())
+        tours = program.takeTours(); // A later start was quicker than the splash.
+    QObject::connect(&program, &SingleProgram::activationRequested, &window, &frmMain::bringToFront);
+    QObject::connect(&program, &SingleProgram::activationRequested, &window, takeTours, Qt::QueuedConnection);
+    window.load(tours.value(0));
+    window.files().nameLeftOut(tours.mid(1));
+    window.show();
+    takeTours();
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -72,7 +85,7 @@ int main(int argc, char* argv[]) {
 
     FileLog log(FileLog::defaultPath());
     const ApplicationFolder folder = applicationFolder(log);
-    QStringList tours = toursFrom(parser.positionalArguments());
+    const QStringList tours = toursFrom(parser.positionalArguments());
     SingleProgram program(folder.path, stateFolder());
     if (!enterFolder(program, tours))
         return 0;
@@ -101,14 +114,6 @@ int main(int argc, char* argv[]) {
                     htmlEditor, files::join(state, "scripts")});
     QObject::connect(&window, &frmMain::closed, &application, &QCoreApplication::quit, Qt::QueuedConnection);
     QObject::connect(&gate, &Gate::closedForGood, &program, &SingleProgram::leave);
-    const auto takeTours = [&] { window.files().takeTours(program.takeTours()); };
-    if (tours.isEmpty())
-        tours = program.takeTours(); // A later start was quicker than the splash.
-    QObject::connect(&program, &SingleProgram::activationRequested, &window, &frmMain::bringToFront);
-    QObject::connect(&program, &SingleProgram::activationRequested, &window, takeTours, Qt::QueuedConnection);
-    window.load(tours.value(0));
-    window.files().nameLeftOut(tours.mid(1));
-    window.show();
-    takeTours();
+    showWindow(window, program, tours);
     return QApplication::exec();
 }

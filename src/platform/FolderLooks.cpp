@@ -17,7 +17,9 @@ struct FolderLooks::Queue {
     FolderLooks* owner = nullptr; ///< Null when nobody wants to know any more.
 };
 
-FolderLooks::FolderLooks(QObject* parent) : QObject(parent) {}
+FolderLooks::FolderLooks(QObject* parent) : QObject(parent) {
+    connect(this, &FolderLooks::found, this, &FolderLooks::take, Qt::QueuedConnection);
+}
 
 FolderLooks::~FolderLooks() {
     if (!m_queue)
@@ -66,9 +68,8 @@ void FolderLooks::work(const std::shared_ptr<Queue>& queue) {
         lock.unlock();
         const TourLook look = lookAtTour(toUtf8(folder));
         lock.lock();
-        if (FolderLooks* const owner = queue->owner)
-            QMetaObject::invokeMethod(
-                owner, [owner, folder, look] { owner->take(folder, look); }, Qt::QueuedConnection);
+        if (queue->owner != nullptr)
+            emit queue->owner->found(folder, look);
     }
 }
 

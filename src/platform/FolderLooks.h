@@ -35,6 +35,9 @@ public:
 signals:
     void looked(const QString& folder);
 
+    /// From the thread to this.
+    void found(const QString& folder, const wendmark::TourLook& look);
+
 private:
     struct Queue;
 

@@ -78,7 +78,7 @@ void wait(QEventLoop& loop, qint64 milliseconds) {
 
 } // namespace
 
-SingleProgram::SingleProgram(const QString& applicationFolder, QString socketFolder, QObject* parent)
+SingleProgram::SingleProgram(const QString& applicationFolder, const QString& socketFolder, QObject* parent)
     : QObject(parent)
     , m_folder(applicationFolder)
     , m_names(nameFor(applicationFolder))

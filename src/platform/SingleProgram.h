@@ -36,7 +36,7 @@ public:
 
     /// The programs find each other in `socketFolder`, which belongs to the user; empty, or where it takes
     /// none: in the folder for temporary files.
-    explicit SingleProgram(const QString& applicationFolder, QString socketFolder = {},
+    explicit SingleProgram(const QString& applicationFolder, const QString& socketFolder = {},
                            QObject* parent = nullptr);
 
     const QString& folder() const { return m_folder; }

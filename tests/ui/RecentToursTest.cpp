@@ -271,7 +271,7 @@ private slots:
     void textsOfAnyKindAreShownAsTheyAre() {
         Program program;
         RecentTours tours(program.parts.settings);
-        const QString folder = "/tours/a&b\n\u202e" + QString(300, 'x') + "/end";
+        const QString folder = "/tours/a&b\n" + QString(QChar(0x202E)) + QString(300, 'x') + "/end";
         tours.note(folder, "Sand &amp; &lt;i&gt;sea" + QString(300, 'y') + " \u2192", noon);
         const QAction& item = program.item(1);
         QVERIFY(item.text().startsWith("&1 Sand && <i>sea"));

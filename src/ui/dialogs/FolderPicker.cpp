@@ -87,6 +87,7 @@ FolderPicker::FolderPicker(const QString& driveCaption, QWidget* parent)
     // A folder's names come first and are put in order some time later: both move the selected one.
     connect(m_model, &QFileSystemModel::directoryLoaded, this, &FolderPicker::keepInSight);
     connect(m_model, &QFileSystemModel::layoutChanged, this, &FolderPicker::keepInSight);
+    connect(this, &FolderPicker::treeResized, this, &FolderPicker::keepInSight, Qt::QueuedConnection);
     connect(m_tree->verticalScrollBar(), &QScrollBar::actionTriggered, this,
             [this] { m_keepsInSight = false; });
     m_tree->viewport()->installEventFilter(this);
@@ -134,8 +135,8 @@ void FolderPicker::focusFolders() {
 bool FolderPicker::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress)
         m_keepsInSight = false;
-    if (event->type() == QEvent::Resize) // Which the tree is still to take in.
-        QMetaObject::invokeMethod(this, &FolderPicker::keepInSight, Qt::QueuedConnection);
+    if (event->type() == QEvent::Resize)
+        emit treeResized();
     return QWidget::eventFilter(watched, event);
 }
 

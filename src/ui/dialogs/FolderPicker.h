@@ -44,6 +44,9 @@ public:
 signals:
     void folderChanged(const QString& path);
 
+    /// The tree itself is still to take its new size in.
+    void treeResized();
+
 private:
     void nameControls();
     void fillDrives();

@@ -33,7 +33,7 @@ QVariant TourFolderModel::data(const QModelIndex& index, int role) const {
                         role == Qt::ToolTipRole || role == titleRole;
     if (!isOurs || !index.isValid() || index.column() != 0)
         return QFileSystemModel::data(index, role);
-    const QVariant title = titleOf(index);
+    QVariant title = titleOf(index);
     if (role == titleRole)
         return title;
     if (!title.isValid())
