@@ -76,11 +76,13 @@ void frmMain::load(const QString& tourFolder) {
     m_preview->showOpeningPage();
     m_unsaved->start();
     m_files->wizardFirstRun = true;
-    if (m_unsaved->offerRecovery(*this))
+    bool recovered = false;
+    run([this, &recovered] { recovered = m_unsaved->offerRecovery(*this); });
+    if (recovered)
         m_files->skipWizard(tourFolder);
-    else if (tourFolder.isEmpty())
+    else if (tourFolder.isEmpty() && m_parts.gate.isOpen()) // Else a tour was handed over meanwhile.
         newTour();
-    else
+    else if (!tourFolder.isEmpty())
         run([this, tourFolder] { m_files->openTourIn(tourFolder); });
     showHistory();
 }
