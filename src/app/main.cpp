@@ -15,17 +15,18 @@
 #include "platform/SpellChecker.h"
 #include "platform/StateFolder.h"
 #include "platform/Strings.h"
+#include "platform/TourArguments.h"
 #include "recovery/RecoveryKeeper.h"
 #include "recovery/SavedScripts.h"
 #include "ui/dialogs/FolderEntry.h"
 #include "ui/dialogs/TourFileNames.h"
 #include "ui/dialogs/frmSplash.h"
+#include "ui/main/FileCommands.h"
 #include "ui/main/frmMain.h"
 #include "ui/site/HtmlEditor.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QFileInfo>
 #include <QStandardPaths>
 #include <QWebEngineProfile>
 #include <memory>
@@ -33,15 +34,6 @@
 namespace {
 
 using namespace wendmark;
-
-/// The folder of the tour that the command line names, itself or by its script; empty when it names none.
-QString tourFolderFrom(const QCommandLineParser& parser) {
-    const QStringList named = parser.positionalArguments();
-    if (named.isEmpty())
-        return {};
-    const QFileInfo tour(named.first());
-    return tour.isFile() ? tour.absolutePath() : tour.absoluteFilePath();
-}
 
 void prepareApplication(QCommandLineParser& parser, const QApplication& application) {
     QApplication::setApplicationName(QStringLiteral("Wendmark"));
@@ -55,7 +47,7 @@ void prepareApplication(QCommandLineParser& parser, const QApplication& applicat
     parser.addVersionOption();
     parser.addPositionalArgument(QStringLiteral("tour"),
                                  QObject::tr("Folder of a tour to open, or its script.txt"),
-                                 QStringLiteral("[tour]"));
+                                 QStringLiteral("[tour...]"));
     parser.process(application);
 }
 
@@ -72,6 +64,19 @@ ApplicationFolder applicationFolder(Log& log) {
     return folder;
 }
 
+/// With the tour that the program was started with, and then those that later starts bring.
+void showWindow(frmMain& window, SingleProgram& program, QStringList tours) {
+    const auto takeTours = [&window, &program] { window.files().takeTours(program.takeTours()); };
+    if (tours.isEmpty())
+        tours = program.takeTours(); // A later start was quicker than the splash.
+    QObject::connect(&program, &SingleProgram::activationRequested, &window, &frmMain::bringToFront);
+    QObject::connect(&program, &SingleProgram::activationRequested, &window, takeTours, Qt::QueuedConnection);
+    window.load(tours.value(0));
+    window.files().nameLeftOut(tours.mid(1));
+    window.show();
+    takeTours();
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -81,9 +86,9 @@ int main(int argc, char* argv[]) {
 
     FileLog log(FileLog::defaultPath());
     const ApplicationFolder folder = applicationFolder(log);
-    const QString tourFolder = tourFolderFrom(parser);
-    SingleProgram program(folder.path);
-    if (!enterFolder(program))
+    const QStringList tours = toursFrom(parser.positionalArguments());
+    SingleProgram program(folder.path, stateFolder());
+    if (!enterFolder(program, tours))
         return 0;
 
     Options options;
@@ -110,8 +115,7 @@ int main(int argc, char* argv[]) {
     frmMain window({document, gate, options, desktop, settings, registry, *profile, recovery, fileNames,
                     htmlEditor, spelling, files::join(state, "scripts")});
     QObject::connect(&window, &frmMain::closed, &application, &QCoreApplication::quit, Qt::QueuedConnection);
-    QObject::connect(&program, &SingleProgram::activationRequested, &window, &frmMain::bringToFront);
-    window.load(tourFolder);
-    window.show();
+    QObject::connect(&gate, &Gate::closedForGood, &program, &SingleProgram::leave);
+    showWindow(window, program, tours);
     return QApplication::exec();
 }

@@ -245,6 +245,22 @@ Contents read(const std::string& path) {
     return contents;
 }
 
+Contents readBeginning(const std::string& path, std::size_t most) {
+    const Found found = find(path);
+    Contents contents{Outcome::success(), {}};
+    std::error_code error = whyNotRegular(found);
+    if (!error) {
+        const OpenFile file = openFile(found.path, "rb");
+        contents.bytes.resize(file ? most : 0);
+        contents.bytes.resize(file ? std::fread(contents.bytes.data(), 1, most, file.get()) : 0);
+        if (!file || std::ferror(file.get()) != 0)
+            error = lastError();
+    }
+    if (error)
+        return {Outcome::failure("read", path, error), {}};
+    return contents;
+}
+
 Outcome write(const std::string& path, std::string_view bytes, Replacing replacing) {
     const auto make = [&](const fs::path& target) {
         return makeNew(target, [&](std::FILE* file) { return writeAll(file, bytes); });

@@ -2,6 +2,7 @@
 
 #include "base/Outcome.h"
 
+#include <cstddef>
 #include <set>
 #include <string>
 #include <string_view>
@@ -24,6 +25,9 @@ struct Contents {
 };
 
 Contents read(const std::string& path);
+
+/// Same for the first `most` bytes of a file, or all there are.
+Contents readBeginning(const std::string& path, std::size_t most);
 
 /// How a file takes the place of an older one.
 enum class Replacing {

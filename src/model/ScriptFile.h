@@ -55,6 +55,9 @@ ScriptReading parseScript(std::string_view script, TourModel& model, const LineE
 /// The bytes that writeScript() writes; changes the model as writeScript() does.
 std::string composeScript(TourModel& model);
 
+/// The tour's title in the beginning of a script, Windows-1252 bytes; empty when it does not reach that far.
+std::string titleInScript(std::string_view beginning);
+
 /// Applies one command line of a script's header, Windows-1252 bytes. Unknown commands are ignored. False
 /// when the command adds a launching point and the model is full.
 bool parseScriptCommand(std::string_view line, int lineNumber, TourModel& model,

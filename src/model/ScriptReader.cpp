@@ -286,6 +286,16 @@ void warnOfSurplus(Log& log, std::string_view what, int count) {
 
 } // namespace
 
+std::string titleInScript(std::string_view beginning) {
+    TextLines lines(beginning);
+    while (const std::optional<std::string_view> line = lines.next()) {
+        const std::string_view text = trimBlanks(*line);
+        if (isTextLine(text))
+            return windows1252::decodeHtml(text);
+    }
+    return {};
+}
+
 bool parseScriptCommand(std::string_view line, int lineNumber, TourModel& model,
                         const LineErrorHandler& onError) {
     const std::string_view trimmed = trimBlanks(line);

@@ -46,6 +46,7 @@ void Gate::runOnce(QObject& owner, const char* name, std::function<void()> comma
 void Gate::shut(QObject& ending) {
     m_shutFor = &ending;
     m_waiting.clear();
+    emit closedForGood();
 }
 
 void Gate::execute(const std::function<void()>& command) {

@@ -64,6 +64,7 @@ public:
 
 signals:
     void abandonRequested();
+    void closedForGood(); ///< See shut().
     void turnEnded();
 
 private:

@@ -38,6 +38,13 @@ inline constexpr Setting<float> width{"StopPanelWidth", 4800};
 
 } // namespace stopPanelSettings
 
+namespace recentSettings {
+
+/// The last tours, several texts for each; see RecentTours.
+inline const Setting<QStringList> tours{"RecentTours", QStringList()};
+
+} // namespace recentSettings
+
 namespace siteSettings {
 
 /// Address that "Home" goes to.

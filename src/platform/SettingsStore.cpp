@@ -1,7 +1,5 @@
 #include "platform/SettingsStore.h"
 
-#include <QStringList>
-
 namespace wendmark {
 
 namespace {
@@ -30,6 +28,10 @@ bool SettingsStore::read(const Setting<bool>& setting) const {
     return booleanFromText(text(setting.key, QString()), setting.whenAbsent);
 }
 
+QStringList SettingsStore::read(const Setting<QStringList>& setting) const {
+    return m_settings.value(keyInSection(setting.key), setting.whenAbsent).toStringList();
+}
+
 void SettingsStore::store(const Setting<QString>& setting, const QString& value) {
     setText(setting.key, value);
 }
@@ -40,6 +42,11 @@ void SettingsStore::store(const Setting<float>& setting, float value) {
 
 void SettingsStore::store(const Setting<bool>& setting, bool value) {
     setText(setting.key, value ? QStringLiteral("True") : QStringLiteral("False"));
+}
+
+void SettingsStore::store(const Setting<QStringList>& setting, const QStringList& value) {
+    m_settings.setValue(keyInSection(setting.key), value);
+    m_settings.sync();
 }
 
 QString SettingsStore::text(const char* key, const QString& whenAbsent) const {

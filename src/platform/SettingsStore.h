@@ -2,6 +2,7 @@
 
 #include <QSettings>
 #include <QString>
+#include <QStringList>
 
 namespace wendmark {
 
@@ -24,10 +25,15 @@ public:
     QString read(const Setting<QString>& setting) const;
     float read(const Setting<float>& setting) const;
     bool read(const Setting<bool>& setting) const;
+    QStringList read(const Setting<QStringList>& setting) const;
 
     void store(const Setting<QString>& setting, const QString& value);
     void store(const Setting<float>& setting, float value);
     void store(const Setting<bool>& setting, bool value);
+    void store(const Setting<QStringList>& setting, const QStringList& value);
+
+    /// Takes in what other programs of the user have stored meanwhile.
+    void refresh() { m_settings.sync(); }
 
 private:
     QString text(const char* key, const QString& whenAbsent) const;

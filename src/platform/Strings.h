@@ -22,6 +22,21 @@ inline std::string toUtf8(const QString& text) {
     return std::string(utf8.constData(), static_cast<std::size_t>(utf8.size()));
 }
 
+/// The text on one line: what would break or steer it, or turn the direction of writing, is shown as one sign
+/// for "no character".
+inline QString onOneLine(QString text) {
+    constexpr QChar noCharacter(0xFFFD);
+    for (QChar& character : text) {
+        const QChar::Category category = character.category();
+        const bool turns = character.unicode() >= 0x202A && character.unicode() <= 0x202E;
+        const bool isolates = character.unicode() >= 0x2066 && character.unicode() <= 0x2069;
+        if (category == QChar::Other_Control || category == QChar::Separator_Line ||
+            category == QChar::Separator_Paragraph || turns || isolates)
+            character = noCharacter;
+    }
+    return text;
+}
+
 /// A text shown as plain text where Qt would take it for mark-up.
 inline QString plain(const QString& text) {
     return text.toHtmlEscaped();

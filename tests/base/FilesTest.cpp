@@ -86,6 +86,16 @@ TEST_F(FilesTest, emptyFileIsReadAsNothing) {
     EXPECT_TRUE(files::canBeRead(path("a")));
 }
 
+TEST_F(FilesTest, noMoreThanTheBeginningIsRead) {
+    write("a", "0123456789");
+    EXPECT_EQ(files::readBeginning(path("a"), 4).bytes, "0123");
+    EXPECT_EQ(files::readBeginning(path("A"), 10).bytes, "0123456789");
+    EXPECT_EQ(files::readBeginning(path("a"), 1000).bytes, "0123456789");
+    EXPECT_TRUE(files::readBeginning(path("a"), 1000).outcome.ok());
+    expectFailure(files::readBeginning(path("b"), 4).outcome, "cannot read " + path("b") + missing);
+    EXPECT_FALSE(files::readBeginning("/dev/zero", 4).outcome.ok());
+}
+
 TEST_F(FilesTest, missingFileIsAFailureThatNamesIt) {
     expectFailure(files::read(path("a")).outcome, "cannot read " + path("a") + missing);
     expectFailure(files::read(path("no/a")).outcome, "cannot read " + path("no/a") + missing);

@@ -1,6 +1,7 @@
 #include "model/SiteLists.h"
 #include "model/Workspace.h"
 #include "platform/BrowserView.h"
+#include "platform/RecentTours.h"
 #include "platform/Strings.h"
 #include "publish/StopPages.h"
 #include "recovery/SavedScripts.h"
@@ -94,6 +95,7 @@ public:
         takeStopList();
         takeStopPanel();
         takeMenus();
+        takeLastTours();
         takeDialogs();
         takeMessages();
         takeHelp();
@@ -221,6 +223,21 @@ private:
         }
     }
 
+    void takeLastTours() {
+        lastToursInSettings();
+        QMenu& menu = *m_window.findChild<QAction*>(QStringLiteral("mnuFileRecent"))->menu();
+        menu.popup(m_window.mapToGlobal(QPoint()));
+        menu.setActiveAction(menu.actions().first());
+        take(menu, QStringLiteral("menu-File-Open Recent"));
+        menu.close();
+    }
+
+    void lastToursInSettings() {
+        RecentTours tours(m_program.settings);
+        for (const RecentTour& tour : lastTours())
+            tours.note(tour.folder, tour.title, tour.time);
+    }
+
     void takeDialogs() {
         WizardState state;
         state.wizardTourName = "Rivers of Europe";
@@ -228,8 +245,12 @@ private:
         const Workspace& workspace = m_program.workspace;
         frmSplash splash;
         takeDialog(splash);
-        frmWizard1 first(state);
+        const QString sample = m_program.path(QStringLiteral("MyTours/Sample"));
+        frmWizard1 first(state, {}, sample);
+        first.setObjectName(QStringLiteral("frmWizard1-without-tours"));
         takeDialog(first);
+        frmWizard1 later(state, lastTours(), sample);
+        takeDialog(later);
         frmWizard2 second(state, true);
         takeDialog(second);
         frmWizard3 third(state, workspace.folders(), m_program.desktop);
@@ -249,6 +270,17 @@ private:
         takeDialog(earlier);
         takeSettingsDialogs();
         takeSmallDialogs();
+    }
+
+    /// Two that are there, and one that is not.
+    QList<RecentTour> lastTours() {
+        const QDateTime noon(QDate(2026, 11, 20), QTime(12, 0));
+        return {
+            {m_program.makeTour(QStringLiteral("rivers"), 3),
+             QStringLiteral("The rivers of Europe, from their springs to the sea"), noon},
+            {m_program.path(QStringLiteral("MyTours/Sample")), QStringLiteral("How a Tour Is Made"),
+             noon.addDays(-1)},
+            {m_program.path(QStringLiteral("MyTours/castles")), QStringLiteral("Castles"), noon.addDays(-2)}};
     }
 
     void takeSettingsDialogs() {

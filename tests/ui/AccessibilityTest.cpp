@@ -1,5 +1,6 @@
 #include "model/Workspace.h"
 #include "platform/BrowserView.h"
+#include "platform/RecentTours.h"
 #include "recovery/SavedScripts.h"
 #include "ui/Messages.h"
 #include "ui/dialogs/DialogParts.h"
@@ -79,7 +80,9 @@ constexpr DialogCase dialogs[] = {
     {"frmWizard1",
      [](UiFixture&) {
          WizardState state;
-         frmWizard1 page(state);
+         const RecentTour tour{QStringLiteral("/tours/a"), QStringLiteral("Rivers"),
+                               QDateTime::currentDateTime()};
+         frmWizard1 page(state, {tour}, QStringLiteral("/tours/sample"));
          runDialog(page);
      }},
     {"frmWizard2",

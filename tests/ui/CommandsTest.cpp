@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QSignalSpy>
 #include <QTcpServer>
 #include <QTest>
@@ -128,6 +129,15 @@ void toggles(Program& program, const char* dock, const Give& give) {
     QVERIFY(!panel.isVisible());
 }
 
+/// It has a menu, which is filled whenever it opens.
+void listsTheTour(Program& program, const Give& give) {
+    give();
+    QMenu& menu = *program.window.findChild<QAction*>("mnuFileRecent")->menu();
+    menu.popup({});
+    QVERIFY(menu.actions().first()->text().endsWith(program.parts.path("MyTours/walk")));
+    menu.close();
+}
+
 const QList<Command>& commands() {
     static const QList<Command> all = {
         {"mnuFileNew", "New", "Ctrl+N", [](Program&, const Give& give) { opens("frmWizard2", give); }},
@@ -140,6 +150,7 @@ const QList<Command>& commands() {
         {"mnuFilePrint", "Print", "Ctrl+P", [](Program&, const Give& give) { opens("frmPrint", give); }},
         {"mnuFileEarlier", nullptr, nullptr,
          [](Program&, const Give& give) { opens("frmEarlierSaves", give); }},
+        {"mnuFileRecent", nullptr, nullptr, listsTheTour},
         {"mnuFileExit", nullptr, "Ctrl+Q",
          [](Program& program, const Give& give) {
              const QSignalSpy closed(&program.window, &frmMain::closed);

@@ -1,6 +1,7 @@
 #include "commands/TourSave.h"
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
+#include "ui/dialogs/TourFolderModel.h"
 #include "ui/main/frmMain.h"
 #include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
@@ -564,6 +565,39 @@ private slots:
         QVERIFY(waited);
         QVERIFY(test::waitUntil([&] { return program.gate.isOpen(); }));
         QCOMPARE(program.filesOf("NewTour"), QStringList{"script1.txt"});
+    }
+
+    void openDialogHasTheSampleOneClickAway() {
+        UiFixture program;
+        frmMain window(program.parts());
+        window.load(program.makeTour("walk", 1));
+        onNextDialog([](QDialog& dialog) { press(dialog, "btnSample"); });
+        window.openTour();
+        QCOMPARE(program.workspace.tourPath(), toUtf8(program.path("MyTours/Sample")));
+        std::filesystem::remove_all(program.scratch / "MyTours/Sample");
+        onNextDialog([](QDialog& dialog) {
+            QVERIFY(dialog.findChild<QPushButton*>("btnSample") == nullptr);
+            dialog.reject();
+        });
+        window.openTour();
+    }
+
+    void openDialogBeginsWithTheToursInSight() {
+        UiFixture program;
+        frmMain window(program.parts());
+        window.load(program.makeTour("walk", 1));
+        onNextDialog([&](QDialog& dialog) {
+            QCOMPARE(labelText(dialog, "lblTourPath"), program.path("MyTours"));
+            const auto& tree = *dialog.findChild<QTreeView*>("Dir1");
+            const auto sampleIsInSight = [&] {
+                const QModelIndex sample = tree.model()->index(0, 0, tree.currentIndex());
+                return sample.data(TourFolderModel::titleRole).toString() == "How a Tour Is Made" &&
+                       tree.viewport()->rect().contains(tree.visualRect(sample).center());
+            };
+            QTRY_VERIFY_WITH_TIMEOUT(sampleIsInSight(), patience);
+            dialog.reject();
+        });
+        window.openTour();
     }
 
     void saveOverAScriptThatHoldsNoTourAsksFirst() {

@@ -1,6 +1,7 @@
 #include "platform/Strings.h"
 #include "recovery/SavedScripts.h"
 #include "ui/dialogs/DialogParts.h"
+#include "ui/main/FileCommands.h"
 #include "ui/main/SidePanels.h"
 #include "ui/main/UnsavedWork.h"
 #include "ui/main/frmMain.h"
@@ -157,7 +158,9 @@ private slots:
             QVERIFY(dialog.findChild<QLabel*>("lblFolder")->text().endsWith("MyTours/walk"));
             press(dialog, "btnRecover");
         });
-        Run next(program); // No wizard comes: the test would wait for it for ever.
+        const QString other = program.makeTour("other", 1);
+        Run next(program, other); // No wizard comes: the test would wait for it for ever.
+        QCOMPARE(test::noticeOf(next.window()), "One tour is open at a time. Not opened: " + other);
         QCOMPARE(program.model.stopCount(), std::int16_t(4));
         QVERIFY(program.model.tourChanged);
         QCOMPARE(toQString(program.workspace.tourPath()), tour);
@@ -239,6 +242,25 @@ private slots:
         Run next(program);
         QVERIFY(wizardCame);
         QVERIFY(leftBy(program).empty());
+    }
+
+    void tourHandedOverDuringTheQuestionWaitsAndReplacesTheWizard() {
+        UiFixture program;
+        {
+            Run run(program, program.makeTour("walk", 3));
+            run.window().insertStop();
+            QVERIFY(waitUntil([&] { return !leftBy(program).empty(); }));
+        }
+        const QString other = program.makeTour("other", 1);
+        onNextDialog([&](QDialog& dialog) {
+            qobject_cast<frmMain*>(dialog.parentWidget())->files().takeTours({other});
+            QVERIFY(dialog.isVisible());
+            QVERIFY(program.workspace.tourPath() != toUtf8(other));
+            press(dialog, "btnNotNow");
+        });
+        Run next(program); // No wizard comes: the test would wait for it for ever.
+        QVERIFY(waitUntil([&] { return program.workspace.tourPath() == toUtf8(other); }));
+        QVERIFY(!next.window().findChild<QDialog*>());
     }
 
     void notNowAsksAgainAtTheNextStart() {

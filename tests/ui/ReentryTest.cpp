@@ -1,10 +1,13 @@
 #include "platform/Gate.h"
+#include "platform/RecentTours.h"
+#include "ui/main/FileCommands.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
 #include "ui/support/HurriedAuthor.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QMenu>
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
@@ -53,6 +56,21 @@ void closeMain(HurriedAuthor& author) {
     HurriedAuthor::askToClose(&author.window);
 }
 
+/// The sample, whatever tour the other command works on.
+void openRecent(HurriedAuthor& author) {
+    RecentTours(author.program.settings)
+        .note(author.program.path(QStringLiteral("MyTours/Sample")), QStringLiteral("Sample"),
+              QDateTime::currentDateTime());
+    QMenu* const menu = author.window.findChild<QAction*>(QStringLiteral("mnuFileRecent"))->menu();
+    emit menu->aboutToShow(); // Which fills it.
+    author.menu("recentTour1");
+}
+
+/// A second start with the sample.
+void handOver(HurriedAuthor& author) {
+    author.window.files().takeTours({author.program.path(QStringLiteral("MyTours/Sample"))});
+}
+
 void quit(HurriedAuthor& author) {
     author.menu("mnuFileExit");
 }
@@ -97,6 +115,8 @@ const Command commands[] = {
     {"save", [](HurriedAuthor& a) { a.button("Save"); }},
     {"saveAs", [](HurriedAuthor& a) { a.menu("mnuFileSaveAs"); }},
     {"print", [](HurriedAuthor& a) { a.button("Print"); }},
+    {"openRecent", openRecent},
+    {"handOver", handOver},
     {"earlierSaves", [](HurriedAuthor& a) { a.menu("mnuFileEarlier"); }},
     {"undo", [](HurriedAuthor& a) { a.menu("mnuEditUndo"); }},
     {"redo", [](HurriedAuthor& a) { a.menu("mnuEditRedo"); }, Needs::undone},

@@ -52,6 +52,16 @@ struct Watched {
         return all;
     }
 
+    /// Same for a command that ends by noting the tour among the last ones, in the settings.
+    QStringList eventsBeforeNoting() const {
+        QStringList all = events();
+        if (all.isEmpty() || !all.last().contains(QLatin1String("settings/")))
+            return {QStringLiteral("the tour is not noted at the end")};
+        while (!all.isEmpty() && all.last().contains(QLatin1String("settings/")))
+            all.removeLast();
+        return all;
+    }
+
     /// The events of a folder that is emptied of what it holds now.
     QStringList emptying() const { return eventsOf(QStringLiteral("-NewTour/"), program.filesOf("NewTour")); }
 
@@ -177,7 +187,7 @@ private slots:
         QVERIFY(!program.program.model.tourChanged);
         QStringList copying = program.copying();
         copying.removeAll("+walk/link.txt"); // Written after the copy.
-        QCOMPARE(program.events(), copying + editingForm + QStringList{"+NewTour/link.txt"});
+        QCOMPARE(program.eventsBeforeNoting(), copying + editingForm + QStringList{"+NewTour/link.txt"});
     }
 
     void saveAsAsksFirstAndLeavesTheLaunchList() {
@@ -190,7 +200,7 @@ private slots:
             press(dialog, "btnOK");
         });
         program.window.saveAs();
-        QCOMPARE(program.events(), finalForm + editingForm);
+        QCOMPARE(program.eventsBeforeNoting(), finalForm + editingForm);
         QVERIFY(!pointerIsBusy());
         QCOMPARE(program.program.workspace.tourPath(), toUtf8(program.program.path("MyTours/other")));
     }
@@ -220,7 +230,7 @@ private slots:
                                 "+NewTour/page1.htm",    "+NewTour/page2.htm",    "+NewTour/toc.htm",
                                 "+NewTour/openhelp.htm", "+NewTour/index.htm",    "+NewTour/tguide.htm",
                                 "+NewTour/openhelp.htm", "+NewTour/nav3.htm"};
-        QCOMPARE(program.events(), expected);
+        QCOMPARE(program.eventsBeforeNoting(), expected);
         QVERIFY(!pointerIsBusy());
     }
 
@@ -237,7 +247,7 @@ private slots:
         program.window.newTour();
         const QStringList oneFrameset = {"+NewTour/framever.htm", "+NewTour/playtour.htm",
                                          "+NewTour/fv1.htm"};
-        QCOMPARE(program.events(),
+        QCOMPARE(program.eventsBeforeNoting(),
                  QStringList({"+NewTour/nav3.htm", "+NewTour/page1.htm", "+NewTour/page2.htm",
                               "+NewTour/framever.htm", "+NewTour/openhelp.htm", "+NewTour/index.htm",
                               "+NewTour/toc.htm", "+NewTour/tguide.htm", "+NewTour/openhelp.htm"}) +

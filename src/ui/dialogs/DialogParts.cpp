@@ -2,6 +2,7 @@
 
 #include "base/Files.h"
 #include "model/ReservedFolders.h"
+#include "model/Workspace.h"
 #include "platform/Strings.h"
 #include "ui/Messages.h"
 
@@ -97,6 +98,19 @@ bool mayOpenTourIn(const QString& path, const WorkspaceFolders& folders, QWidget
     if (!reserved.empty())
         showMessage(parent, toQString(reserved), programTitle(), QMessageBox::Warning);
     return reserved.empty();
+}
+
+bool holdsTourToOpen(const QString& folder, QWidget* parent) {
+    const bool holdsTour = folderHoldsTour(toUtf8(folder));
+    if (!holdsTour)
+        showMessage(parent, QObject::tr("The selected folder does not contain all necessary tour files"),
+                    QStringLiteral("Wendmark: Defective Tour Folder"), QMessageBox::Warning);
+    return holdsTour;
+}
+
+QString sampleTourIn(const WorkspaceFolders& folders) {
+    const std::string sample = folders.myToursPath + "Sample";
+    return folderHoldsTour(sample) ? toQString(sample) : QString();
 }
 
 bool createTourFolder(const QString& path) {

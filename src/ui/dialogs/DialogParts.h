@@ -47,6 +47,12 @@ void runDialog(QDialog& dialog);
 /// author is told why it is not opened.
 bool mayOpenTourIn(const QString& path, const WorkspaceFolders& folders, QWidget* parent);
 
+/// Same for whether the folder holds a tour; else the author is told that it does not.
+bool holdsTourToOpen(const QString& folder, QWidget* parent);
+
+/// Folder of the sample tour; empty when it is not there.
+QString sampleTourIn(const WorkspaceFolders& folders);
+
 /// Creates the folder `path` for a tour. False when it cannot be made, mostly because it exists.
 bool createTourFolder(const QString& path);
 

@@ -1,6 +1,7 @@
 #include "ui/dialogs/FolderEntry.h"
 
 #include "platform/SingleProgram.h"
+#include "platform/Strings.h"
 #include "ui/Messages.h"
 
 #include <QCoreApplication>
@@ -39,10 +40,13 @@ bool askToTakeOver(const SingleProgram& program) {
                      tr("&Go On Here"));
 }
 
-bool askToTryAgain(const SingleProgram& program) {
-    const QString text = tr("Wendmark is already working in this folder but does not answer:\n%1\n\n"
-                            "It may be busy. Try again in a while, or end it first.");
-    return askToGoOn(text.arg(QDir::toNativeSeparators(program.folder())), tr("&Try Again"));
+bool askToTryAgain(const SingleProgram& program, const QStringList& tours) {
+    QString text = tr("Wendmark is already working in this folder but does not answer:\n%1\n\n"
+                      "It may be busy. Try again in a while, or end it first.");
+    text = text.arg(QDir::toNativeSeparators(program.folder()));
+    if (!tours.isEmpty())
+        text += tr("\n\nNot opened: %1").arg(onOneLine(QDir::toNativeSeparators(tours.first())));
+    return askToGoOn(text, tr("&Try Again"));
 }
 
 /// `why` begins the question. True when the author goes on.
@@ -65,10 +69,10 @@ bool takeOver(SingleProgram& program) {
 
 } // namespace
 
-bool enterFolder(SingleProgram& program) {
-    SingleProgram::Entry entry = program.enter();
-    while (entry == SingleProgram::Entry::unanswered && askToTryAgain(program))
-        entry = program.enter();
+bool enterFolder(SingleProgram& program, const QStringList& tours) {
+    SingleProgram::Entry entry = program.enter(tours);
+    while (entry == SingleProgram::Entry::unanswered && askToTryAgain(program, tours))
+        entry = program.enter(tours);
     switch (entry) {
     case SingleProgram::Entry::first:
         return true;

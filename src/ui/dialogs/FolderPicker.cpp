@@ -1,14 +1,18 @@
 #include "ui/dialogs/FolderPicker.h"
 
+#include "model/Workspace.h"
+#include "platform/Strings.h"
+#include "ui/dialogs/TourFolderModel.h"
+
 #include <QComboBox>
 #include <QDir>
 #include <QEvent>
-#include <QFileSystemModel>
 #include <QFormLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QScrollBar>
 #include <QStorageInfo>
+#include <QStyledItemDelegate>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -33,6 +37,21 @@ bool liesIn(const QString& path, const QString& folder) {
            path.startsWith(folder.endsWith(QLatin1Char('/')) ? folder : folder + QLatin1Char('/'));
 }
 
+/// Shows the title of a tour behind the name of its folder.
+class FolderDelegate final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->text = onOneLine(option->text);
+        const QString title = index.data(TourFolderModel::titleRole).toString();
+        if (!title.isEmpty())
+            option->text = FolderPicker::tr("%1 – %2").arg(option->text, title);
+    }
+};
+
 } // namespace
 
 FolderPicker::FolderPicker(const QString& driveCaption, QWidget* parent)
@@ -40,11 +59,12 @@ FolderPicker::FolderPicker(const QString& driveCaption, QWidget* parent)
     , m_drives(new QComboBox(this))
     , m_tree(new QTreeView(this))
     , m_path(new QLabel(this))
-    , m_model(new QFileSystemModel(this)) {
+    , m_model(new TourFolderModel(this)) {
     nameControls();
-    m_model->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot);
     m_model->setRootPath(QDir::rootPath());
     m_tree->setModel(m_model);
+    m_tree->setItemDelegate(new FolderDelegate(m_tree));
+    m_tree->setUniformRowHeights(true); // Else rows out of sight are looked at, too.
     m_tree->setHeaderHidden(true);
     for (int column = 1; column < m_model->columnCount(); ++column)
         m_tree->hideColumn(column);
@@ -67,6 +87,7 @@ FolderPicker::FolderPicker(const QString& driveCaption, QWidget* parent)
     // A folder's names come first and are put in order some time later: both move the selected one.
     connect(m_model, &QFileSystemModel::directoryLoaded, this, &FolderPicker::keepInSight);
     connect(m_model, &QFileSystemModel::layoutChanged, this, &FolderPicker::keepInSight);
+    connect(this, &FolderPicker::treeResized, this, &FolderPicker::keepInSight, Qt::QueuedConnection);
     connect(m_tree->verticalScrollBar(), &QScrollBar::actionTriggered, this,
             [this] { m_keepsInSight = false; });
     m_tree->viewport()->installEventFilter(this);
@@ -87,6 +108,11 @@ void FolderPicker::nameControls() {
     m_path->setTextInteractionFlags(Qt::TextSelectableByMouse);
 }
 
+void FolderPicker::startIn(const WorkspaceFolders& folders) {
+    m_model->leaveUnmarked({toQString(folders.templatePath), toQString(folders.newTourPath)});
+    setFolder(toQString(folders.myToursPath));
+}
+
 void FolderPicker::setFolder(const QString& path) {
     const QString clean = QDir::cleanPath(path);
     const QModelIndex index = m_model->index(clean);
@@ -97,7 +123,8 @@ void FolderPicker::setFolder(const QString& path) {
     m_tree->setRootIndex(m_model->index(m_drives->currentData().toString()));
     m_tree->setCurrentIndex(index);
     m_tree->expand(index);
-    m_tree->scrollTo(index);
+    m_shown = index;
+    keepInSight();
     m_path->setText(QDir::toNativeSeparators(clean));
 }
 
@@ -108,6 +135,8 @@ void FolderPicker::focusFolders() {
 bool FolderPicker::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress)
         m_keepsInSight = false;
+    if (event->type() == QEvent::Resize)
+        emit treeResized();
     return QWidget::eventFilter(watched, event);
 }
 
@@ -144,9 +173,12 @@ void FolderPicker::showSelection() {
     emit folderChanged(folder());
 }
 
+/// Of the folder that was set, what is in it comes in sight, too.
 void FolderPicker::keepInSight() {
-    if (m_keepsInSight)
-        m_tree->scrollTo(m_tree->currentIndex());
+    if (!m_keepsInSight)
+        return;
+    const QModelIndex current = m_tree->currentIndex();
+    m_tree->scrollTo(current, m_shown == current ? QTreeView::PositionAtTop : QTreeView::EnsureVisible);
 }
 
 int FolderPicker::driveHolding(const QString& path) const {

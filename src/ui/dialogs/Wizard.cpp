@@ -1,5 +1,6 @@
 #include "ui/dialogs/Wizard.h"
 
+#include "platform/RecentTours.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/WizardState.h"
 #include "ui/dialogs/frmWizard1.h"
@@ -19,13 +20,13 @@ void show(WizardState& state, Arguments&&... arguments) {
 
 } // namespace
 
-WizardEnd runWizard(bool withFirstPage, const WorkspaceFolders& folders, QtDesktop& desktop,
-                    QWidget* parent) {
+WizardEnd runWizard(bool withFirstPage, const WorkspaceFolders& folders, const RecentTours& lastTours,
+                    QtDesktop& desktop, QWidget* parent) {
     WizardState state;
     int page = withFirstPage ? 1 : 2;
     while (page <= 3) {
         if (page == 1)
-            show<frmWizard1>(state, parent);
+            show<frmWizard1>(state, lastTours.list(), sampleTourIn(folders), parent);
         else if (page == 2)
             show<frmWizard2>(state, withFirstPage, parent);
         else
@@ -33,7 +34,7 @@ WizardEnd runWizard(bool withFirstPage, const WorkspaceFolders& folders, QtDeskt
         if (state.wizardResult == WizardResult::closed)
             return {std::nullopt, state.wizardTourPath};
         if (page == 1 && !state.wizardNewTour)
-            return {WizardAnswers{false, {}, {}}, state.wizardTourPath};
+            return {WizardAnswers{false, state.wizardOldTour, {}}, state.wizardTourPath};
         page += state.wizardMove == WizardMove::back ? -1 : 1;
     }
     return {WizardAnswers{true, state.wizardTourPath, state.wizardTourTitle}, {}};

@@ -18,6 +18,7 @@ enum class WizardResult : std::int16_t {
 /// What one page of the wizard leaves for the next.
 struct WizardState {
     bool wizardNewTour = true; ///< A new tour is to be made, not one to be opened.
+    std::string wizardOldTour; ///< Folder of the tour to be opened; empty: the author is still to choose one.
     WizardMove wizardMove = WizardMove::none;
     WizardResult wizardResult = WizardResult::closed;
     std::string wizardTourName;  ///< Folder name, without blanks at its ends.

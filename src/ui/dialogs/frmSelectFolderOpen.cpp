@@ -21,9 +21,10 @@ frmSelectFolderOpen::frmSelectFolderOpen(const WorkspaceFolders& folders, std::s
     , m_picker(new FolderPicker(tr("&Drive :"), this)) {
     setObjectName(QStringLiteral("frmSelectFolderOpen"));
     setWindowTitle(QStringLiteral("Select Tour-Folder"));
-    m_picker->setFolder(toQString(m_folders.myToursPath));
+    m_picker->startIn(m_folders);
 
     QDialogButtonBox* const buttons = makeSelectionButtons(this);
+    addSample(*buttons);
     QVBoxLayout* const layout = makeDialogLayout(*this);
     layout->addWidget(makeTextLabel(
         "Label1", tr("Select the folder containing all the tour files and then click \"OK\""), this));
@@ -31,24 +32,30 @@ frmSelectFolderOpen::frmSelectFolderOpen(const WorkspaceFolders& folders, std::s
     layout->addWidget(buttons);
     setMinimumWidth(56 * dialogGap);
     m_picker->focusFolders();
-    connect(buttons, &QDialogButtonBox::accepted, this, &frmSelectFolderOpen::choose);
+    connect(buttons, &QDialogButtonBox::accepted, this, [this] { choose(m_picker->folder()); });
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 }
 
-void frmSelectFolderOpen::choose() {
+void frmSelectFolderOpen::addSample(QDialogButtonBox& buttons) {
+    const QString sample = sampleTourIn(m_folders);
+    if (sample.isEmpty())
+        return;
+    QPushButton* const button = makeButton("btnSample", tr("Open the &Sample Tour"), this);
+    button->setAutoDefault(false);
+    buttons.addButton(button, QDialogButtonBox::ResetRole); // Apart from the others.
+    connect(button, &QPushButton::clicked, this, [this, sample] { choose(sample); });
+}
+
+void frmSelectFolderOpen::choose(const QString& folder) {
     // What is tested is the folder of the tour that was open until now, not the one selected here.
     const std::string reserved = reservedFolderMessage(m_folders, m_tourPath);
     if (!reserved.empty()) {
         showMessage(this, toQString(reserved), programTitle(), QMessageBox::Warning);
         return;
     }
-    const std::string folder = toUtf8(m_picker->folder());
-    if (!folderHoldsTour(folder)) {
-        showMessage(this, tr("The selected folder does not contain all necessary tour files"),
-                    QStringLiteral("Wendmark: Defective Tour Folder"), QMessageBox::Warning);
+    if (!holdsTourToOpen(folder, this))
         return;
-    }
-    m_folder = m_picker->folder();
+    m_folder = folder;
     m_folderChosen = true;
     accept();
 }

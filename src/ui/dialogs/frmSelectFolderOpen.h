@@ -3,6 +3,8 @@
 #include <QDialog>
 #include <string>
 
+class QDialogButtonBox;
+
 namespace wendmark {
 
 class FolderPicker;
@@ -21,7 +23,8 @@ public:
     QString folder() const { return m_folder; }
 
 private:
-    void choose();
+    void addSample(QDialogButtonBox& buttons);
+    void choose(const QString& folder);
 
     const WorkspaceFolders& m_folders;
     std::string m_tourPath;

@@ -22,7 +22,7 @@ frmSelectFolderSave::frmSelectFolderSave(const WorkspaceFolders& folders, QWidge
     , m_tourName(new QLineEdit(this)) {
     setObjectName(QStringLiteral("frmSelectFolderSave"));
     setWindowTitle(QStringLiteral("Select Tour-Folder"));
-    m_picker->setFolder(toQString(m_folders.myToursPath));
+    m_picker->startIn(m_folders);
     m_tourName->setObjectName(QStringLiteral("txtTourName"));
 
     auto* const nameLabel = new QLabel(tr("Tour &Name :"), this);

@@ -28,7 +28,7 @@ frmWizard3::frmWizard3(WizardState& state, const WorkspaceFolders& folders, QtDe
     setObjectName(QStringLiteral("frmWizard3"));
     setWindowTitle(QStringLiteral("Wendmark Wizard"));
     m_state.wizardResult = WizardResult::closed;
-    m_picker->setFolder(toQString(m_folders.myToursPath));
+    m_picker->startIn(m_folders);
 
     QLabel* const heading = makeTextLabel(
         "lblInst",

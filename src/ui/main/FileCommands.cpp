@@ -5,6 +5,7 @@
 #include "commands/TourDocument.h"
 #include "platform/Gate.h"
 #include "platform/QtDesktop.h"
+#include "platform/RecentTours.h"
 #include "platform/Strings.h"
 #include "ui/Messages.h"
 #include "ui/ProgramParts.h"
@@ -13,12 +14,26 @@
 #include "ui/dialogs/frmEarlierSaves.h"
 #include "ui/dialogs/frmSelectFolderOpen.h"
 #include "ui/dialogs/frmSelectFolderSave.h"
+#include "ui/dialogs/frmWizard1.h"
+#include "ui/main/RecentMenu.h"
 #include "ui/main/UnsavedWork.h"
 
+#include <QAction>
+#include <QApplication>
+#include <QDateTime>
+#include <QDir>
 #include <QWidget>
 #include <utility>
 
 namespace wendmark {
+
+namespace {
+
+QString shownPath(const QString& path) {
+    return onOneLine(QDir::toNativeSeparators(path));
+}
+
+} // namespace
 
 FileCommands::FileCommands(const ProgramParts& parts, UnsavedWork& unsaved, QWidget& window,
                            std::function<bool()> mayLeaveWords)
@@ -42,12 +57,7 @@ void FileCommands::newTour() {
 }
 
 void FileCommands::openTour() {
-    if (m_document.model().tourChanged &&
-        !askYesNo(&m_window, tr("Do you really want to open a new tour without saving this one?") +
-                                 QStringLiteral("\r\n") +
-                                 tr("All changes to the current Tour will be lost.")))
-        return;
-    if (!m_mayLeaveWords())
+    if (!mayLeaveTour())
         return;
     m_document.beginOpening();
     emit defaultsSet();
@@ -69,6 +79,7 @@ void FileCommands::save() {
     } else if (mayOverwrite()) {
         const BusyPointer busy(m_parts.desktop);
         m_unsaved.noteSaved(m_document.save());
+        noteTour();
     }
 }
 
@@ -96,34 +107,90 @@ void FileCommands::openEarlierSave() {
 }
 
 void FileCommands::openTourIn(const QString& folder) {
-    if (!mayOpenTourIn(folder, m_document.workspace().folders(), &m_window))
+    if (!mayOpenTourIn(folder, m_document.workspace().folders(), &m_window) ||
+        !holdsTourToOpen(folder, &m_window) || !mayLeaveTour())
         return;
-    if (!folderHoldsTour(toUtf8(folder))) {
-        showMessage(&m_window, tr("The selected folder does not contain all necessary tour files"),
-                    QStringLiteral("Wendmark: Defective Tour Folder"), QMessageBox::Warning);
-        return;
-    }
     m_document.beginOpening();
     emit defaultsSet();
     openFolder(folder);
     wizardFirstRun = false;
 }
 
+void FileCommands::offerLastTours(QAction& item) {
+    auto* const menu = new RecentMenu(m_parts.settings, &m_window);
+    item.setMenu(menu);
+    connect(menu, &RecentMenu::tourChosen, this, [this](const QString& folder) {
+        m_parts.gate.run(*this, [this, folder] {
+            emit noticeShown({}); // Of the command before.
+            openTourIn(folder);
+        });
+    });
+}
+
+void FileCommands::takeTours(const QStringList& tours) {
+    if (tours.isEmpty())
+        return;
+    m_document.log().note("handed over by another start: " + toUtf8(tours.join(QLatin1String(", "))));
+    // Nothing was entered on the wizard's first page; the tour is an answer to its question.
+    if (auto* const wizard = qobject_cast<frmWizard1*>(QApplication::activeModalWidget()))
+        wizard->reject();
+    if (!m_parts.gate.isOpen())
+        emit noticeShown(tr("%1 opens when the present command has ended.").arg(shownPath(tours.first())));
+    m_parts.gate.run(*this, [this, tours] {
+        emit noticeShown({});
+        openHandedOver(tours.first());
+        nameLeftOut(tours.mid(1));
+    });
+}
+
+void FileCommands::nameLeftOut(const QStringList& tours) {
+    if (tours.isEmpty())
+        return;
+    QStringList names;
+    for (const QString& tour : tours)
+        names.append(shownPath(tour));
+    const QString text =
+        tr("One tour is open at a time. Not opened: %1").arg(names.join(QLatin1String(", ")));
+    m_document.log().note(toUtf8(text));
+    emit noticeShown(text);
+}
+
+void FileCommands::skipWizard(const QString& tour) {
+    wizardFirstRun = false;
+    if (!tour.isEmpty())
+        nameLeftOut({tour});
+}
+
+void FileCommands::openHandedOver(const QString& folder) {
+    const std::string path = toUtf8(folder);
+    if (m_document.hasFolder() && files::same(path, m_document.workspace().tourPath())) {
+        emit noticeShown(tr("This tour is open already."));
+        return;
+    }
+    openTourIn(folder);
+    if (!files::same(path, m_document.workspace().tourPath()))
+        emit noticeShown(tr("Not opened: %1").arg(shownPath(folder)));
+}
+
 void FileCommands::askWizard() {
     const bool firstRun = std::exchange(wizardFirstRun, false);
-    const WizardEnd end = runWizard(firstRun, m_document.workspace().folders(), m_parts.desktop, &m_window);
+    const WizardEnd end = runWizard(firstRun, m_document.workspace().folders(), RecentTours(m_parts.settings),
+                                    m_parts.desktop, &m_window);
     if (!end.refusedFolder.empty())
         m_document.showRefusedFolder(end.refusedFolder);
     if (end.answers && end.answers->newTour) {
         emit tourLeaving();
         emit defaultsSet();
         m_unsaved.noteSaved(m_document.finishNew(end.answers->tourTitle, end.answers->tourPath));
+        noteTour();
         emit newTourMade();
         return;
     }
     m_document.cancelNew();
-    if (end.answers)
+    if (end.answers && end.answers->tourPath.empty())
         openTour();
+    else if (end.answers)
+        openTourIn(toQString(end.answers->tourPath));
     if (firstRun && m_document.workspace().tourPath().empty() && m_document.model().stopCount() > 0)
         m_document.showCurrentStop(); // Of the templates' tour, which has no pages yet.
 }
@@ -132,6 +199,8 @@ void FileCommands::openFolder(const QString& folder) {
     emit tourLeaving();
     const Opening opening = m_document.finishOpening(toUtf8(folder));
     m_unsaved.noteOpened();
+    if (opening.hasTitle)
+        noteTour();
     if (!opening.complete)
         emit noticeShown(
             tr("Something of the tour could not be read. The log says what; saving leaves it alone."));
@@ -144,7 +213,23 @@ void FileCommands::saveInto(const std::string& folder) {
     m_parts.gate.setSaveInProgress(true);
     const BusyPointer busy(m_parts.desktop);
     m_unsaved.noteSaved(m_document.saveAs(folder));
+    noteTour();
     m_parts.gate.setSaveInProgress(false);
+}
+
+bool FileCommands::mayLeaveTour() {
+    return (!m_document.model().tourChanged ||
+            askYesNo(&m_window, tr("Do you really want to open a new tour without saving this one?") +
+                                    QStringLiteral("\r\n") +
+                                    tr("All changes to the current Tour will be lost."))) &&
+           m_mayLeaveWords();
+}
+
+/// The tour on screen is now among those that the author has worked on last.
+void FileCommands::noteTour() {
+    RecentTours(m_parts.settings)
+        .note(toQString(m_document.workspace().tourPath()), toQString(m_document.model().tourTitle),
+              QDateTime::currentDateTime());
 }
 
 /// A save of another tour finds the pages and pictures of this one, and its folder when it is saved again.

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QObject>
+#include <QStringList>
 #include <functional>
 #include <string>
 
+class QAction;
 class QWidget;
 
 namespace wendmark {
@@ -31,8 +33,22 @@ public:
     /// No question about unsaved changes: undo brings back what was on screen.
     void openEarlierSave();
 
-    /// Opens the tour in this folder, or says why not.
+    /// Opens the tour in this folder as openTour() does, or says why not.
     void openTourIn(const QString& folder);
+
+    /// Gives the item a menu of the tours that the author has worked on last. One that is chosen there goes
+    /// through the gate.
+    void offerLastTours(QAction& item);
+
+    /// Opens the first of these tours, which another start of the program has handed over, when its turn has
+    /// come; names the others. A tour that is open already stays as it is.
+    void takeTours(const QStringList& tours);
+
+    /// Says which tours are not opened because another one is.
+    void nameLeftOut(const QStringList& tours);
+
+    /// The program goes on with recovered work, and leaves out the tour that it was started with, if any.
+    void skipWizard(const QString& tour);
 
     /// The program has just started: the wizard begins with its first page.
     bool wizardFirstRun = false;
@@ -51,6 +67,9 @@ signals:
     void noticeShown(const QString& text);
 
 private:
+    void openHandedOver(const QString& folder);
+    bool mayLeaveTour();
+    void noteTour();
     bool mayOpenSaveOf(const QString& tour);
     void askWizard();
     void openFolder(const QString& folder);

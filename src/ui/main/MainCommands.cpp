@@ -38,6 +38,7 @@ constexpr MainCommand commands[] = {
      false, true},
     {"&File", "mnuFilePrint", "&Print...", "Ctrl+P", inPart<&frmMain::dialogs, &MainDialogs::printTourScript>,
      "Print", "Print Tour Script", false, true, 4, true},
+    {"&File", "mnuFileRecent", "Open &Recent", "", nullptr},
     {"&File", "mnuFileEarlier", "&Earlier Saves...", "", inWindow<&frmMain::openEarlierSave>},
     {"&File", "mnuFileExit", "E&xit", "Ctrl+Q", inWindow<&frmMain::quit>},
     {"&Edit", "mnuEditUndo", "&Undo", "Ctrl+Z", inWindow<&frmMain::undo>},
@@ -86,6 +87,8 @@ QAction* addCommand(frmMain& window, QMenu& menu, const MainCommand& command) {
     menu.addAction(action);
     if (command.endsMenuGroup)
         menu.addSeparator();
+    if (command.command == nullptr)
+        return action; // It opens a menu of its own.
     QObject::connect(action, &QAction::triggered, &window, [&window, &command] { command.command(window); });
     // The keys do what the toolbar does.
     QObject::connect(action, &CommandAction::keyPressed, &window,

@@ -15,17 +15,17 @@ class frmMain;
 
 /// One command of the main window, in all the ways to give it.
 struct MainCommand {
-    const char* menu = nullptr;     ///< Caption of the menu that it stands in.
-    const char* name = nullptr;     ///< Of its menu item, and of its icon.
-    const char* caption = nullptr;  ///< Of the menu item.
-    const char* shortcut = nullptr; ///< In the portable spelling; empty: none.
-    void (*command)(frmMain&) = nullptr;
-    const char* key = nullptr;     ///< Of its toolbar button; null: it has none.
-    const char* toolTip = nullptr; ///< Of the button.
-    bool changesTour = false;      ///< Given by toolbar or keyboard, it marks the tour as changed first.
-    bool endsMenuGroup = false;    ///< A separator follows in the menu.
-    std::int8_t place = 0;         ///< Of its button on the toolbar, from 1.
-    bool endsBarGroup = false;     ///< A gap follows on the toolbar.
+    const char* menu = nullptr;          ///< Caption of the menu that it stands in.
+    const char* name = nullptr;          ///< Of its menu item, and of its icon.
+    const char* caption = nullptr;       ///< Of the menu item.
+    const char* shortcut = nullptr;      ///< In the portable spelling; empty: none.
+    void (*command)(frmMain&) = nullptr; ///< Null for an item that gets a menu of its own.
+    const char* key = nullptr;           ///< Of its toolbar button; null: it has none.
+    const char* toolTip = nullptr;       ///< Of the button.
+    bool changesTour = false;   ///< Given by toolbar or keyboard, it marks the tour as changed first.
+    bool endsMenuGroup = false; ///< A separator follows in the menu.
+    std::int8_t place = 0;      ///< Of its button on the toolbar, from 1.
+    bool endsBarGroup = false;  ///< A gap follows on the toolbar.
 };
 
 /// Tells a press of its keys from a choice in the menu.

@@ -53,6 +53,7 @@ frmMain::frmMain(ProgramParts parts)
     setWindowTitle(programTitle());
     setMinimumSize(pixelsFromTwips(smallestWidth), pixelsFromTwips(smallestHeight));
     m_actions = fillMenus(*this, *menuBar());
+    m_files->offerLastTours(*m_actions[QStringLiteral("mnuFileRecent")]);
     setupToolBar();
     setupCentralWidget();
     setStatusBar(m_statusBar);
@@ -72,11 +73,13 @@ void frmMain::load(const QString& tourFolder) {
     m_preview->showOpeningPage();
     m_unsaved->start();
     m_files->wizardFirstRun = true;
-    if (m_unsaved->offerRecovery(*this))
-        m_files->wizardFirstRun = false;
-    else if (tourFolder.isEmpty())
+    bool recovered = false;
+    run([this, &recovered] { recovered = m_unsaved->offerRecovery(*this); });
+    if (recovered)
+        m_files->skipWizard(tourFolder);
+    else if (tourFolder.isEmpty() && m_parts.gate.isOpen()) // Else a tour was handed over meanwhile.
         newTour();
-    else
+    else if (!tourFolder.isEmpty())
         run([this, tourFolder] { m_files->openTourIn(tourFolder); });
     showHistory();
 }

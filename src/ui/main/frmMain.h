@@ -70,6 +70,9 @@ public:
     /// Does what the toolbar button with this key does. Unknown keys do nothing.
     void runToolBarCommand(const QString& key);
 
+    /// Takes tours from outside; the program's other commands come through the window.
+    FileCommands& files() { return *m_files; }
+
     /// Comes to the front, restored if it was minimised; with an open dialog, that one. A window that is not
     /// shown yet stays hidden.
     void bringToFront();

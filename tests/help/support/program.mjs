@@ -8,7 +8,7 @@ const commands = readCommands(readFileSync(`${root}src/ui/main/MainCommands.cpp`
 /** The rows of the table of commands: {menu, action, caption, shortcut, toolTip, place}. */
 function readCommands(source) {
   const table = source.match(/ commands\[\] = \{\n(.*?)\n\};/s)[1].replace(/\s+/g, ' ');
-  const row = /\{"([^"]*)", "(\w+)", "([^"]*)", "([^"]*)", in\w+<[^>]+>(?:, (?:nullptr|"\w+"), (?:nullptr|"([^"]*)"), \w+, \w+(?:, (\d+))?)?/g;
+  const row = /\{"([^"]*)", "(\w+)", "([^"]*)", "([^"]*)", (?:in\w+<[^>]+>|nullptr)(?:, (?:nullptr|"\w+"), (?:nullptr|"([^"]*)"), \w+, \w+(?:, (\d+))?)?/g;
   const rows = [...table.matchAll(row)].map(([, menu, action, caption, shortcut, toolTip, place]) => ({
     menu: withoutAccessKey(menu),
     action,
@@ -17,7 +17,7 @@ function readCommands(source) {
     toolTip,
     place: Number(place ?? 0),
   }));
-  assert.equal(rows.length, table.split('{"').length - 1, 'every row of the table should be understood');
+  assert.equal(rows.length, table.split('{"&').length - 1, 'every row of the table should be understood');
   return rows;
 }
 
