@@ -220,7 +220,7 @@ private slots:
         gate.shut(gate);
         SingleProgram second(toQString(scratch.path()), toQString(scratch.path()));
         second.patience = patience;
-        QTimer::singleShot(100, first.get(), [&] { first.reset(); });
+        QTimer::singleShot(0, first.get(), [&] { first.reset(); });
         QCOMPARE(second.enter({"/tours/a"}), SingleProgram::Entry::first);
     }
 

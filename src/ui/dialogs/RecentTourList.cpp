@@ -1,7 +1,6 @@
 #include "ui/dialogs/RecentTourList.h"
 
 #include "platform/Strings.h"
-#include "ui/dialogs/DialogParts.h"
 
 #include <QDir>
 #include <QHeaderView>
@@ -16,7 +15,10 @@ enum Column { titleColumn, folderColumn, timeColumn };
 
 constexpr int folderRole = Qt::UserRole;
 constexpr int rowsShown = 5;
-constexpr int widthOfTitles = 22 * dialogGap;
+
+// Of title and folder together, in widths of a letter, so that large text finds room, too.
+constexpr int fewestLetters = 36;
+constexpr int usualLetters = 68;
 
 QString folderOf(const QTreeWidgetItem& row) {
     return row.data(titleColumn, folderRole).toString();
@@ -35,9 +37,10 @@ RecentTourList::RecentTourList(const QList<RecentTour>& tours, QWidget* parent) 
     for (const RecentTour& tour : tours)
         addTour(tour);
     header()->setStretchLastSection(false);
-    header()->setSectionResizeMode(folderColumn, QHeaderView::Stretch);
-    header()->resizeSection(titleColumn, widthOfTitles);
-    resizeColumnToContents(timeColumn);
+    for (const int column : {titleColumn, folderColumn})
+        header()->setSectionResizeMode(column, QHeaderView::Stretch);
+    header()->setSectionResizeMode(timeColumn, QHeaderView::ResizeToContents);
+    setMinimumWidth(widthFor(fewestLetters));
 }
 
 QString RecentTourList::selectedFolder() const {
@@ -47,8 +50,12 @@ QString RecentTourList::selectedFolder() const {
 
 QSize RecentTourList::sizeHint() const {
     const int rows = std::min(topLevelItemCount(), rowsShown);
-    return {QTreeWidget::sizeHint().width(),
+    return {widthFor(usualLetters),
             header()->sizeHint().height() + rows * sizeHintForRow(0) + 2 * frameWidth()};
+}
+
+int RecentTourList::widthFor(int letters) const {
+    return letters * fontMetrics().averageCharWidth() + header()->sectionSize(timeColumn) + 2 * frameWidth();
 }
 
 /// Without a selection the first row has the focus, and a key that goes down would pass it by.

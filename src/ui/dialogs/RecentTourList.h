@@ -24,6 +24,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    int widthFor(int letters) const;
     void addTour(const RecentTour& tour);
     void showLook(const QString& folder);
 

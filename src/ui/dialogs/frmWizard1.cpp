@@ -74,7 +74,7 @@ void frmWizard1::setupLayout() {
     if (!hasTours)
         layout->addStretch();
     layout->addLayout(buttons);
-    setMinimumWidth((hasTours ? 72 : 40) * dialogGap);
+    setMinimumWidth(40 * dialogGap);
 }
 
 void frmWizard1::next() {
