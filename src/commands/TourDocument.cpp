@@ -164,6 +164,13 @@ StopListResult TourDocument::setStop(std::int16_t stop, const Stop& fields, std:
     return m_runner.type(stop, fields, burst);
 }
 
+WordReplacementResult TourDocument::replaceWords(const WordReplacement& replacement) {
+    WordReplacementResult result = m_runner.replaceWords(replacement);
+    for (const std::string& address : result.addresses)
+        noteUntested(address);
+    return result;
+}
+
 void TourDocument::noteUntested(const std::string& address) {
     if (isWebAddress(address))
         m_untested.insert(address);

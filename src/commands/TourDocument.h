@@ -130,6 +130,9 @@ public:
         return m_runner.insertStops(position, stops, files);
     }
 
+    /// Replaces words in many stops as one step; see StopReplace.h. Addresses that this changes are untested.
+    WordReplacementResult replaceWords(const WordReplacement& replacement);
+
     /// Stores what was typed into the fields of a stop, any of them; see StepRunner::type(). Listeners hear
     /// which stop it was, and the main browser is sent nowhere.
     StopListResult setStop(std::int16_t stop, const Stop& fields, std::uint64_t burst);

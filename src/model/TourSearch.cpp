@@ -18,7 +18,9 @@ constexpr std::size_t longestShown = 200; // Bytes of the words that were found.
 constexpr std::array<StopPart, 4> parts = {StopPart::title, StopPart::words, StopPart::instruction,
                                            StopPart::address};
 
-const std::string& textOf(const Stop& stop, StopPart part) {
+/// Of a stop that may be constant.
+template <typename AnyStop>
+auto& textOf(AnyStop& stop, StopPart part) {
     switch (part) {
     case StopPart::title:
         return stop.stopTitle;
@@ -128,49 +130,54 @@ private:
     std::size_t m_taken = 0;
 };
 
-/// How many places were replaced.
-template <typename Replacer>
-std::size_t replaceIn(std::string& text, StopPart part, const TextSearch& search, std::string_view words,
-                      const FoundPlace* only) {
-    const ReadableText source = readable(text, part);
+struct ReplacedText {
+    std::string text;
     std::size_t places = 0;
+};
+
+template <typename Replacer>
+ReplacedText replaceIn(const std::string& text, StopPart part, const TextSearch& search,
+                       std::string_view words, const FoundPlace* only) {
+    const ReadableText source = readable(text, part);
     Replacer replacer(text);
+    ReplacedText replaced;
     search.find(source.text(), [&](TextRange range) {
         const std::optional<TextRange> stored = source.stored(range);
         if (stored && (only == nullptr || *stored == only->stored)) {
             replacer.replace(*stored, words);
-            ++places;
+            ++replaced.places;
         }
         return stored.has_value();
     });
-    if (places > 0)
-        text = replacer.take();
-    return places;
+    replaced.text = replacer.take();
+    return replaced;
 }
 
-void replaceInPart(ReplacedStop& replaced, StopPart part, const TextSearch& search, std::string_view words,
-                   const FoundPlace* only) {
-    Stop& stop = replaced.stop;
-    std::size_t places = 0;
+/// As a script can give it back.
+std::string storable(const std::string& text, StopPart part) {
     switch (part) {
     case StopPart::title:
-        places = replaceIn<HtmlReplacer>(stop.stopTitle, part, search, words, only);
-        stop.stopTitle = places > 0 ? storableTitle(stop.stopTitle) : stop.stopTitle;
-        break;
+        return storableTitle(text);
     case StopPart::words:
-        places = replaceIn<HtmlReplacer>(stop.stopNarration, part, search, words, only);
-        stop.stopNarration = places > 0 ? storableText(stop.stopNarration, noNarration) : stop.stopNarration;
-        break;
+        return storableText(text, noNarration);
     case StopPart::instruction:
-        places = replaceIn<HtmlReplacer>(stop.stopInstruction, part, search, words, only);
-        stop.stopInstruction =
-            places > 0 ? storableText(stop.stopInstruction, noInstruction) : stop.stopInstruction;
-        break;
+        return storableText(text, noInstruction);
     case StopPart::address:
-        places = replaceIn<AddressReplacer>(stop.stopURL, part, search, words, only);
         break;
     }
-    replaced.places += places;
+    return text;
+}
+
+void replaceInPart(ReplacedStop& stop, StopPart part, const TextSearch& search, std::string_view words,
+                   const FoundPlace* only) {
+    std::string& text = textOf(stop.stop, part);
+    const ReplacedText replaced = part == StopPart::address
+                                      ? replaceIn<AddressReplacer>(text, part, search, words, only)
+                                      : replaceIn<HtmlReplacer>(text, part, search, words, only);
+    if (replaced.places == 0 || replaced.text == text)
+        return;
+    text = storable(replaced.text, part);
+    stop.places += replaced.places;
 }
 
 } // namespace

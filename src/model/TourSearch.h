@@ -52,7 +52,7 @@ FoundPlaces findInTour(const TourModel& model, const TourQuery& query, std::size
 /// A stop after replacing.
 struct ReplacedStop {
     Stop stop;
-    std::size_t places = 0; ///< How many were replaced.
+    std::size_t places = 0; ///< How many were replaced; a text that stays the same has none.
 };
 
 /// Stop `stop`, which must be held, with `words` in the place of what the query finds there. They are plain
