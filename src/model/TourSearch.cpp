@@ -20,7 +20,7 @@ constexpr std::array<StopPart, 4> parts = {StopPart::title, StopPart::words, Sto
 
 /// Of a stop that may be constant.
 template <typename AnyStop>
-auto& textOf(AnyStop& stop, StopPart part) {
+auto& partOf(AnyStop& stop, StopPart part) {
     switch (part) {
     case StopPart::title:
         return stop.stopTitle;
@@ -170,7 +170,7 @@ std::string storable(const std::string& text, StopPart part) {
 
 void replaceInPart(ReplacedStop& stop, StopPart part, const TextSearch& search, std::string_view words,
                    const FoundPlace* only) {
-    std::string& text = textOf(stop.stop, part);
+    std::string& text = partOf(stop.stop, part);
     const ReplacedText replaced = part == StopPart::address
                                       ? replaceIn<AddressReplacer>(text, part, search, words, only)
                                       : replaceIn<HtmlReplacer>(text, part, search, words, only);
@@ -181,6 +181,10 @@ void replaceInPart(ReplacedStop& stop, StopPart part, const TextSearch& search, 
 }
 
 } // namespace
+
+const std::string& textOf(const Stop& stop, StopPart part) {
+    return partOf(stop, part);
+}
 
 FoundPlaces findInTour(const TourModel& model, const TourQuery& query, std::size_t mostListed) {
     return Finder(model, query, mostListed).find();

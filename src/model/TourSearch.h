@@ -27,6 +27,8 @@ struct TourQuery {
 /// The texts of a stop, in the order in which they are searched.
 enum class StopPart { title, words, instruction, address };
 
+const std::string& textOf(const Stop& stop, StopPart part);
+
 /// One place where the words stand.
 struct FoundPlace {
     std::int16_t stop = 0; ///< From 1.

@@ -30,6 +30,14 @@ inline constexpr Setting<float> width{"StopListWidth", 5100};
 
 } // namespace stopListSettings
 
+namespace findSettings {
+
+inline constexpr Setting<bool> matchCase{"FindMatchCase", false};
+inline constexpr Setting<bool> wholeWords{"FindWholeWords", false};
+inline constexpr Setting<bool> addresses{"FindInAddresses", false};
+
+} // namespace findSettings
+
 namespace siteSettings {
 
 /// Address that "Home" goes to.

@@ -22,6 +22,7 @@
 #include "ui/dialogs/frmWizard1.h"
 #include "ui/dialogs/frmWizard2.h"
 #include "ui/dialogs/frmWizard3.h"
+#include "ui/find/frmFind.h"
 #include "ui/main/frmMain.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
@@ -32,6 +33,7 @@
 #include <QCommandLineParser>
 #include <QDialog>
 #include <QDir>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPalette>
@@ -93,6 +95,7 @@ public:
         takeDialogs();
         takeMessages();
         takeHelp();
+        takeFindWindow();
         takeNarrationEditor();
         takeSiteEditor();
         return m_allWritten;
@@ -317,6 +320,16 @@ private:
         waitUntilLoaded(*help.findChild<BrowserView*>());
         take(help, QStringLiteral("frmHelp"));
         takeInTwoSizes(help, QStringLiteral("frmHelp"));
+    }
+
+    void takeFindWindow() {
+        m_window.findInTour();
+        auto& find = *m_window.findChild<frmFind*>();
+        find.findChild<QLineEdit*>(QStringLiteral("txtFind"))->setText(QStringLiteral("the"));
+        find.findChild<QPushButton*>(QStringLiteral("btnFindNext"))->click();
+        take(find, QStringLiteral("frmFind"));
+        takeInTwoSizes(find, QStringLiteral("frmFind"));
+        find.reject();
     }
 
     void takeNarrationEditor() {

@@ -21,6 +21,7 @@
 #include "ui/dialogs/frmWizard1.h"
 #include "ui/dialogs/frmWizard2.h"
 #include "ui/dialogs/frmWizard3.h"
+#include "ui/find/frmFind.h"
 #include "ui/main/frmMain.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
@@ -492,6 +493,23 @@ private slots:
         for (const QAbstractButton* button : editor.findChildren<QAbstractButton*>())
             QVERIFY2(!QKeySequence::mnemonic(button->text()).isEmpty(), qPrintable(button->text()));
         QCOMPARE(unreachableByTab(editor), QStringList());
+    }
+
+    void findWindowIsUsableFromTheKeyboardAndByName() {
+        OpenTour tour;
+        tour.waitUntilLoaded();
+        tour.window.findInTour();
+        auto& find = *tour.window.findChild<frmFind*>();
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(find), patience);
+        QVERIFY(!focusableControls(find).isEmpty());
+        QCOMPARE(withoutName(find), QStringList());
+        QCOMPARE(repeatedAccessKeys(captionsOf(find)), QStringList());
+        for (const QAbstractButton* button : find.findChildren<QAbstractButton*>())
+            QVERIFY2(!button->isVisible() || !QKeySequence::mnemonic(button->text()).isEmpty(),
+                     qPrintable(describe(*button)));
+        QCOMPARE(unreachableByTab(find), QStringList());
+        QTest::keyClick(find.windowHandle(), Qt::Key_Escape);
+        QVERIFY(!find.isVisible());
     }
 
     void tabGoesThroughTheFieldsOfTheNarrationEditorBeforeItsButtons() {

@@ -1,6 +1,7 @@
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
 #include "ui/dialogs/frmHelp.h"
+#include "ui/find/frmFind.h"
 #include "ui/main/frmMain.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
@@ -112,6 +113,23 @@ void editsNarration(Program& program, const Give& give) {
              toQString(program.parts.model.stops.at(2).stopTitle));
 }
 
+void asksForWords(Program& program, const Give& give) {
+    give();
+    const auto* const window = program.window.findChild<frmFind*>();
+    QVERIFY(window != nullptr && window->isVisible());
+}
+
+void findsNext(Program& program, const Give& give) {
+    program.window.findInTour();
+    auto& window = *program.window.findChild<frmFind*>();
+    window.findChild<QLineEdit*>("txtFind")->setText("Stop 4");
+    window.close();
+    program.window.activateWindow();
+    QTRY_VERIFY_WITH_TIMEOUT(hasKeys(program.window), patience);
+    makes(program, "1234@4", give);
+    QVERIFY(!window.isVisible());
+}
+
 struct Command {
     const char* menuItem;
     const char* key;      ///< Of its toolbar button, or nullptr.
@@ -161,6 +179,8 @@ const QList<Command>& commands() {
          [](Program&, const Give& give) { opens("frmPropTab", give); }},
         {"mnuEditSite", "EdBro", "F2", editsSite},
         {"mnuEditNarration", "EdNar", "F4", editsNarration},
+        {"mnuEditFind", nullptr, "Ctrl+F", asksForWords},
+        {"mnuEditFindNext", nullptr, "Ctrl+G", findsNext},
         {"mnuStopsInsert", "Insert", "Ctrl+Ins",
          [](Program& program, const Give& give) { makes(program, "12e34@3", give); }},
         {"mnuStopsDelete", "Delete", "Ctrl+Del",

@@ -70,8 +70,8 @@ private slots:
         QCOMPARE(titles, (QStringList{"&File", "&Edit", "&Stops", "&Navigate", "&View", "&Help"}));
         QCOMPARE(menus[0], (QStringList{"&New", "&Open...", "-", "&Save", "Save &As...", "-", "&Print...",
                                         "-", "&Earlier Saves...", "E&xit"}));
-        QCOMPARE(menus[1],
-                 (QStringList{"&Undo", "&Redo", "-", "Tour &Properties", "&Site Frame", "&Narration Frame"}));
+        QCOMPARE(menus[1], (QStringList{"&Undo", "&Redo", "-", "Tour &Properties", "&Site Frame",
+                                        "&Narration Frame", "-", "&Find in Tour...", "Find Ne&xt"}));
         QCOMPARE(menus[2], (QStringList{"&Insert", "&Delete", "-", "Move &Forward", "Move &Back"}));
         QCOMPARE(menus[3], (QStringList{"&Prev", "&Next", "&Stop"}));
         QCOMPARE(menus[4],

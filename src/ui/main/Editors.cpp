@@ -7,6 +7,7 @@
 #include "ui/Messages.h"
 #include "ui/ProgramParts.h"
 #include "ui/dialogs/frmHelp.h"
+#include "ui/find/frmFind.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
 
@@ -76,6 +77,28 @@ bool Editors::leave() {
     if (leaves)
         close();
     return leaves;
+}
+
+void Editors::findInTour() {
+    findWindow().ask();
+}
+
+void Editors::findNext() {
+    findWindow().findNext();
+}
+
+frmFind& Editors::findWindow() {
+    if (m_find.isNull())
+        m_find = new frmFind(
+            m_parts, [this] { return stopInNarrationEditor(); }, &m_window);
+    return *m_find;
+}
+
+/// The stop whose words are in its fields; 0: none.
+std::int16_t Editors::stopInNarrationEditor() const {
+    if (m_narrationEditor.isNull() || !m_narrationEditor->isVisible())
+        return 0;
+    return m_narrationEditor->narratedStop().numberIn(m_parts.document.model());
 }
 
 void Editors::showHelp() {

@@ -14,7 +14,6 @@
 #include "ui/dialogs/frmOptions.h"
 #include "ui/dialogs/frmPrint.h"
 #include "ui/dialogs/frmPropTab.h"
-#include "ui/main/Editors.h"
 #include "ui/main/FileCommands.h"
 #include "ui/main/MainStatusBar.h"
 #include "ui/main/TourPreview.h"
@@ -217,14 +216,6 @@ void frmMain::stopLoading() {
 
 void frmMain::refresh() {
     look([this] { m_document.showCurrentStop(); });
-}
-
-void frmMain::showHelp() {
-    look([this] { m_editors->showHelp(); });
-}
-
-void frmMain::showWebSite() {
-    look([this] { m_editors->showWebSite(); });
 }
 
 void frmMain::showAbout() {

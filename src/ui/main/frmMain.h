@@ -2,6 +2,7 @@
 
 #include "commands/DocumentListener.h"
 #include "ui/ProgramParts.h"
+#include "ui/main/Editors.h"
 #include "ui/main/MainCommands.h"
 #include "ui/main/ToolBarPanels.h"
 
@@ -13,7 +14,6 @@ class QTimer;
 namespace wendmark {
 
 class CommandBar;
-class Editors;
 class FileCommands;
 class MainStatusBar;
 class StopListDock;
@@ -52,14 +52,20 @@ public:
     void editNarrationFrame();
     void editTourProperties();
     void editOptions();
+    void findInTour() { m_editors->findInTour(); }
+    void findNext() { m_editors->findNext(); }
     void showStopList();
     void showLaunchingInformation();
     void previous();
     void next();
     void stopLoading();
     void refresh();
-    void showHelp();
-    void showWebSite();
+    void showHelp() {
+        look([this] { m_editors->showHelp(); });
+    }
+    void showWebSite() {
+        look([this] { m_editors->showWebSite(); });
+    }
     void showAbout();
 
     /// Gives the command as its toolbar button and its keys do.

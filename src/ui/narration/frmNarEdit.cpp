@@ -123,6 +123,7 @@ void frmNarEdit::editCurrentStop() {
     if (!model.autoInstruction)
         m_instruction->setTypedText(stop.stopInstruction);
     m_loaded = texts();
+    m_narrated = NarratedStop(model);
     tellTarget();
     if (!isVisible())
         m_narration->setFocus();

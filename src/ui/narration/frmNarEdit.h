@@ -4,6 +4,7 @@
 #include "platform/SpellChecker.h"
 #include "recovery/RecoveryRecord.h"
 #include "ui/ProgramParts.h"
+#include "ui/narration/NarratedStop.h"
 
 #include <QDialog>
 #include <QTimer>
@@ -37,6 +38,9 @@ public:
 
     /// What the fields hold when it is not what the stop gave them; none while the window is closed.
     std::optional<UnappliedTexts> unappliedTexts() const;
+
+    /// The stop whose words were put into the fields last.
+    const NarratedStop& narratedStop() const { return m_narrated; }
 
     /// Puts texts into the fields that were not applied in a former run.
     void takeUnappliedTexts(const UnappliedTexts& texts);
@@ -81,6 +85,7 @@ private:
 
     ProgramParts m_parts;
     SpellChecker m_spelling;
+    NarratedStop m_narrated;
     UnappliedTexts m_loaded;  ///< The fields as the stop filled them.
     QLineEdit* m_title;       ///< txtStopTitle
     std::string m_givenTitle; ///< What the stop filled it with.

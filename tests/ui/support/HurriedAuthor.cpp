@@ -5,6 +5,7 @@
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
 #include "recovery/RecoveryStore.h"
+#include "ui/find/frmFind.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
 #include "ui/site/frmTestFrame.h"
@@ -93,6 +94,10 @@ void HurriedAuthor::narrationButton(const char* name) const {
     click(narrationEditor(), name);
 }
 
+void HurriedAuthor::findButton(const char* name) const {
+    click(findWindow(), name);
+}
+
 void HurriedAuthor::escape(QWidget* editor) const {
     QWidget* const dialog = QApplication::activeModalWidget();
     QWidget* const target = dialog == nullptr ? editor : dialog;
@@ -126,6 +131,16 @@ frmBrowser* HurriedAuthor::siteEditor() const {
 
 frmNarEdit* HurriedAuthor::narrationEditor() const {
     return openWindow<frmNarEdit>(window, "frmNarEdit");
+}
+
+frmFind* HurriedAuthor::findWindow() const {
+    return openWindow<frmFind>(window, "frmFind");
+}
+
+void HurriedAuthor::openFindWindow() const {
+    menu("mnuEditFind");
+    findWindow()->findChild<QLineEdit*>(QStringLiteral("txtFind"))->setText(QStringLiteral("stop"));
+    findWindow()->findChild<QLineEdit*>(QStringLiteral("txtReplace"))->setText(QStringLiteral("Halt"));
 }
 
 void HurriedAuthor::openSiteEditor() {
