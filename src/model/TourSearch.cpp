@@ -12,7 +12,9 @@ namespace wendmark {
 
 namespace {
 
-constexpr std::size_t contextBytes = 60;
+constexpr std::size_t bytesBefore = 30;
+constexpr std::size_t bytesBehind = 80;
+constexpr std::string_view ellipsis = "\xE2\x80\xA6 ";
 constexpr std::size_t longestShown = 200; // Bytes of the words that were found.
 
 constexpr std::array<StopPart, 4> parts = {StopPart::title, StopPart::words, StopPart::instruction,
@@ -48,14 +50,19 @@ bool isInsideCharacter(std::string_view text, std::size_t position) {
     return position < text.size() && (static_cast<unsigned char>(text[position]) & 0xc0U) == 0x80U;
 }
 
-/// Whole characters of the end, or of the beginning, of a text.
-std::string_view endOf(std::string_view text, std::size_t bytes) {
-    std::size_t begin = text.size() - std::min(bytes, text.size());
-    while (isInsideCharacter(text, begin))
-        ++begin;
-    return text.substr(begin);
+/// The end of a text; what is cut begins with a whole word, or at least a whole character.
+std::string endOf(std::string_view text, std::size_t bytes) {
+    if (text.size() <= bytes)
+        return std::string(text);
+    text.remove_prefix(text.size() - bytes);
+    const std::size_t blank = text.find(' ');
+    text.remove_prefix(blank < text.size() - 1 ? blank + 1 : 0);
+    while (isInsideCharacter(text, 0))
+        text.remove_prefix(1);
+    return std::string(ellipsis).append(text);
 }
 
+/// Whole characters of the beginning of a text.
 std::string_view beginningOf(std::string_view text, std::size_t bytes) {
     std::size_t end = std::min(bytes, text.size());
     while (end > 0 && isInsideCharacter(text, end))
@@ -66,9 +73,9 @@ std::string_view beginningOf(std::string_view text, std::size_t bytes) {
 FoundPlace placeIn(std::string_view text, TextRange range, TextRange stored) {
     FoundPlace place;
     place.stored = stored;
-    place.before = endOf(text.substr(0, range.begin), contextBytes);
+    place.before = endOf(text.substr(0, range.begin), bytesBefore);
     place.words = beginningOf(text.substr(range.begin, range.end - range.begin), longestShown);
-    place.behind = beginningOf(text.substr(range.end), contextBytes);
+    place.behind = beginningOf(text.substr(range.end), bytesBehind);
     return place;
 }
 

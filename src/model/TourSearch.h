@@ -33,9 +33,10 @@ const std::string& textOf(const Stop& stop, StopPart part);
 struct FoundPlace {
     std::int16_t stop = 0; ///< From 1.
     StopPart part = StopPart::title;
-    TextRange stored;   ///< In that text of the stop.
-    std::string before; ///< Some of what people read before it, plain text.
-    std::string words;  ///< What was found, as it stands there.
+    TextRange stored; ///< In that text of the stop.
+    std::string
+        before;        ///< Some of what people read before it, plain text; with an ellipsis if it is not all.
+    std::string words; ///< What was found, as it stands there.
     std::string behind;
 
     friend bool operator==(const FoundPlace&, const FoundPlace&) = default;

@@ -120,8 +120,18 @@ TEST(FindInTourTest, whatStandsAroundIsCutBetweenCharacters) {
         umlauts += "\xC3\xBC";
     const FoundPlace place =
         findInTour(tourOf({{"a" + umlauts + "x" + umlauts, "", "", ""}}), query("x"), 1).listed.at(0);
-    EXPECT_EQ(place.before, umlauts.substr(0, 60));
-    EXPECT_EQ(place.behind, umlauts.substr(0, 60));
+    EXPECT_EQ(place.before, "\xE2\x80\xA6 " + umlauts.substr(0, 30));
+    EXPECT_EQ(place.behind, umlauts.substr(0, 80));
+}
+
+TEST(FindInTourTest, whatStandsBeforeBeginsWithAWholeWordWhereItCan) {
+    const auto before = [](const std::string& text) {
+        return findInTour(tourOf({{text, "", "", ""}}), query("x"), 1).listed.at(0).before;
+    };
+    EXPECT_EQ(before("in the old town of the twelve bridges x"), "\xE2\x80\xA6 town of the twelve bridges ");
+    EXPECT_EQ(before("thirty letters without any end x"), "\xE2\x80\xA6 letters without any end ");
+    EXPECT_EQ(before("forty-two-letters-without-any-blank-at-all x"),
+              "\xE2\x80\xA6 ters-without-any-blank-at-all ");
 }
 
 TEST(ReplaceInStopTest, replacesInAllTextsButAddresses) {

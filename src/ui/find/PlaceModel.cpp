@@ -4,6 +4,7 @@
 #include "model/TourModel.h"
 #include "platform/Strings.h"
 
+#include <QPoint>
 #include <algorithm>
 #include <array>
 #include <iterator>
@@ -99,6 +100,11 @@ QString PlaceModel::text(const Row& row, int column) {
 QVariant PlaceModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= rowCount())
         return {};
+    if (role == wordsRole && index.column() == textColumn) {
+        const FoundPlace& place = placeAt(index.row());
+        return QPoint(static_cast<int>(toQString(place.before).size()),
+                      static_cast<int>(toQString(place.words).size()));
+    }
     if (role == Qt::TextAlignmentRole && index.column() == stopColumn)
         return int(Qt::AlignRight | Qt::AlignVCenter);
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole)

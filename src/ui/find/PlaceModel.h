@@ -13,6 +13,9 @@ class PlaceModel final : public QAbstractTableModel {
     Q_OBJECT
 
 public:
+    /// Of the column `textColumn`: where the found words stand in the text, a QPoint of position and length.
+    static constexpr int wordsRole = Qt::UserRole;
+
     enum Column { stopColumn, titleColumn, partColumn, textColumn, columnCountOfAll };
 
     using QAbstractTableModel::QAbstractTableModel;

@@ -6,6 +6,7 @@
 #include "platform/Settings.h"
 #include "platform/Strings.h"
 #include "ui/dialogs/DialogParts.h"
+#include "ui/find/PlaceDelegate.h"
 #include "ui/find/PlaceModel.h"
 
 #include <QCheckBox>
@@ -142,6 +143,7 @@ void frmFind::setupTable() {
     header.setSectionResizeMode(PlaceModel::partColumn, QHeaderView::ResizeToContents);
     header.setSectionResizeMode(PlaceModel::textColumn, QHeaderView::Stretch);
     header.resizeSection(PlaceModel::titleColumn, titleWidth);
+    m_table->setItemDelegateForColumn(PlaceModel::textColumn, new PlaceDelegate(m_table));
     connect(m_table, &QTableView::doubleClicked, this, &frmFind::go);
 }
 
