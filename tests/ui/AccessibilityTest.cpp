@@ -173,6 +173,8 @@ constexpr DialogCase dialogs[] = {
      }},
     {"message", [](UiFixture&) { showMessage(nullptr, QStringLiteral("Tour Name cannot be blank")); }},
     {"question", [](UiFixture&) { askYesNo(nullptr, QStringLiteral("Are you sure?")); }},
+    {"question whether to save", [](UiFixture&) { askToSave(nullptr, "Save it first?", "&Save", "&Play"); }},
+    {"question whether to save at all", [](UiFixture&) { askToSave(nullptr, "Save it first?", "&Save"); }},
     {"line error", [](UiFixture& program) { program.desktop.showLineError("Premature end of file"); }},
     {"name of a new folder",
      [](UiFixture& program) {
@@ -433,7 +435,10 @@ private slots:
         for (const QAction* title : titles) {
             const QList<QAction*> items = title->menu()->actions();
             QCOMPARE(repeatedAccessKeys(captionsOf(items)), QStringList());
-            for (const QAction* item : items)
+        }
+        for (const QMenu* menu : window.findChildren<QMenu*>()) {
+            QCOMPARE(repeatedAccessKeys(captionsOf(menu->actions())), QStringList());
+            for (const QAction* item : menu->actions())
                 QVERIFY2(item->isSeparator() || !QKeySequence::mnemonic(item->text()).isEmpty(),
                          qPrintable(item->text()));
         }

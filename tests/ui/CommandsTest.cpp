@@ -5,6 +5,7 @@
 #include "ui/main/frmMain.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
+#include "ui/support/OutsidePrograms.h"
 #include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
@@ -113,6 +114,15 @@ void editsNarration(Program& program, const Give& give) {
              toQString(program.parts.model.stops.at(2).stopTitle));
 }
 
+void opensOutside(Program& program, const QString& beginning, const QString& end, const Give& give) {
+    program.window.save();
+    test::OutsidePrograms outside;
+    give();
+    QCOMPARE(outside.opened.size(), 1);
+    const QString address = outside.opened.constFirst().toString();
+    QVERIFY2(address.startsWith(beginning) && address.endsWith(end), qPrintable(address));
+}
+
 void asksForWords(Program& program, const Give& give) {
     give();
     const auto* const window = program.window.findChild<frmFind*>();
@@ -156,6 +166,18 @@ const QList<Command>& commands() {
         {"mnuFileSaveAs", nullptr, "Ctrl+Shift+S",
          [](Program&, const Give& give) { opens("frmSelectFolderSave", give); }},
         {"mnuFilePrint", "Print", "Ctrl+P", [](Program&, const Give& give) { opens("frmPrint", give); }},
+        {"mnuFilePlayServed", nullptr, nullptr,
+         [](Program& program, const Give& give) {
+             opensOutside(program, "http://127.0.0.1:", "/playtour.htm", give);
+         }},
+        {"mnuFilePlayFromDisk", nullptr, nullptr,
+         [](Program& program, const Give& give) {
+             opensOutside(program, "file:///", "/MyTours/walk/playtour.htm", give);
+         }},
+        {"mnuFileFolder", nullptr, nullptr,
+         [](Program& program, const Give& give) {
+             opensOutside(program, "file:///", "/MyTours/walk", give);
+         }},
         {"mnuFileEarlier", nullptr, nullptr,
          [](Program&, const Give& give) { opens("frmEarlierSaves", give); }},
         {"mnuFileExit", nullptr, "Ctrl+Q",

@@ -23,6 +23,10 @@ constexpr MainCommand commands[] = {
      true},
     {"&File", "mnuFilePrint", "&Print...", "Ctrl+P", &frmMain::printTourScript, "Print", "Print Tour Script",
      false, true, 4, true},
+    {"&File|Play in &Browser", "mnuFilePlayServed", "From a &Web Server", "", &frmMain::playServed},
+    {"&File|Play in &Browser", "mnuFilePlayFromDisk", "From &Disk", "", &frmMain::playFromDisk},
+    {"&File", "mnuFileFolder", "Open Tour &Folder", "", &frmMain::openTourFolder, nullptr, nullptr, false,
+     true},
     {"&File", "mnuFileEarlier", "&Earlier Saves...", "", &frmMain::openEarlierSave},
     {"&File", "mnuFileExit", "E&xit", "Ctrl+Q", &frmMain::quit},
     {"&Edit", "mnuEditUndo", "&Undo", "Ctrl+Z", &frmMain::undo},
@@ -60,6 +64,14 @@ constexpr MainCommand commands[] = {
     {"&Help", "mnuHelpAbout", "&About", "", &frmMain::showAbout},
 };
 
+/// The last menu in `parent`, a menu or their bar, if it has this caption; else a new one.
+template <typename Parent>
+QMenu& lastMenu(Parent& parent, const QString& caption) {
+    const QList<QAction*> actions = parent.actions();
+    QMenu* const last = actions.isEmpty() ? nullptr : actions.last()->menu();
+    return last != nullptr && last->title() == caption ? *last : *parent.addMenu(caption);
+}
+
 QAction* addCommand(frmMain& window, QMenu& menu, const MainCommand& command) {
     const QString name = QLatin1String(command.name);
     auto* const action = new CommandAction(themedIcon(name), frmMain::tr(command.caption), &window);
@@ -86,11 +98,11 @@ bool CommandAction::event(QEvent* event) {
 
 ActionsByName fillMenus(frmMain& window, QMenuBar& menus) {
     ActionsByName actions;
-    QMenu* menu = nullptr;
     for (const MainCommand& command : commands) {
-        const QString caption = frmMain::tr(command.menu);
-        if (menu == nullptr || menu->title() != caption)
-            menu = menus.addMenu(caption);
+        const QStringList captions = frmMain::tr(command.menu).split(QLatin1Char('|'));
+        QMenu* menu = &lastMenu(menus, captions.first());
+        if (captions.size() > 1)
+            menu = &lastMenu(*menu, captions.last());
         actions.insert(QLatin1String(command.name), addCommand(window, *menu, command));
     }
     return actions;

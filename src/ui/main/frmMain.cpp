@@ -50,6 +50,7 @@ frmMain::frmMain(ProgramParts parts)
     , m_statusBar(new MainStatusBar(this))
     , m_unsaved(new UnsavedWork(m_document, m_parts.recovery, m_parts.gate, m_parts.savedScripts, this))
     , m_files(new FileCommands(m_parts, *m_unsaved, *this, [this] { return m_editors->mayLeave(); }))
+    , m_play(new PlayCommands(m_parts, *m_files, *this))
     , m_editors(new Editors(m_parts, *this)) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(programTitle());

@@ -4,6 +4,7 @@
 #include "ui/ProgramParts.h"
 #include "ui/main/Editors.h"
 #include "ui/main/MainCommands.h"
+#include "ui/main/PlayCommands.h"
 #include "ui/main/ToolBarPanels.h"
 
 #include <QMainWindow>
@@ -40,6 +41,9 @@ public:
     void save();
     void saveAs();
     void printTourScript();
+    void playServed() { m_play->playServed(); }
+    void playFromDisk() { m_play->playFromDisk(); }
+    void openTourFolder() { m_play->openTourFolder(); }
     void openEarlierSave();
     void quit() { close(); }
     void undo();
@@ -120,6 +124,7 @@ private:
     MainStatusBar* m_statusBar;       ///< sbStatusBar
     UnsavedWork* m_unsaved;
     FileCommands* m_files;
+    PlayCommands* m_play;
     Editors* m_editors;
     StopListDock* m_stopList = nullptr;
     QTimer* m_timer = nullptr; ///< timTimer

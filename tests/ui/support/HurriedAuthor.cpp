@@ -229,6 +229,7 @@ std::map<std::string, std::string> HurriedAuthor::belongings() const {
     found["asked"] = plain(toUtf8(m_asked.join(QStringLiteral("; "))));
     found["windows"] = std::string(m_closed ? "" : "main ") + (siteEditor() == nullptr ? "" : "site ") +
                        (narrationEditor() == nullptr ? "" : "narration");
+    found["opened"] = std::to_string(outside.opened.size());
     for (const Bookmark& bookmark : document.bookmarks().bookmarks)
         found["bookmarks"] += plain(bookmark.address) + "|" + bookmark.note + "\n";
     if (const frmNarEdit* const editor = narrationEditor())
@@ -317,6 +318,8 @@ void HurriedAuthor::answerQuestion(QMessageBox& box) {
         said = quitAnswer;
     else if (box.text() == testQuestion && ++m_testQuestions > mostTestQuestions)
         said = QStringLiteral("No"); // A test that never ends is to be seen.
+    else if (box.text().endsWith(QLatin1String("Save it first?")))
+        said = QStringLiteral("Save and Play");
     else if (box.standardButtons().testFlag(QMessageBox::Yes))
         said = QStringLiteral("Yes");
     press(box, said);

@@ -2,6 +2,7 @@
 
 #include "ui/main/frmMain.h"
 #include "ui/support/LoopbackServer.h"
+#include "ui/support/OutsidePrograms.h"
 #include "ui/support/UiFixture.h"
 
 #include <QPointer>
@@ -85,6 +86,7 @@ public:
 
     UiFixture program;
     LoopbackServer server;
+    OutsidePrograms outside;
     frmMain window;
 
 private:
