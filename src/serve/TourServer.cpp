@@ -25,7 +25,7 @@ constexpr int idleTime = 1;
 constexpr int readTime = 2;
 constexpr int writeTime = 5;
 
-enum Status { forbidden = 403, notFound = 404, methodNotAllowed = 405 };
+enum Status { ok = 200, partialContent = 206, forbidden = 403, notFound = 404, methodNotAllowed = 405 };
 
 std::string randomLetters() {
     constexpr std::size_t count = 32; // 150 bits.
@@ -36,41 +36,48 @@ std::string randomLetters() {
     return letters;
 }
 
-/// Whether the request is for one part that the file has. A server may answer any other with the whole.
-bool asksForPart(const httplib::Request& request, std::uint64_t size) {
+/// Bytes of a file, from `begin` up to but without `end`.
+struct Part {
+    std::uint64_t begin;
+    std::uint64_t end;
+};
+
+/// The part of a file of this size that is asked for. None: the whole file, which a server may always send.
+std::optional<Part> partAskedFor(const httplib::Request& request, std::uint64_t size) {
     if (request.ranges.size() != 1)
-        return false;
+        return std::nullopt;
     const auto [first, last] = request.ranges.front(); // -1 where nothing stands.
-    const auto isInside = [size](ssize_t position) { return position >= 0 && std::cmp_less(position, size); };
-    return isInside(first) && (last == -1 || (isInside(last) && first <= last));
+    const auto limited = [size](ssize_t position) {
+        return std::cmp_less(position, size) ? static_cast<std::uint64_t>(position) : size;
+    };
+    if (first < 0 && last > 0)
+        return Part{size - limited(last), size}; // The end of the file.
+    if (first < 0 || limited(first) == size || (last >= 0 && last < first))
+        return std::nullopt;
+    return Part{limited(first), last < 0 ? size : limited(last + 1)};
 }
 
-/// The library applies whatever is asked for, also beyond the end of what is sent.
-void forgetRanges(const httplib::Request& request) {
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): the object is not constant, only this view of
-    // it.
-    const_cast<httplib::Request&>(request).ranges.clear();
-}
-
-void refuse(const httplib::Request& request, httplib::Response& response, Status status, const char* reason) {
-    forgetRanges(request);
-    response.status = status;
-    response.set_content(reason, "text/plain");
-}
-
-/// The library adds the status: a browser may ask for a part of the file.
-void send(httplib::Response& response, ServedFile file, std::string_view type) {
+void send(httplib::Response& response, ServedFile file, std::string_view type, std::optional<Part> asked) {
     const auto shared = std::make_shared<ServedFile>(std::move(file));
-    if (shared->size() == 0) {
-        response.set_content(std::string(), std::string(type).c_str());
-        return;
-    }
+    const Part part = asked.value_or(Part{0, shared->size()});
+    if (asked)
+        response.set_header("Content-Range", "bytes " + std::to_string(part.begin) + "-" +
+                                                 std::to_string(part.end - 1) + "/" +
+                                                 std::to_string(shared->size()));
+    response.status = asked ? partialContent : ok;
+    response.set_header("Accept-Ranges", "bytes");
+    response.set_header("Content-Length", std::to_string(part.end - part.begin));
+    // The library does not hear of the length: it would apply any range to it, also one beyond its end.
     response.set_content_provider(
-        shared->size(), std::string(type).c_str(),
-        [shared](std::size_t offset, std::size_t length, httplib::DataSink& sink) {
-            std::array<char, 65536>
-                bytes; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by read().
-            const std::size_t count = shared->read(offset, bytes.data(), std::min(length, bytes.size()));
+        std::string(type), [shared, part](std::size_t sent, httplib::DataSink& sink) {
+            std::array<char, 65536> bytes{};
+            const std::uint64_t left = part.end - part.begin - sent;
+            if (left == 0) {
+                sink.done();
+                return true;
+            }
+            const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, bytes.size()));
+            const std::size_t count = shared->read(part.begin + sent, bytes.data(), wanted);
             return count > 0 && sink.write(bytes.data(), count);
         });
 }
@@ -145,12 +152,12 @@ private:
     void answer(const httplib::Request& request, httplib::Response& response) const {
         // Another Host line comes from a page that has got this address under a name of its own.
         if (request.get_header_value_count("Host") != 1 || request.get_header_value("Host") != host()) {
-            refuse(request, response, forbidden, "Forbidden\n");
+            response.status = forbidden;
         } else if (request.method != "GET" && request.method != "HEAD") {
             response.set_header("Allow", "GET, HEAD");
-            refuse(request, response, methodNotAllowed, "Method Not Allowed\n");
+            response.status = methodNotAllowed;
         } else if (!request.target.starts_with(m_prefix) || !request.path.starts_with(m_prefix)) {
-            refuse(request, response, notFound, "Not Found\n");
+            response.status = notFound;
         } else {
             answerWithFile(request, response);
         }
@@ -160,12 +167,11 @@ private:
         const std::string_view path = std::string_view(request.path).substr(m_prefix.size());
         std::optional<ServedFile> file = ServedFile::open(m_folder, path);
         if (!file) {
-            refuse(request, response, notFound, "Not Found\n");
+            response.status = notFound;
             return;
         }
-        if (!asksForPart(request, file->size()))
-            forgetRanges(request);
-        send(response, std::move(*file), contentTypeOf(path));
+        const std::optional<Part> part = partAskedFor(request, file->size());
+        send(response, std::move(*file), contentTypeOf(path), part);
     }
 
     std::string m_folder;

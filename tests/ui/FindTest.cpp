@@ -210,6 +210,16 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(open.words().hasFocus(), patience);
     }
 
+    void findNextSaysThatNothingWasFoundAlsoFromTheMainWindow() {
+        OpenFind open;
+        open.lookFor("nowhere");
+        open.find().close();
+        open.window.findNext();
+        QVERIFY(open.find().isVisible());
+        QCOMPARE(open.counted(), QString("Nothing was found."));
+        QCOMPARE(open.program.beeps, 1);
+    }
+
     // Replacing
 
     void replaceAllIsOneStepAndSaysWhatItDid() {

@@ -39,9 +39,9 @@ QString placesIn(std::size_t places, std::size_t stops) {
 
 } // namespace
 
-frmFind::frmFind(const ProgramParts& parts, OpenStop openStop, QWidget* parent)
+frmFind::frmFind(ProgramParts parts, OpenStop openStop, QWidget* parent)
     : QDialog(parent)
-    , m_parts(parts)
+    , m_parts(std::move(parts))
     , m_openStop(std::move(openStop))
     , m_places(new PlaceModel(this))
     , m_words(new QLineEdit(this))
@@ -264,6 +264,8 @@ bool frmFind::refuseWithoutPlaces() {
     if (m_places->rowCount() > 0)
         return false;
     m_parts.desktop.beep();
+    if (!isVisible())
+        ask(); // There it stands in words.
     return true;
 }
 

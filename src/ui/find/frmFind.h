@@ -31,7 +31,7 @@ public:
     using OpenStop = std::function<std::int16_t()>;
 
     /// What `parts` refers to must outlive the window.
-    frmFind(const ProgramParts& parts, OpenStop openStop, QWidget* parent = nullptr);
+    frmFind(ProgramParts parts, OpenStop openStop, QWidget* parent = nullptr);
     ~frmFind() override;
 
     /// Comes to the front and asks for the words.
