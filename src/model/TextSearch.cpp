@@ -40,6 +40,15 @@ std::vector<std::size_t> fallbackOf(const std::vector<char32_t>& words) {
     return fallback;
 }
 
+/// No letter, digit or accent of a word goes on at its ends.
+bool standsAlone(std::string_view text, TextRange range) {
+    const bool joinedBefore =
+        range.begin > 0 && isInWord(decodeUtf8(text, range.begin)) && isInWord(unitBefore(text, range.begin));
+    const bool joinedBehind = range.end < text.size() && isInWord(unitBefore(text, range.end)) &&
+                              isInWord(decodeUtf8(text, range.end));
+    return !joinedBefore && !joinedBehind;
+}
+
 } // namespace
 
 TextSearch::TextSearch(std::string_view words, const SearchOptions& options) : m_options(options) {
@@ -81,14 +90,6 @@ void TextSearch::find(std::string_view text, const std::function<bool(TextRange)
         const bool counts = (!m_options.wholeWords || standsAlone(text, range)) && found(range);
         fits = counts ? 0 : m_fallback[fits - 1];
     }
-}
-
-bool TextSearch::standsAlone(std::string_view text, TextRange range) const {
-    const bool joinedBefore =
-        range.begin > 0 && isInWord(decodeUtf8(text, range.begin)) && isInWord(unitBefore(text, range.begin));
-    const bool joinedBehind = range.end < text.size() && isInWord(unitBefore(text, range.end)) &&
-                              isInWord(decodeUtf8(text, range.end));
-    return !joinedBefore && !joinedBehind;
 }
 
 } // namespace wendmark

@@ -31,7 +31,6 @@ public:
 
 private:
     char32_t compared(char32_t character) const;
-    bool standsAlone(std::string_view text, TextRange range) const;
 
     SearchOptions m_options;
     std::vector<char32_t> m_words; ///< As they are compared.

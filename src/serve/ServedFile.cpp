@@ -5,10 +5,9 @@
 
 #include <algorithm>
 #include <array>
-#include <fcntl.h>
 #include <filesystem>
-#include <sys/stat.h>
 #include <sys/types.h>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 
@@ -82,31 +81,19 @@ fs::path leadsTo(const std::string& folder, std::string_view path) {
 
 std::optional<ServedFile> ServedFile::open(const std::string& folder, std::string_view path) {
     const fs::path target = areForVisitors(path) ? leadsTo(folder, path) : fs::path();
-    // A link may have another name than what it leads to.
-    if (target.empty() || !isForVisitors(target.filename().string()))
+    // A link may have another name than what it leads to; a pipe would have to be waited for.
+    std::error_code error;
+    if (target.empty() || !isForVisitors(target.filename().string()) || !fs::is_regular_file(target, error))
         return std::nullopt;
-    const int handle =
-        ::open(target.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK); // No pipe waits.
-    if (handle < 0)
+    OpenFile file(std::fopen(target.c_str(), "rbe"));
+    if (!file)
         return std::nullopt;
-    struct stat status {};
-    ServedFile file(handle, 0);
-    if (::fstat(handle, &status) != 0 || !S_ISREG(status.st_mode))
-        return std::nullopt;
-    file.m_size = static_cast<std::uint64_t>(status.st_size);
-    return file;
-}
-
-ServedFile::ServedFile(ServedFile&& other) noexcept
-    : m_handle(std::exchange(other.m_handle, -1)), m_size(other.m_size) {}
-
-ServedFile::~ServedFile() {
-    if (m_handle >= 0)
-        ::close(m_handle);
+    const std::uintmax_t size = fs::file_size(target, error);
+    return error ? std::nullopt : std::optional(ServedFile(std::move(file), size));
 }
 
 std::size_t ServedFile::read(std::uint64_t offset, char* bytes, std::size_t length) const {
-    const ssize_t count = ::pread(m_handle, bytes, length, static_cast<off_t>(offset));
+    const ssize_t count = ::pread(::fileno(m_file.get()), bytes, length, static_cast<off_t>(offset));
     return count > 0 ? static_cast<std::size_t>(count) : 0;
 }
 

@@ -2,13 +2,16 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace wendmark {
 
-/// A file that is open for those who play a tour. Closes it in the end.
+/// A file that is open for those who play a tour.
 class ServedFile final {
 public:
     /// Opens the file of the folder at this path relative to it, decoded, parts separated by "/". None when
@@ -17,12 +20,6 @@ public:
     /// editor leaves behind. Never waits.
     static std::optional<ServedFile> open(const std::string& folder, std::string_view path);
 
-    ServedFile(ServedFile&& other) noexcept;
-    ServedFile(const ServedFile&) = delete;
-    ServedFile& operator=(const ServedFile&) = delete;
-    ServedFile& operator=(ServedFile&&) = delete;
-    ~ServedFile();
-
     /// Bytes, when it was opened.
     std::uint64_t size() const { return m_size; }
 
@@ -30,9 +27,14 @@ public:
     std::size_t read(std::uint64_t offset, char* bytes, std::size_t length) const;
 
 private:
-    ServedFile(int handle, std::uint64_t size) : m_handle(handle), m_size(size) {}
+    struct Close {
+        void operator()(std::FILE* file) const { std::fclose(file); }
+    };
+    using OpenFile = std::unique_ptr<std::FILE, Close>;
 
-    int m_handle;
+    ServedFile(OpenFile file, std::uint64_t size) : m_file(std::move(file)), m_size(size) {}
+
+    OpenFile m_file;
     std::uint64_t m_size;
 };
 
