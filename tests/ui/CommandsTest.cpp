@@ -156,8 +156,8 @@ void togglesStopList(Program& program, const Give& give) {
     QVERIFY(!list.isVisible());
 }
 
-const QList<Command>& commands() {
-    static const QList<Command> all = {
+QList<Command> commandsOfTheMenuFile() {
+    return {
         {"mnuFileNew", "New", "Ctrl+N", [](Program&, const Give& give) { opens("frmWizard2", give); }},
         {"mnuFileOpen", "Open", "Ctrl+O",
          [](Program&, const Give& give) { opens("frmSelectFolderOpen", give); }},
@@ -186,6 +186,11 @@ const QList<Command>& commands() {
              give();
              QCOMPARE(closed.count(), 1);
          }},
+    };
+}
+
+QList<Command> commandsOfOtherMenus() {
+    return {
         {"mnuEditUndo", nullptr, "Ctrl+Z",
          [](Program& program, const Give& give) {
              program.window.insertStop();
@@ -227,6 +232,10 @@ const QList<Command>& commands() {
          [](Program& program, const Give& give) { showsHelp(program, "www.brenholt.example/", give); }},
         {"mnuHelpAbout", nullptr, nullptr, [](Program&, const Give& give) { opens("frmAbout", give); }},
     };
+}
+
+const QList<Command>& commands() {
+    static const QList<Command> all = commandsOfTheMenuFile() + commandsOfOtherMenus();
     return all;
 }
 
