@@ -34,8 +34,8 @@ need_node() {
     command -v node >/dev/null && command -v npm >/dev/null || need_packages nodejs npm
 }
 
-build_packages=(g++ cmake ninja-build ccache)
-qt_packages=(qt6-base-dev qt6-webengine-dev qt6-svg-dev libqt6svg6 libhunspell-dev libxcb1-dev pkg-config)
+build_packages=(g++ cmake ninja-build ccache pkg-config libcpp-httplib-dev)
+qt_packages=(qt6-base-dev qt6-webengine-dev qt6-svg-dev libqt6svg6 libhunspell-dev libxcb1-dev)
 test_packages=(libgtest-dev libgmock-dev groff poppler-utils)
 sanitizer_packages=(clang libclang-rt-14-dev libfuzzer-14-dev llvm)
 benchmark_packages=(libbenchmark-dev)

@@ -82,6 +82,21 @@ StopListResult StepRunner::runForSeveral(const std::string& name,
     return result;
 }
 
+WordReplacementResult StepRunner::replaceWords(const WordReplacement& replacement) {
+    TourModel& model = m_context.model;
+    const TourTimeline::Before before = m_timeline.begin();
+    WordReplacementResult result = wendmark::replaceWords(m_context, replacement);
+    if (result.stops.empty())
+        return result;
+    if (result.stops.size() == 1)
+        m_timeline.endAt(result.stops.front(), before, "Replace");
+    else
+        m_timeline.end(before, "Replace", TourTimeline::Made::pages, model.currentStop);
+    model.tourChanged = true;
+    m_listeners.tellChange();
+    return result;
+}
+
 StopListResult StepRunner::type(std::int16_t stop, const Stop& wanted, std::uint64_t burst) {
     using Answer = StopListResult::Answer;
     TourModel& model = m_context.model;

@@ -3,6 +3,7 @@
 #include "commands/DocumentListeners.h"
 #include "commands/StopCommands.h"
 #include "commands/StopListCommands.h"
+#include "commands/StopReplace.h"
 #include "commands/TourTimeline.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
@@ -23,6 +24,12 @@ public:
     /// One for the current stop. The listeners are told in every case.
     StopCommandResult run(StopCommandResult (*command)(TourContext&), const std::string& name);
 
+    // The commands of the menu "Stops".
+    StopCommandResult insertStop() { return run(wendmark::insertStop, "Insert Stop"); }
+    StopCommandResult deleteStop() { return run(wendmark::deleteStop, "Delete Stop"); }
+    StopCommandResult moveStopForward() { return run(wendmark::moveStopForward, "Move Stop Forward"); }
+    StopCommandResult moveStopBack() { return run(wendmark::moveStopBack, "Move Stop Back"); }
+
     /// One that only goes to another stop, which is no step.
     StopCommandResult show(StopCommandResult (*command)(TourContext&));
 
@@ -36,6 +43,9 @@ public:
     StopListResult duplicateStops(const StopNumbers& stops);
     StopListResult insertStops(std::int16_t position, const std::vector<Stop>& stops,
                                const std::vector<AddedFile>& files);
+
+    /// The command of StopReplace.h; the same holds.
+    WordReplacementResult replaceWords(const WordReplacement& replacement);
 
     /// Stores what was typed into the fields of a stop. It belongs to the step before as long as the burst
     /// goes on in the same fields of the same stop, and no other command came in between.

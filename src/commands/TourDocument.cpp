@@ -173,25 +173,16 @@ StopListResult TourDocument::setStop(std::int16_t stop, const Stop& fields, std:
     return m_runner.type(stop, fields, burst);
 }
 
+WordReplacementResult TourDocument::replaceWords(const WordReplacement& replacement) {
+    WordReplacementResult result = m_runner.replaceWords(replacement);
+    for (const std::string& address : result.addresses)
+        noteUntested(address);
+    return result;
+}
+
 void TourDocument::noteUntested(const std::string& address) {
     if (isWebAddress(address))
         m_untested.insert(address);
-}
-
-StopCommandResult TourDocument::insertStop() {
-    return m_runner.run(wendmark::insertStop, "Insert Stop");
-}
-
-StopCommandResult TourDocument::deleteStop() {
-    return m_runner.run(wendmark::deleteStop, "Delete Stop");
-}
-
-StopCommandResult TourDocument::moveStopForward() {
-    return m_runner.run(wendmark::moveStopForward, "Move Stop Forward");
-}
-
-StopCommandResult TourDocument::moveStopBack() {
-    return m_runner.run(wendmark::moveStopBack, "Move Stop Back");
 }
 
 StopCommandResult TourDocument::showNextStop() {

@@ -109,10 +109,10 @@ public:
 
     // Stops. They work on the current one.
 
-    StopCommandResult insertStop();
-    StopCommandResult deleteStop();
-    StopCommandResult moveStopForward();
-    StopCommandResult moveStopBack();
+    StopCommandResult insertStop() { return m_runner.insertStop(); }
+    StopCommandResult deleteStop() { return m_runner.deleteStop(); }
+    StopCommandResult moveStopForward() { return m_runner.moveStopForward(); }
+    StopCommandResult moveStopBack() { return m_runner.moveStopBack(); }
     /// Of a page that has passed the frame test.
     void setAddress(std::int16_t stop, const std::string& address);
     /// Stop 0, the opening page, has no texts: nothing is stored, but the tour counts as changed.
@@ -129,6 +129,9 @@ public:
                                const std::vector<AddedFile>& files = {}) {
         return m_runner.insertStops(position, stops, files);
     }
+
+    /// Replaces words in many stops as one step; see StopReplace.h. Addresses that this changes are untested.
+    WordReplacementResult replaceWords(const WordReplacement& replacement);
 
     /// Stores what was typed into the fields of a stop, any of them; see StepRunner::type(). Listeners hear
     /// which stop it was, and the main browser is sent nowhere.

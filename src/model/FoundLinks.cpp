@@ -41,21 +41,6 @@ std::string asUtf8(std::string_view bytes) {
     return text;
 }
 
-/// The address with what would end it where it is written, in a script, an attribute or a line, encoded.
-std::string withoutDelimiters(std::string_view address) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string encoded;
-    for (const char character : address) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (byte <= ' ' || byte == 0x7f ||
-            std::string_view("\"'<>\\").find(character) != std::string_view::npos)
-            encoded.append(1, '%').append(1, digits[byte / 16]).append(1, digits[byte % 16]);
-        else
-            encoded += character;
-    }
-    return encoded;
-}
-
 /// The path of a file on this computer; none when the address is that of something else.
 std::optional<std::string> pathIn(std::string_view address) {
     constexpr std::string_view thisComputer = "localhost";

@@ -129,14 +129,21 @@ std::string decodeEntities(std::string_view html) {
         position = begin;
         if (begin == html.size())
             break;
-        const std::string_view name = html.substr(begin + 1, longestEntity);
-        const std::size_t end = name.find(';');
-        const bool known = end != std::string_view::npos && appendEntity(text, name.substr(0, end));
-        if (!known)
+        const std::size_t length = takeEntity(text, html.substr(begin));
+        if (length == 0)
             text += '&';
-        position += known ? end + 2 : 1;
+        position += std::max<std::size_t>(length, 1);
     }
     return text;
+}
+
+std::size_t takeEntity(std::string& text, std::string_view html) {
+    if (!html.starts_with('&'))
+        return 0;
+    const std::string_view name = html.substr(1, longestEntity);
+    const std::size_t end = name.find(';');
+    const bool known = end != std::string_view::npos && appendEntity(text, name.substr(0, end));
+    return known ? end + 2 : 0;
 }
 
 std::string visibleText(std::string_view html) {

@@ -19,6 +19,10 @@ std::string htmlShowing(std::string_view text);
 /// The text with its entities as characters. One without a semicolon, or with an unknown name, stays.
 std::string decodeEntities(std::string_view html);
 
+/// Appends the character of the entity that the text begins with, and returns its bytes in the text. 0, and
+/// nothing appended, when it begins with none.
+std::size_t takeEntity(std::string& text, std::string_view html);
+
 /// White space of HTML: blank, tab, ends of lines and pages.
 bool isHtmlSpace(char character);
 

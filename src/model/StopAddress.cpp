@@ -87,4 +87,18 @@ std::string AddSpaces(std::string_view text) {
     return spaced;
 }
 
+std::string withoutDelimiters(std::string_view address) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string encoded;
+    for (const char character : address) {
+        const auto byte = static_cast<unsigned char>(character);
+        if (byte <= ' ' || byte == 0x7f ||
+            std::string_view("\"'<>\\").find(character) != std::string_view::npos)
+            encoded.append(1, '%').append(1, digits[byte / 16]).append(1, digits[byte % 16]);
+        else
+            encoded += character;
+    }
+    return encoded;
+}
+
 } // namespace wendmark

@@ -23,6 +23,10 @@ std::string percentDecoded(std::string_view text);
 /// Name of the tour's file that a stop's local address leads to: decoded, without what a link adds to a name.
 std::string localFileName(std::string_view address);
 
+/// The address with what would end it where it is written, in a script, an attribute or a line,
+/// percent-encoded.
+std::string withoutDelimiters(std::string_view address);
+
 /// What tells people which page the address of a web page leads to: host and path, readable.
 std::string hostAndPath(std::string_view address);
 

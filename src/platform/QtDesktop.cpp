@@ -4,6 +4,7 @@
 #include "platform/Strings.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QElapsedTimer>
 #include <QMessageBox>
 #include <QTime>
@@ -74,6 +75,10 @@ void QtDesktop::setBusyPointer(Pointer pointer) {
         QApplication::setOverrideCursor(Qt::WaitCursor);
     else
         QApplication::restoreOverrideCursor();
+}
+
+bool QtDesktop::openOutside(const QUrl& address) {
+    return QDesktopServices::openUrl(address);
 }
 
 void QtDesktop::beep() {

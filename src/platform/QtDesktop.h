@@ -3,6 +3,7 @@
 #include "model/Desktop.h"
 
 #include <QObject>
+#include <QUrl>
 #include <functional>
 #include <optional>
 
@@ -37,6 +38,10 @@ public:
     float timeOfDay() override { return m_clock(); }
     void navigateMainBrowser(const std::string& address) override;
     void setBusyPointer(Pointer pointer) override;
+
+    /// Has the program open it that the desktop opens such things with: the browser, the file manager. False
+    /// when there is none.
+    static bool openOutside(const QUrl& address);
 
     /// Sounds the system's beep: the command cannot be done here.
     void beep();

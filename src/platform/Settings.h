@@ -45,6 +45,14 @@ inline const Setting<QStringList> tours{"RecentTours", QStringList()};
 
 } // namespace recentSettings
 
+namespace findSettings {
+
+inline constexpr Setting<bool> matchCase{"FindMatchCase", false};
+inline constexpr Setting<bool> wholeWords{"FindWholeWords", false};
+inline constexpr Setting<bool> addresses{"FindInAddresses", false};
+
+} // namespace findSettings
+
 namespace siteSettings {
 
 /// Address that "Home" goes to.

@@ -23,6 +23,21 @@ bool askYesNo(QWidget* parent, const QString& text, const QString& title, QMessa
     return box.exec() == QMessageBox::Yes;
 }
 
+SaveAnswer askToSave(QWidget* parent, const QString& text, const QString& save, const QString& goOn) {
+    QMessageBox box(QMessageBox::Question, programTitle(), text, QMessageBox::NoButton, parent);
+    box.setTextFormat(Qt::PlainText);
+    const QAbstractButton* const saves = box.addButton(save, QMessageBox::AcceptRole);
+    const QAbstractButton* const goesOn =
+        goOn.isEmpty() ? nullptr : box.addButton(goOn, QMessageBox::AcceptRole);
+    box.setEscapeButton(box.addButton(QMessageBox::Cancel));
+    box.setDefaultButton(qobject_cast<QPushButton*>(box.buttons().constFirst()));
+    box.exec();
+    const QAbstractButton* const clicked = box.clickedButton();
+    if (clicked == saves)
+        return SaveAnswer::save;
+    return clicked != nullptr && clicked == goesOn ? SaveAnswer::goOn : SaveAnswer::cancel;
+}
+
 void centreOnScreen(QWidget& window) {
     const QRect screen = window.screen()->availableGeometry();
     window.move(screen.left() + (screen.width() - window.width()) / 2,

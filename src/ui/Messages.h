@@ -19,6 +19,17 @@ void showMessage(QWidget* parent, const QString& text, const QString& title = pr
 bool askYesNo(QWidget* parent, const QString& text, const QString& title = programTitle(),
               QMessageBox::Icon icon = QMessageBox::Question);
 
+enum class SaveAnswer {
+    save,
+    goOn, ///< With what was saved last.
+    cancel
+};
+
+/// Asks whether to save first. `goOn` is the caption of the button that goes on without; empty: there is
+/// none. Return gives save, Esc cancel.
+SaveAnswer askToSave(QWidget* parent, const QString& text, const QString& save,
+                     const QString& goOn = QString());
+
 /// Moves a window, still hidden, to the middle of the screen that it will be on.
 void centreOnScreen(QWidget& window);
 

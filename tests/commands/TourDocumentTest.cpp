@@ -367,7 +367,7 @@ public:
     }
 
     void step() {
-        const unsigned choice = below(30);
+        const unsigned choice = below(31);
         if (choice < 4)
             undo();
         else if (choice < 6)
@@ -498,10 +498,20 @@ private:
         case 26:
             insertSome(any, word);
             break;
+        case 30:
+            replaceSome(any, word);
+            break;
         default:
             typeAt(any, word);
             break;
         }
+    }
+
+    /// In all stops but one, mostly what other commands have put there.
+    void replaceSome(std::int16_t spared, const std::string& word) {
+        static constexpr const char* found[] = {"1", "Words", "host", "o", "Stop"};
+        document().replaceWords(
+            {{found[below(5)], {}, below(2) == 0}, below(4) == 0 ? "" : "R" + word, {spared}, std::nullopt});
     }
 
     static unsigned unsignedOf(std::int16_t count) { return static_cast<unsigned>(count); }

@@ -23,7 +23,9 @@
 #include "ui/dialogs/frmWizard1.h"
 #include "ui/dialogs/frmWizard2.h"
 #include "ui/dialogs/frmWizard3.h"
+#include "ui/main/Editors.h"
 #include "ui/main/SidePanels.h"
+#include "ui/find/frmFind.h"
 #include "ui/main/frmMain.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
@@ -99,6 +101,7 @@ public:
         takeDialogs();
         takeMessages();
         takeHelp();
+        takeFindWindow();
         takeNarrationEditor();
         takeSiteEditor();
         return m_allWritten;
@@ -376,6 +379,16 @@ private:
         waitUntilLoaded(*help.findChild<BrowserView*>());
         take(help, QStringLiteral("frmHelp"));
         takeInTwoSizes(help, QStringLiteral("frmHelp"));
+    }
+
+    void takeFindWindow() {
+        m_window.editors().findInTour();
+        auto& find = *m_window.findChild<frmFind*>();
+        find.findChild<QLineEdit*>(QStringLiteral("txtFind"))->setText(QStringLiteral("the"));
+        find.findChild<QPushButton*>(QStringLiteral("btnFindNext"))->click();
+        take(find, QStringLiteral("frmFind"));
+        takeInTwoSizes(find, QStringLiteral("frmFind"));
+        find.reject();
     }
 
     void takeNarrationEditor() {

@@ -22,6 +22,8 @@
 #include "ui/dialogs/frmWizard1.h"
 #include "ui/dialogs/frmWizard2.h"
 #include "ui/dialogs/frmWizard3.h"
+#include "ui/find/frmFind.h"
+#include "ui/main/Editors.h"
 #include "ui/main/frmMain.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
@@ -175,6 +177,8 @@ constexpr DialogCase dialogs[] = {
      }},
     {"message", [](UiFixture&) { showMessage(nullptr, QStringLiteral("Tour Name cannot be blank")); }},
     {"question", [](UiFixture&) { askYesNo(nullptr, QStringLiteral("Are you sure?")); }},
+    {"question whether to save", [](UiFixture&) { askToSave(nullptr, "Save it first?", "&Save", "&Play"); }},
+    {"question whether to save at all", [](UiFixture&) { askToSave(nullptr, "Save it first?", "&Save"); }},
     {"line error", [](UiFixture& program) { program.desktop.showLineError("Premature end of file"); }},
     {"name of a new folder",
      [](UiFixture& program) {
@@ -435,7 +439,10 @@ private slots:
         for (const QAction* title : titles) {
             const QList<QAction*> items = title->menu()->actions();
             QCOMPARE(repeatedAccessKeys(captionsOf(items)), QStringList());
-            for (const QAction* item : items)
+        }
+        for (const QMenu* menu : window.findChildren<QMenu*>()) {
+            QCOMPARE(repeatedAccessKeys(captionsOf(menu->actions())), QStringList());
+            for (const QAction* item : menu->actions())
                 QVERIFY2(item->isSeparator() || !QKeySequence::mnemonic(item->text()).isEmpty(),
                          qPrintable(item->text()));
         }
@@ -495,6 +502,23 @@ private slots:
         for (const QAbstractButton* button : editor.findChildren<QAbstractButton*>())
             QVERIFY2(!QKeySequence::mnemonic(button->text()).isEmpty(), qPrintable(button->text()));
         QCOMPARE(unreachableByTab(editor), QStringList());
+    }
+
+    void findWindowIsUsableFromTheKeyboardAndByName() {
+        OpenTour tour;
+        tour.waitUntilLoaded();
+        tour.window.editors().findInTour();
+        auto& find = *tour.window.findChild<frmFind*>();
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(find), patience);
+        QVERIFY(!focusableControls(find).isEmpty());
+        QCOMPARE(withoutName(find), QStringList());
+        QCOMPARE(repeatedAccessKeys(captionsOf(find)), QStringList());
+        for (const QAbstractButton* button : find.findChildren<QAbstractButton*>())
+            QVERIFY2(!button->isVisible() || !QKeySequence::mnemonic(button->text()).isEmpty(),
+                     qPrintable(describe(*button)));
+        QCOMPARE(unreachableByTab(find), QStringList());
+        QTest::keyClick(find.windowHandle(), Qt::Key_Escape);
+        QVERIFY(!find.isVisible());
     }
 
     void tabGoesThroughTheFieldsOfTheNarrationEditorBeforeItsButtons() {

@@ -1,9 +1,12 @@
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
 #include "ui/dialogs/frmHelp.h"
+#include "ui/find/frmFind.h"
+#include "ui/main/Editors.h"
 #include "ui/main/frmMain.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
+#include "ui/support/OutsidePrograms.h"
 #include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
@@ -113,6 +116,32 @@ void editsNarration(Program& program, const Give& give) {
              toQString(program.parts.model.stops.at(2).stopTitle));
 }
 
+void opensOutside(Program& program, const QString& beginning, const QString& end, const Give& give) {
+    program.window.save();
+    test::OutsidePrograms outside;
+    give();
+    QCOMPARE(outside.opened.size(), 1);
+    const QString address = outside.opened.constFirst().toString();
+    QVERIFY2(address.startsWith(beginning) && address.endsWith(end), qPrintable(address));
+}
+
+void asksForWords(Program& program, const Give& give) {
+    give();
+    const auto* const window = program.window.findChild<frmFind*>();
+    QVERIFY(window != nullptr && window->isVisible());
+}
+
+void findsNext(Program& program, const Give& give) {
+    program.window.editors().findInTour();
+    auto& window = *program.window.findChild<frmFind*>();
+    window.findChild<QLineEdit*>("txtFind")->setText("Stop 4");
+    window.close();
+    program.window.activateWindow();
+    QTRY_VERIFY_WITH_TIMEOUT(hasKeys(program.window), patience);
+    makes(program, "1234@4", give);
+    QVERIFY(!window.isVisible());
+}
+
 struct Command {
     const char* menuItem;
     const char* key;      ///< Of its toolbar button, or nullptr.
@@ -138,8 +167,8 @@ void listsTheTour(Program& program, const Give& give) {
     menu.close();
 }
 
-const QList<Command>& commands() {
-    static const QList<Command> all = {
+QList<Command> commandsOfTheMenuFile() {
+    return {
         {"mnuFileNew", "New", "Ctrl+N", [](Program&, const Give& give) { opens("frmWizard2", give); }},
         {"mnuFileOpen", "Open", "Ctrl+O",
          [](Program&, const Give& give) { opens("frmSelectFolderOpen", give); }},
@@ -148,6 +177,18 @@ const QList<Command>& commands() {
         {"mnuFileSaveAs", nullptr, "Ctrl+Shift+S",
          [](Program&, const Give& give) { opens("frmSelectFolderSave", give); }},
         {"mnuFilePrint", "Print", "Ctrl+P", [](Program&, const Give& give) { opens("frmPrint", give); }},
+        {"mnuFilePlayServed", nullptr, nullptr,
+         [](Program& program, const Give& give) {
+             opensOutside(program, "http://127.0.0.1:", "/playtour.htm", give);
+         }},
+        {"mnuFilePlayFromDisk", nullptr, nullptr,
+         [](Program& program, const Give& give) {
+             opensOutside(program, "file:///", "/MyTours/walk/playtour.htm", give);
+         }},
+        {"mnuFileFolder", nullptr, nullptr,
+         [](Program& program, const Give& give) {
+             opensOutside(program, "file:///", "/MyTours/walk", give);
+         }},
         {"mnuFileEarlier", nullptr, nullptr,
          [](Program&, const Give& give) { opens("frmEarlierSaves", give); }},
         {"mnuFileRecent", nullptr, nullptr, listsTheTour},
@@ -157,6 +198,11 @@ const QList<Command>& commands() {
              give();
              QCOMPARE(closed.count(), 1);
          }},
+    };
+}
+
+QList<Command> commandsOfOtherMenus() {
+    return {
         {"mnuEditUndo", nullptr, "Ctrl+Z",
          [](Program& program, const Give& give) {
              program.window.insertStop();
@@ -172,6 +218,8 @@ const QList<Command>& commands() {
          [](Program&, const Give& give) { opens("frmPropTab", give); }},
         {"mnuEditSite", "EdBro", "F2", editsSite},
         {"mnuEditNarration", "EdNar", "F4", editsNarration},
+        {"mnuEditFind", nullptr, "Ctrl+F", asksForWords},
+        {"mnuEditFindNext", nullptr, "Ctrl+G", findsNext},
         {"mnuStopsInsert", "Insert", "Ctrl+Ins",
          [](Program& program, const Give& give) { makes(program, "12e34@3", give); }},
         {"mnuStopsDelete", "Delete", "Ctrl+Del",
@@ -199,6 +247,10 @@ const QList<Command>& commands() {
          [](Program& program, const Give& give) { showsHelp(program, "www.brenholt.example/", give); }},
         {"mnuHelpAbout", nullptr, nullptr, [](Program&, const Give& give) { opens("frmAbout", give); }},
     };
+}
+
+const QList<Command>& commands() {
+    static const QList<Command> all = commandsOfTheMenuFile() + commandsOfOtherMenus();
     return all;
 }
 

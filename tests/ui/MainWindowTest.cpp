@@ -69,9 +69,14 @@ private slots:
         }
         QCOMPARE(titles, (QStringList{"&File", "&Edit", "&Stops", "&Navigate", "&View", "&Help"}));
         QCOMPARE(menus[0], (QStringList{"&New", "&Open...", "-", "&Save", "Save &As...", "-", "&Print...",
-                                        "-", "Open &Recent", "&Earlier Saves...", "E&xit"}));
-        QCOMPARE(menus[1],
-                 (QStringList{"&Undo", "&Redo", "-", "Tour &Properties", "&Site Frame", "&Narration Frame"}));
+                                        "-", "Play in &Browser", "Open Tour &Folder", "-", "Open &Recent",
+                                        "&Earlier Saves...", "E&xit"}));
+        for (const QMenu* const menu : window.findChildren<QMenu*>()) {
+            if (menu->title() == "Play in &Browser")
+                QCOMPARE(captionsOf(*menu), (QStringList{"From a &Web Server", "From &Disk"}));
+        }
+        QCOMPARE(menus[1], (QStringList{"&Undo", "&Redo", "-", "Tour &Properties", "&Site Frame",
+                                        "&Narration Frame", "-", "&Find in Tour...", "Find Ne&xt"}));
         QCOMPARE(menus[2], (QStringList{"&Insert", "&Delete", "-", "Move &Forward", "Move &Back"}));
         QCOMPARE(menus[3], (QStringList{"&Prev", "&Next", "&Stop"}));
         QCOMPARE(menus[4], (QStringList{"&Refresh", "&Options...", "&Launching Information", "-",

@@ -27,7 +27,7 @@ using Act = void (*)(HurriedAuthor&);
 using Belongings = std::map<std::string, std::string>;
 
 /// What is needed before a command can be given.
-enum class Needs { nothing, siteEditor, narrationEditor, undone, changed };
+enum class Needs { nothing, siteEditor, narrationEditor, findWindow, undone, changed };
 
 struct Command {
     const char* name = nullptr;
@@ -117,6 +117,9 @@ const Command commands[] = {
     {"print", [](HurriedAuthor& a) { a.button("Print"); }},
     {"openRecent", openRecent},
     {"handOver", handOver},
+    {"playServed", [](HurriedAuthor& a) { a.menu("mnuFilePlayServed"); }},
+    {"playFromDisk", [](HurriedAuthor& a) { a.menu("mnuFilePlayFromDisk"); }},
+    {"tourFolder", [](HurriedAuthor& a) { a.menu("mnuFileFolder"); }},
     {"earlierSaves", [](HurriedAuthor& a) { a.menu("mnuFileEarlier"); }},
     {"undo", [](HurriedAuthor& a) { a.menu("mnuEditUndo"); }},
     {"redo", [](HurriedAuthor& a) { a.menu("mnuEditRedo"); }, Needs::undone},
@@ -130,6 +133,9 @@ const Command commands[] = {
     {"listInsert", [](HurriedAuthor& a) { a.menu("listInsert"); }},
     {"listDuplicate", [](HurriedAuthor& a) { a.menu("listDuplicate"); }},
     {"listDelete", [](HurriedAuthor& a) { a.menu("listDelete"); }},
+    {"findNext", [](HurriedAuthor& a) { a.findButton("btnFindNext"); }, Needs::findWindow},
+    {"replace", [](HurriedAuthor& a) { a.findButton("btnReplace"); }, Needs::findWindow},
+    {"replaceAll", [](HurriedAuthor& a) { a.findButton("btnReplaceAll"); }, Needs::findWindow},
     {"previous", [](HurriedAuthor& a) { a.button("Prev"); }},
     {"next", [](HurriedAuthor& a) { a.button("Next"); }},
     {"stopLoading", [](HurriedAuthor& a) { a.button("Stop"); }},
@@ -194,12 +200,15 @@ constexpr Exception exceptions[] = {
     // Refresh, which leaves nothing to tell it by.)
     {"useSite", "next", Meaning::atOnce},
     {"useSite", "previous", Meaning::atOnce},
+    {"useSite", "findNext", Meaning::atOnce},
     {"useSite", "remember", Meaning::ahead},
     {"testFrame", "next", Meaning::atOnce},
     {"testFrame", "previous", Meaning::atOnce},
+    {"testFrame", "findNext", Meaning::atOnce},
     {"testFrame", "remember", Meaning::ahead},
     {"testInWindow", "next", Meaning::atOnce},
     {"testInWindow", "previous", Meaning::atOnce},
+    {"testInWindow", "findNext", Meaning::atOnce},
     {"testInWindow", "remember", Meaning::ahead},
     // Of a page that the author leaves there is no verdict.
     {"useSite", "goToAddress", Meaning::givesUp},
@@ -262,6 +271,9 @@ void prepare(HurriedAuthor& author, const Command& command) {
         break;
     case Needs::narrationEditor:
         author.openNarrationEditor();
+        break;
+    case Needs::findWindow:
+        author.openFindWindow();
         break;
     case Needs::undone:
         author.menu("mnuStopsBack");

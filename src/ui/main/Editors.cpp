@@ -7,6 +7,7 @@
 #include "ui/Messages.h"
 #include "ui/ProgramParts.h"
 #include "ui/dialogs/frmHelp.h"
+#include "ui/find/frmFind.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
 
@@ -82,6 +83,21 @@ bool Editors::leave() {
     if (leaves)
         close();
     return leaves;
+}
+
+void Editors::findInTour() {
+    findWindow().ask();
+}
+
+void Editors::findNext() {
+    findWindow().findNext();
+}
+
+frmFind& Editors::findWindow() {
+    if (m_find.isNull())
+        m_find = new frmFind(
+            m_parts, [this] { return stopInNarrationEditor(); }, &m_window);
+    return *m_find;
 }
 
 void Editors::showHelp() {

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <cstdint>
 #include <optional>
 
 class QWidget;
@@ -11,11 +12,13 @@ class QWidget;
 namespace wendmark {
 
 class frmBrowser;
+class frmFind;
 class frmHelp;
 class frmNarEdit;
 struct ProgramParts;
 
-/// The windows that stay open beside the main window: site editor, narration editor, help viewer.
+/// The windows that stay open beside the main window: site editor, narration editor, find window, help
+/// viewer.
 class Editors final : public QObject {
     Q_OBJECT
 
@@ -54,6 +57,12 @@ public:
     /// Same, and closes both editors when the author goes.
     bool leave();
 
+    /// Asks for words to find in all stops.
+    void findInTour();
+
+    /// Goes to the next place where they stand.
+    void findNext();
+
     /// Shows the help pages, or the maker's web site.
     void showHelp();
     void showWebSite();
@@ -66,11 +75,13 @@ signals:
     void narrationOpenChanged();
 
 private:
+    frmFind& findWindow();
     frmHelp& helpViewer();
     QString helpFolder() const;
 
     const ProgramParts& m_parts;
     QWidget& m_window;
+    QPointer<frmFind> m_find; ///< None until its first use.
     QPointer<frmHelp> m_help;
     QPointer<frmBrowser> m_siteEditor;      ///< None while it is closed.
     QPointer<frmNarEdit> m_narrationEditor; ///< None until its first use, and after its close box.

@@ -3,7 +3,9 @@
 #include "platform/Icons.h"
 #include "platform/Strings.h"
 #include "ui/controls/CommandBar.h"
+#include "ui/main/Editors.h"
 #include "ui/main/MainDialogs.h"
+#include "ui/main/PlayCommands.h"
 #include "ui/main/SidePanels.h"
 #include "ui/main/frmMain.h"
 
@@ -38,6 +40,12 @@ constexpr MainCommand commands[] = {
      false, true},
     {"&File", "mnuFilePrint", "&Print...", "Ctrl+P", inPart<&frmMain::dialogs, &MainDialogs::printTourScript>,
      "Print", "Print Tour Script", false, true, 4, true},
+    {"&File|Play in &Browser", "mnuFilePlayServed", "From a &Web Server", "",
+     inPart<&frmMain::play, &PlayCommands::playServed>},
+    {"&File|Play in &Browser", "mnuFilePlayFromDisk", "From &Disk", "",
+     inPart<&frmMain::play, &PlayCommands::playFromDisk>},
+    {"&File", "mnuFileFolder", "Open Tour &Folder", "", inPart<&frmMain::play, &PlayCommands::openTourFolder>,
+     nullptr, nullptr, false, true},
     {"&File", "mnuFileRecent", "Open &Recent", "", nullptr},
     {"&File", "mnuFileEarlier", "&Earlier Saves...", "", inWindow<&frmMain::openEarlierSave>},
     {"&File", "mnuFileExit", "E&xit", "Ctrl+Q", inWindow<&frmMain::quit>},
@@ -50,7 +58,9 @@ constexpr MainCommand commands[] = {
     {"&Edit", "mnuEditSite", "&Site Frame", "F2", inWindow<&frmMain::editSiteFrame>, "EdBro",
      "Edit Site Frame", false, false, 6},
     {"&Edit", "mnuEditNarration", "&Narration Frame", "F4", inWindow<&frmMain::editNarrationFrame>, "EdNar",
-     "Edit Narration Frame", false, false, 7, true},
+     "Edit Narration Frame", false, true, 7, true},
+    {"&Edit", "mnuEditFind", "&Find in Tour...", "Ctrl+F", inPart<&frmMain::editors, &Editors::findInTour>},
+    {"&Edit", "mnuEditFindNext", "Find Ne&xt", "Ctrl+G", inPart<&frmMain::editors, &Editors::findNext>},
     {"&Stops", "mnuStopsInsert", "&Insert", "Ctrl+Ins", inWindow<&frmMain::insertStop>, "Insert",
      "Insert Stop (after this stop)", true, false, 8},
     {"&Stops", "mnuStopsDelete", "&Delete", "Ctrl+Del", inWindow<&frmMain::deleteStop>, "Delete",
@@ -78,6 +88,14 @@ constexpr MainCommand commands[] = {
      false, true},
     {"&Help", "mnuHelpAbout", "&About", "", inPart<&frmMain::dialogs, &MainDialogs::showAbout>},
 };
+
+/// The last menu in `parent`, a menu or their bar, if it has this caption; else a new one.
+template <typename Parent>
+QMenu& lastMenu(Parent& parent, const QString& caption) {
+    const QList<QAction*> actions = parent.actions();
+    QMenu* const last = actions.isEmpty() ? nullptr : actions.last()->menu();
+    return last != nullptr && last->title() == caption ? *last : *parent.addMenu(caption);
+}
 
 QAction* addCommand(frmMain& window, QMenu& menu, const MainCommand& command) {
     const QString name = QLatin1String(command.name);
@@ -107,11 +125,11 @@ bool CommandAction::event(QEvent* event) {
 
 ActionsByName fillMenus(frmMain& window, QMenuBar& menus) {
     ActionsByName actions;
-    QMenu* menu = nullptr;
     for (const MainCommand& command : commands) {
-        const QString caption = frmMain::tr(command.menu);
-        if (menu == nullptr || menu->title() != caption)
-            menu = menus.addMenu(caption);
+        const QStringList captions = frmMain::tr(command.menu).split(QLatin1Char('|'));
+        QMenu* menu = &lastMenu(menus, captions.first());
+        if (captions.size() > 1)
+            menu = &lastMenu(*menu, captions.last());
         actions.insert(QLatin1String(command.name), addCommand(window, *menu, command));
     }
     return actions;

@@ -15,10 +15,10 @@ class frmMain;
 
 /// One command of the main window, in all the ways to give it.
 struct MainCommand {
-    const char* menu = nullptr;          ///< Caption of the menu that it stands in.
-    const char* name = nullptr;          ///< Of its menu item, and of its icon.
-    const char* caption = nullptr;       ///< Of the menu item.
-    const char* shortcut = nullptr;      ///< In the portable spelling; empty: none.
+    const char* menu = nullptr;     ///< Caption of the menu that it stands in; behind a "|" of one inside it.
+    const char* name = nullptr;     ///< Of its menu item, and of its icon.
+    const char* caption = nullptr;  ///< Of the menu item.
+    const char* shortcut = nullptr; ///< In the portable spelling; empty: none.
     void (*command)(frmMain&) = nullptr; ///< Null for an item that gets a menu of its own.
     const char* key = nullptr;           ///< Of its toolbar button; null: it has none.
     const char* toolTip = nullptr;       ///< Of the button.

@@ -13,6 +13,7 @@
 #include "ui/main/FileCommands.h"
 #include "ui/main/MainDialogs.h"
 #include "ui/main/MainStatusBar.h"
+#include "ui/main/PlayCommands.h"
 #include "ui/main/SidePanels.h"
 #include "ui/main/TourPreview.h"
 #include "ui/main/UnsavedWork.h"
@@ -47,6 +48,7 @@ frmMain::frmMain(ProgramParts parts)
     , m_statusBar(new MainStatusBar(this))
     , m_unsaved(new UnsavedWork(m_document, m_parts.recovery, m_parts.gate, m_parts.savedScripts, this))
     , m_files(new FileCommands(m_parts, *m_unsaved, *this, [this] { return m_editors->mayLeave(); }))
+    , m_play(new PlayCommands(m_parts, *m_files, *this))
     , m_editors(new Editors(m_parts, *this))
     , m_dialogs(new MainDialogs(m_parts, *m_statusBar, *this)) {
     setObjectName(QStringLiteral("frmMain"));

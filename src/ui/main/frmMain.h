@@ -17,6 +17,7 @@ class Editors;
 class FileCommands;
 class MainDialogs;
 class MainStatusBar;
+class PlayCommands;
 class SidePanels;
 class TourPreview;
 class UnsavedWork;
@@ -58,7 +59,9 @@ public:
     void showWebSite();
 
     // Further commands.
+    Editors& editors() { return *m_editors; }
     MainDialogs& dialogs() { return *m_dialogs; }
+    PlayCommands& play() { return *m_play; }
     SidePanels& sides() { return *m_sides; }
 
     /// Gives the command as its toolbar button and its keys do.
@@ -115,6 +118,7 @@ private:
     MainStatusBar* m_statusBar;       ///< sbStatusBar
     UnsavedWork* m_unsaved;
     FileCommands* m_files;
+    PlayCommands* m_play;
     Editors* m_editors;
     MainDialogs* m_dialogs;
     SidePanels* m_sides = nullptr;

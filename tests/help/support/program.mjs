@@ -10,9 +10,9 @@ function readCommands(source) {
   const table = source.match(/ commands\[\] = \{\n(.*?)\n\};/s)[1].replace(/\s+/g, ' ');
   const row = /\{"([^"]*)", "(\w+)", "([^"]*)", "([^"]*)", (?:in\w+<[^>]+>|nullptr)(?:, (?:nullptr|"\w+"), (?:nullptr|"([^"]*)"), \w+, \w+(?:, (\d+))?)?/g;
   const rows = [...table.matchAll(row)].map(([, menu, action, caption, shortcut, toolTip, place]) => ({
-    menu: withoutAccessKey(menu),
+    menu: withoutAccessKey(menu.split('|')[0]),
     action,
-    caption: withoutAccessKey(caption),
+    caption: [...menu.split('|').slice(1), caption].map(withoutAccessKey).join(', '),
     shortcut,
     toolTip,
     place: Number(place ?? 0),

@@ -5,6 +5,7 @@
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
 #include "recovery/RecoveryStore.h"
+#include "ui/find/frmFind.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
 #include "ui/site/frmTestFrame.h"
@@ -93,6 +94,10 @@ void HurriedAuthor::narrationButton(const char* name) const {
     click(narrationEditor(), name);
 }
 
+void HurriedAuthor::findButton(const char* name) const {
+    click(findWindow(), name);
+}
+
 void HurriedAuthor::escape(QWidget* editor) const {
     QWidget* const dialog = QApplication::activeModalWidget();
     QWidget* const target = dialog == nullptr ? editor : dialog;
@@ -126,6 +131,16 @@ frmBrowser* HurriedAuthor::siteEditor() const {
 
 frmNarEdit* HurriedAuthor::narrationEditor() const {
     return openWindow<frmNarEdit>(window, "frmNarEdit");
+}
+
+frmFind* HurriedAuthor::findWindow() const {
+    return openWindow<frmFind>(window, "frmFind");
+}
+
+void HurriedAuthor::openFindWindow() const {
+    menu("mnuEditFind");
+    findWindow()->findChild<QLineEdit*>(QStringLiteral("txtFind"))->setText(QStringLiteral("stop"));
+    findWindow()->findChild<QLineEdit*>(QStringLiteral("txtReplace"))->setText(QStringLiteral("Halt"));
 }
 
 void HurriedAuthor::openSiteEditor() {
@@ -214,6 +229,7 @@ std::map<std::string, std::string> HurriedAuthor::belongings() const {
     found["asked"] = plain(toUtf8(m_asked.join(QStringLiteral("; "))));
     found["windows"] = std::string(m_closed ? "" : "main ") + (siteEditor() == nullptr ? "" : "site ") +
                        (narrationEditor() == nullptr ? "" : "narration");
+    found["opened"] = std::to_string(outside.opened.size());
     for (const Bookmark& bookmark : document.bookmarks().bookmarks)
         found["bookmarks"] += plain(bookmark.address) + "|" + bookmark.note + "\n";
     if (const frmNarEdit* const editor = narrationEditor())
@@ -302,6 +318,8 @@ void HurriedAuthor::answerQuestion(QMessageBox& box) {
         said = quitAnswer;
     else if (box.text() == testQuestion && ++m_testQuestions > mostTestQuestions)
         said = QStringLiteral("No"); // A test that never ends is to be seen.
+    else if (box.text().endsWith(QLatin1String("Save it first?")))
+        said = QStringLiteral("Save and Play");
     else if (box.standardButtons().testFlag(QMessageBox::Yes))
         said = QStringLiteral("Yes");
     press(box, said);

@@ -2,6 +2,7 @@
 
 #include "ui/main/frmMain.h"
 #include "ui/support/LoopbackServer.h"
+#include "ui/support/OutsidePrograms.h"
 #include "ui/support/UiFixture.h"
 
 #include <QPointer>
@@ -15,6 +16,7 @@ class QMessageBox;
 
 namespace wendmark {
 class frmBrowser;
+class frmFind;
 class frmNarEdit;
 } // namespace wendmark
 
@@ -36,6 +38,7 @@ public:
     void button(const char* key) const; ///< Of the main window's toolbar.
     void siteButton(const char* name) const;
     void narrationButton(const char* name) const;
+    void findButton(const char* name) const;
     void escape(QWidget* editor) const;             ///< With a dialog open, in that one.
     static void askToClose(const QWidget* asked);   ///< As the window's frame and the end of a session do.
     void typeAddress(const QString& address) const; ///< Into the site editor.
@@ -45,10 +48,14 @@ public:
 
     frmBrowser* siteEditor() const;
     frmNarEdit* narrationEditor() const;
+    frmFind* findWindow() const;
 
     /// Opens the window and waits until it is ready; the site editor shows a page of the server.
     void openSiteEditor();
     void openNarrationEditor() const;
+
+    /// Same, with words that stand in four stops of the tour, and others for them.
+    void openFindWindow() const;
 
     /// Whether the site editor's browser shows the page of the frame test.
     bool showsTestPage() const;
@@ -79,6 +86,7 @@ public:
 
     UiFixture program;
     LoopbackServer server;
+    OutsidePrograms outside;
     frmMain window;
 
 private:
