@@ -10,6 +10,7 @@
 #include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QLocalServer>
@@ -318,7 +319,7 @@ private slots:
                      program.two + " opens when the present command has ended.");
             dialog.reject();
         });
-        program.window.editTourProperties();
+        program.window.findChild<QAction*>("mnuEditProperties")->trigger();
         QVERIFY(test::waitUntil([&] { return program.openTour() == program.two; }));
         QCOMPARE(test::noticeOf(program.window), QString());
     }
