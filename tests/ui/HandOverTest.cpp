@@ -6,11 +6,11 @@
 #include "support/ScratchFolder.h"
 #include "ui/dialogs/FolderEntry.h"
 #include "ui/main/FileCommands.h"
-#include "ui/main/MainDialogs.h"
 #include "ui/main/frmMain.h"
 #include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QLocalServer>
@@ -319,7 +319,7 @@ private slots:
                      program.two + " opens when the present command has ended.");
             dialog.reject();
         });
-        program.window.dialogs().editTourProperties();
+        program.window.findChild<QAction*>("mnuEditProperties")->trigger();
         QVERIFY(test::waitUntil([&] { return program.openTour() == program.two; }));
         QCOMPARE(test::noticeOf(program.window), QString());
     }
