@@ -70,18 +70,8 @@ UiFixture::~UiFixture() {
 }
 
 ProgramParts UiFixture::parts() {
-    return {document,
-            gate,
-            options,
-            desktop,
-            settings,
-            registry,
-            *profile,
-            recovery,
-            fileNames,
-            htmlEditor,
-            spelling,
-            scratch / "state/scripts"};
+    return {document, gate,     options,   desktop,    settings, registry,
+            *profile, recovery, fileNames, htmlEditor, spelling, scratch / "state/scripts"};
 }
 
 QString UiFixture::makeTour(const QString& name, int stopCount) {
