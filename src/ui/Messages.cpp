@@ -1,5 +1,6 @@
 #include "ui/Messages.h"
 
+#include <QPushButton>
 #include <QScreen>
 #include <QWidget>
 
