@@ -424,6 +424,27 @@ private slots:
         QCOMPARE(open.model().stopCount(), std::int16_t{100});
     }
 
+    void fiftyDroppedLinksAreOneStep() {
+        OpenList open;
+        const TourModel before = open.model();
+        QString html;
+        for (int n = 1; n <= 50; ++n)
+            html += QString("<p><a href='https://example.org/%1'>Link %1</a></p>").arg(n);
+        QMimeData data;
+        data.setHtml(html);
+        open.drop(data, 2);
+        QCOMPARE(open.model().stopCount(), 54);
+        QCOMPARE(open.rows(), 55);
+        for (int n = 1; n <= 50; ++n) {
+            QCOMPARE(open.address(n + 2), QString("https://example.org/%1").arg(n));
+            QCOMPARE(toQString(open.model().stops.at(n + 2).stopTitle), QString("Link %1").arg(n));
+        }
+        open.window.undo();
+        QVERIFY(open.model().stops == before.stops);
+        open.window.redo();
+        QCOMPARE(open.model().stopCount(), 54);
+    }
+
     void droppedAddressesStandBehindTheRow() {
         OpenList open;
         QMimeData data;

@@ -14,8 +14,8 @@
 
 namespace wendmark {
 
-MainDialogs::MainDialogs(const ProgramParts& parts, MainStatusBar& statusBar, QWidget& window)
-    : QObject(&window), m_parts(parts), m_statusBar(statusBar), m_window(window) {}
+MainDialogs::MainDialogs(ProgramParts parts, MainStatusBar& statusBar, QWidget& window)
+    : QObject(&window), m_parts(std::move(parts)), m_statusBar(statusBar), m_window(window) {}
 
 void MainDialogs::run(std::function<void()> command) {
     m_parts.gate.run(*this, [this, command = std::move(command)] {

@@ -18,7 +18,7 @@ class MainDialogs final : public QObject {
 
 public:
     /// What `parts` refers to, and the others, must outlive them; dialogs stand over `window`.
-    MainDialogs(const ProgramParts& parts, MainStatusBar& statusBar, QWidget& window);
+    MainDialogs(ProgramParts parts, MainStatusBar& statusBar, QWidget& window);
 
     void printTourScript();
     void editTourProperties();

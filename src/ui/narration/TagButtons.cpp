@@ -14,6 +14,7 @@
 #include <QInputDialog>
 #include <QPushButton>
 #include <QShortcut>
+#include <utility>
 
 namespace wendmark {
 
@@ -31,8 +32,8 @@ QString askForAddress(QWidget& window) {
 
 } // namespace
 
-TagButtons::TagButtons(const ProgramParts& parts, HtmlField& field, QWidget* parent)
-    : QWidget(parent), m_parts(parts), m_field(field), m_row(new FlowLayout(dialogGap)) {
+TagButtons::TagButtons(ProgramParts parts, HtmlField& field, QWidget* parent)
+    : QWidget(parent), m_parts(std::move(parts)), m_field(field), m_row(new FlowLayout(dialogGap)) {
     setLayout(m_row);
     m_row->setContentsMargins({});
     addTag("btnBold", tr("&Bold"), tr("Make the selected words bold"), QKeySequence::Bold, boldTag);

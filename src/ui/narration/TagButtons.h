@@ -21,7 +21,7 @@ class TagButtons final : public QWidget {
 
 public:
     /// What `parts` refers to, and the field, must outlive the buttons.
-    TagButtons(const ProgramParts& parts, HtmlField& field, QWidget* parent);
+    TagButtons(ProgramParts parts, HtmlField& field, QWidget* parent);
 
 private:
     QPushButton* add(const char* name, const QString& caption, const QString& toolTip,

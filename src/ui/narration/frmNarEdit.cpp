@@ -138,7 +138,8 @@ void frmNarEdit::takeUnappliedTexts(const UnappliedTexts& texts) {
 }
 
 std::int16_t frmNarEdit::filledStop() const {
-    return isVisible() ? numberOf(m_parts.document.model(), m_filledWith, m_filledStop, textFields) : 0;
+    return isVisible() ? numberOf(m_parts.document.model(), m_filledWith, m_filledStop, textFields)
+                       : std::int16_t{0};
 }
 
 UnappliedTexts frmNarEdit::texts() const {

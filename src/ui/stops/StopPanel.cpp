@@ -61,6 +61,10 @@ void copyFields(const Stop& from, Stop& to, const StopFields& fields) {
         to.stopInstruction = from.stopInstruction;
 }
 
+bool isUntitled(const Stop& stop) {
+    return stop.stopTitle.empty() || stop.stopTitle == newStop().stopTitle;
+}
+
 /// Fields take Ctrl+Ins for "Copy", but without a selection there is nothing to copy, and it inserts a stop.
 bool isForStops(const QKeyEvent& key, const QObject& field) {
     const auto* const line = qobject_cast<const QLineEdit*>(&field);
@@ -266,19 +270,15 @@ void StopPanel::leaveAddress() {
 void StopPanel::offerTitle() {
     m_titleButton->hide();
     m_pageTitle->cancel();
-    if (!holdsStop() || !isUntitled() || isElsewhere() || isNewPage(m_seen.stopURL))
+    if (!holdsStop() || !isUntitled(m_seen) || isElsewhere() || isNewPage(m_seen.stopURL))
         return;
     const std::string file = m_parts.document.workspace().workingFile(localFileName(m_seen.stopURL));
     m_pageTitle->ask(isWebAddress(m_seen.stopURL) ? QUrl(toQString(m_seen.stopURL))
                                                   : QUrl::fromLocalFile(toQString(file)));
 }
 
-bool StopPanel::isUntitled() const {
-    return m_seen.stopTitle.empty() || m_seen.stopTitle == newStop().stopTitle;
-}
-
 void StopPanel::showOffer(const QString& title) {
-    if (!isUntitled())
+    if (!isUntitled(m_seen))
         return; // The author was quicker.
     m_offer = title.left(static_cast<qsizetype>(longestFoundTitle));
     m_titleButton->setText(
@@ -298,7 +298,8 @@ void StopPanel::takeOffer() {
 bool StopPanel::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusIn)
         ++m_burst; // Another field, or the same one again.
-    if (event->type() == QEvent::ShortcutOverride && isForStops(static_cast<QKeyEvent&>(*event), *watched)) {
+    const auto* const key = dynamic_cast<const QKeyEvent*>(event);
+    if (key != nullptr && event->type() == QEvent::ShortcutOverride && isForStops(*key, *watched)) {
         event->ignore();
         return true;
     }
@@ -332,34 +333,38 @@ void StopPanel::fill() {
     const bool other = std::exchange(m_stop, model.currentStop) != model.currentStop;
     const bool otherMode = std::exchange(m_automatic, model.autoInstruction) != model.autoInstruction;
     const Stop stop = holdsStop() ? model.stops.at(m_stop) : Stop();
-    StopFields fields = {stop.stopTitle != m_seen.stopTitle, stop.stopURL != m_seen.stopURL,
-                         stop.stopNarration != m_seen.stopNarration,
-                         otherMode || stop.stopInstruction != m_seen.stopInstruction};
-    if (other) {
-        ++m_burst;
-        m_typed.reset(); // It finds its stop.
-        fields = allFields;
-    } else if (m_typed) {
-        const StopFields& typed = m_typed->fields;
-        fields = {fields.title && !typed.title, fields.address && !typed.address,
-                  fields.narration && !typed.narration, fields.instruction && !typed.instruction};
-    }
+    const StopFields fields = other ? allFields : changedFields(stop, otherMode);
     m_seen = stop;
     const QScopedValueRollback filling(m_filling, true);
     if (other)
-        for (HtmlField* const field : {m_words, m_instruction})
-            field->beginWith({}); // Nothing leads back to the texts of another stop.
+        forgetFormerStop();
     fillFields(stop, fields);
     enableFields();
     tellTarget();
-    if (other || fields.title || fields.address)
+    if (fields.title || fields.address)
         m_addressHint->hide();
-    if (other || fields.title)
+    if (fields.title)
         m_titleButton->hide();
-    if (other || fields.address)
+    if (fields.address)
         m_shownPage = stop.stopURL;
     if (fields.address && !other)
         offerTitle();
+}
+
+/// Those that differ from what was seen last, but for what was typed and waits.
+StopFields StopPanel::changedFields(const Stop& stop, bool otherMode) const {
+    const StopFields typed = m_typed ? m_typed->fields : StopFields();
+    return {stop.stopTitle != m_seen.stopTitle && !typed.title,
+            stop.stopURL != m_seen.stopURL && !typed.address,
+            stop.stopNarration != m_seen.stopNarration && !typed.narration,
+            (otherMode || stop.stopInstruction != m_seen.stopInstruction) && !typed.instruction};
+}
+
+void StopPanel::forgetFormerStop() {
+    ++m_burst;
+    m_typed.reset(); // It finds its stop.
+    for (HtmlField* const field : {m_words, m_instruction})
+        field->beginWith({}); // Nothing leads back to the texts of another stop.
 }
 
 void StopPanel::fillFields(const Stop& stop, const StopFields& fields) {

@@ -81,11 +81,12 @@ private:
     void store(const std::shared_ptr<Typed>& typed);
     void leaveAddress();
     void offerTitle();
-    bool isUntitled() const;
     void showOffer(const QString& title);
     void takeOffer();
     Stop present() const;
     void fill();
+    StopFields changedFields(const Stop& stop, bool otherMode) const;
+    void forgetFormerStop();
     void fillFields(const Stop& stop, const StopFields& fields);
     void enableFields();
     void tellTarget();
