@@ -510,8 +510,12 @@ private:
     /// In all stops but one, mostly what other commands have put there.
     void replaceSome(std::int16_t spared, const std::string& word) {
         static constexpr const char* found[] = {"1", "Words", "host", "o", "Stop"};
-        document().replaceWords(
-            {{found[below(5)], {}, below(2) == 0}, below(4) == 0 ? "" : "R" + word, {spared}, std::nullopt});
+        WordReplacement replacement;
+        replacement.query.words = found[below(5)];
+        replacement.query.addresses = below(2) == 0;
+        replacement.words = below(4) == 0 ? std::string() : "R" + word;
+        replacement.spared = {spared};
+        document().replaceWords(replacement);
     }
 
     static unsigned unsignedOf(std::int16_t count) { return static_cast<unsigned>(count); }
