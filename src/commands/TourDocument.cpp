@@ -77,9 +77,10 @@ Opening TourDocument::finishOpening(const std::string& folder) {
 }
 
 void TourDocument::cancelOpening() {
-    m_timeline.end(takeOpening(), "Cancelled Open", Made::nothing, m_model.currentStop);
+    m_timeline.keepAll(*m_opening);
+    makeEveryPage(m_context); // Or the tour, once saved, would not play as its script says.
+    m_timeline.end(takeOpening(), "Cancelled Open", Made::pages, m_model.currentStop);
     m_model.tourChanged = false;
-    m_pagesMayBeOlder = true;
     m_listeners.tellChange();
 }
 
@@ -124,7 +125,6 @@ bool TourDocument::openScript(std::string_view script) {
 
 bool TourDocument::save() {
     const FileStates before = m_timeline.begin().files;
-    renewPages();
     const bool complete = saveTour(m_context);
     return endSave(complete, before);
 }
@@ -134,15 +134,8 @@ bool TourDocument::saveAs(const std::string& folder) {
     m_workspace.setTourPath(folder);
     m_refusedFolder.clear();
     m_openedWithoutTitle = false;
-    renewPages();
     const bool complete = saveTourAs(m_context);
     return endSave(complete, before);
-}
-
-/// The tour that is saved plays as the script says, also with properties that a cancelled Open has reset.
-void TourDocument::renewPages() {
-    if (std::exchange(m_pagesMayBeOlder, false))
-        makeEveryPage(m_context);
 }
 
 const std::string& TourDocument::shownTourPath() const {
@@ -260,7 +253,6 @@ void TourDocument::redo() {
 void TourDocument::showAfterStep() {
     m_refusedFolder.clear();
     m_openedWithoutTitle = false;
-    m_pagesMayBeOlder = true; // It may have led back to such properties.
     makePreviewFrameset(m_context);
     m_listeners.tellPlace();
     m_listeners.tellChange();

@@ -194,7 +194,6 @@ private:
     using Made = WorkingFiles::Made;
 
     TourTimeline::Before takeOpening();
-    void renewPages();
     bool endSave(bool complete, const FileStates& before);
     void tellSave(bool complete);
     void showAfterStep();
@@ -209,7 +208,6 @@ private:
     StepRunner m_runner;
     std::optional<TourTimeline::Before> m_opening; ///< Before the command that is to open a tour.
     bool m_openedWithoutTitle = false;
-    bool m_pagesMayBeOlder = false; ///< Than the tour's properties.
     std::string m_refusedFolder;
     std::set<std::string> m_untested; ///< Addresses.
 };
