@@ -52,7 +52,7 @@ private:
         const bool ended = test::waitUntil([&] { return program.state() == QProcess::NotRunning; }, patience);
         if (!ended) {
             program.kill();
-            program.waitForFinished();
+            program.waitForFinished(test::patience);
         }
         const bool byItself = ended && program.exitStatus() == QProcess::NormalExit;
         return {byItself ? program.exitCode() : -1, program.readAll()};

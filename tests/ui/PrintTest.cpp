@@ -3,6 +3,7 @@
 #include "ui/dialogs/frmPrint.h"
 #include "ui/main/frmMain.h"
 #include "ui/printing/TourPrinter.h"
+#include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
 #include <QAction>
@@ -32,7 +33,7 @@ namespace {
 QString outputOf(const QString& program, const QStringList& arguments) {
     QProcess process;
     process.start(program, arguments);
-    process.waitForFinished();
+    process.waitForFinished(test::patience);
     return QString::fromUtf8(process.readAllStandardOutput());
 }
 

@@ -608,7 +608,7 @@ private slots:
         QCOMPARE(files, (QStringList{documents + "/A B Rivers.pdf", documents + "/A B Rivers (2).pdf"}));
         QProcess words;
         words.start("pdftotext", {"-layout", files.first(), "-"});
-        QVERIFY(words.waitForFinished());
+        QVERIFY(words.waitForFinished(patience));
         const QString text = QString::fromUtf8(words.readAllStandardOutput()).simplified();
         QVERIFY2(text.startsWith("Launching URLs A/B: \"Rivers\"? 1. When"), qPrintable(text));
         QVERIFY(
