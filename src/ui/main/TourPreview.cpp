@@ -125,6 +125,7 @@ bool TourPreview::isLateAnnouncement(std::int16_t stop) {
 }
 
 void TourPreview::stopContentChanged(std::int16_t stop) {
+    m_typedMeanwhile = true; // A page that is on its way may have been read before.
     if (stop == m_document.model().currentStop && !m_typing.isActive())
         m_typing.start();
 }
@@ -137,8 +138,7 @@ void TourPreview::showTypedText() {
     }
     const std::int16_t stop = m_document.model().currentStop;
     if (stop < 1 || stop > m_document.model().stops.held() || !m_document.filesAreThere())
-        return;                             // A command has come in between.
-    m_typedMeanwhile = m_browser->isBusy(); // The page that comes may have been read before.
+        return; // A command has come in between.
     const std::string name = "page" + std::to_string(stop) + ".htm";
     const files::Contents page = files::read(m_document.workspace().workingFile(name));
     m_document.log().skipAsNote(page.outcome); // The program may have left the tour.

@@ -63,7 +63,7 @@ private:
     QString m_lastStatus;          ///< Shown again when the pointer leaves a link.
     QString m_waitingStopNumber;   ///< Announced while a command waited; null: none was.
     QTimer m_typing;               ///< Runs while something typed is not shown.
-    bool m_typedMeanwhile = false; ///< Something was typed while the tour was being loaded.
+    bool m_typedMeanwhile = false; ///< Something was typed since the tour was loaded.
     bool m_previewComing = false;  ///< The browser was sent to a stop that has not announced itself yet.
 };
 
