@@ -347,6 +347,57 @@ private slots:
                  QString("What was typed last is not in the tour: its stop has gone."));
     }
 
+    void keysBehindAnInsertThatWaitsAreTheNewStops() {
+        OpenPanel open;
+        const Stop before = open.stop(2);
+        open.program.gate.run(open.window, [&] {
+            open.window.insertStop();
+            OpenPanel::type(open.words(), "castle.example");
+            QTest::keyClick(&open.words(), Qt::Key_Tab);
+            OpenPanel::type(open.words(), "Castle");
+            open.window.insertStop();
+            open.window.save();
+            OpenPanel::type(open.words(), "lake.example");
+            QCOMPARE(toQString(open.stop(2).stopNarration), toQString(before.stopNarration));
+        });
+        QTRY_VERIFY_WITH_TIMEOUT(open.program.gate.isOpen(), patience);
+        QCOMPARE(open.program.model.stopCount(), 5);
+        QVERIFY(open.stop(2) == before);
+        QCOMPARE(toQString(open.stop(3).stopURL), QString("https://castle.example"));
+        QCOMPARE(toQString(open.stop(3).stopTitle), QString("Castle"));
+        QCOMPARE(toQString(open.stop(4).stopURL), QString("https://lake.example"));
+        QCOMPARE(open.address().text(), QString("lake.example"));
+        OpenPanel::type(open.words(), "Water");
+        QCOMPARE(toQString(open.stop(4).stopNarration), QString("Water"));
+    }
+
+    void keysBehindAnInsertThatIsRefusedAreLeftOutAndToldOf() {
+        OpenPanel open(tourCapacity);
+        const Stop before = open.stop(2);
+        open.program.gate.run(open.window, [&] {
+            open.window.insertStop();
+            OpenPanel::type(open.words(), "castle.example");
+        });
+        QTRY_VERIFY_WITH_TIMEOUT(open.program.gate.isOpen(), patience);
+        QVERIFY(open.stop(2) == before);
+        QCOMPARE(test::noticeOf(open.window),
+                 QString("What was typed last is not in the tour: there is no new stop for it."));
+        OpenPanel::type(open.words(), "Of the second ");
+        QVERIFY(open.stop(2).stopNarration.starts_with("Of the second "));
+    }
+
+    void clickBehindAnInsertThatWaitsLeadsTheKeys() {
+        OpenPanel open;
+        open.program.gate.run(open.window, [&] {
+            open.window.insertStop();
+            QTest::mouseClick(open.words().viewport(), Qt::LeftButton);
+            OpenPanel::type(open.words(), "Of the second ");
+        });
+        QTRY_VERIFY_WITH_TIMEOUT(open.program.gate.isOpen(), patience);
+        QVERIFY(toQString(open.stop(2).stopNarration).contains("Of the second "));
+        QVERIFY(open.stop(3) == newStop());
+    }
+
     void wordsThatWaitAreKeptForTheNextStart() {
         OpenPanel open;
         auto& sides = open.window.sides();
@@ -603,6 +654,18 @@ private slots:
         open.dock().close();
         open.window.insertStop();
         QVERIFY(!open.dock().isVisible());
+    }
+
+    void insertThatIsRefusedLeavesTheFocusWhereItIs() {
+        OpenPanel open(tourCapacity);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(open.window), patience);
+        open.words().setFocus();
+        open.window.insertStop();
+        QVERIFY(open.words().hasFocus());
+        auto& list = *open.window.findChild<QWidget*>("grdStops");
+        list.setFocus();
+        QTest::keyClick(&list, Qt::Key_Insert);
+        QVERIFY(!open.address().hasFocus());
     }
 
     void keysOfStopsWorkInTheFields() {

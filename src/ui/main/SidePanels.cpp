@@ -6,6 +6,7 @@
 #include "platform/Settings.h"
 #include "platform/Strings.h"
 #include "ui/main/Editors.h"
+#include "ui/main/HeldKeys.h"
 #include "ui/site/LocalPage.h"
 #include "ui/stops/SideDock.h"
 #include "ui/stops/StopListPanel.h"
@@ -41,7 +42,8 @@ SidePanels::SidePanels(const ProgramParts& parts, Editors& editors, QMainWindow&
     , m_list(new StopListPanel(parts, &window))
     , m_stop(new StopPanel(parts, &window))
     , m_listDock(new SideDock(listKind(), m_list, parts.settings, window))
-    , m_stopDock(new SideDock(stopKind(), m_stop, parts.settings, window)) {
+    , m_stopDock(new SideDock(stopKind(), m_stop, parts.settings, window))
+    , m_keys(new HeldKeys(parts.gate, window)) {
     connect(m_listDock, &SideDock::entered, m_list, &StopListPanel::focusList);
     connect(m_stopDock, &SideDock::entered, m_stop, &StopPanel::focusAddress);
     for (const SideDock* const dock : {m_listDock, m_stopDock})
@@ -54,7 +56,12 @@ SidePanels::SidePanels(const ProgramParts& parts, Editors& editors, QMainWindow&
     connect(m_stop, &StopPanel::siteEditorWanted, this, &SidePanels::siteEditorWanted);
     connect(m_stop, &StopPanel::localFileWanted, this,
             [this] { m_parts.gate.run(*this, [this] { takeLocalFile(); }); });
-    connect(m_list, &StopListPanel::stopInserted, this, &SidePanels::beginStop);
+    connect(m_list, &StopListPanel::insertGiven, this, &SidePanels::awaitStop);
+    connect(m_list, &StopListPanel::insertEnded, this, &SidePanels::beginStop);
+    connect(m_keys, &HeldKeys::given, m_stop, &StopPanel::storeTyped);
+    connect(m_keys, &HeldKeys::dropped, this, [this] {
+        emit noticeShown(tr("What was typed last is not in the tour: there is no new stop for it."));
+    });
     m_stop->setTextsElsewhere([this] { return m_editors.stopInNarrationEditor(); });
     connect(&m_editors, &Editors::narrationOpenChanged, m_stop, &StopPanel::refresh);
 }
@@ -67,8 +74,14 @@ void SidePanels::toggleStop() {
     m_stopDock->toggle();
 }
 
-void SidePanels::beginStop() {
+void SidePanels::awaitStop() {
     if (m_stopDock->isVisible())
+        m_keys->holdForLast([this] { return m_stopBegun; });
+}
+
+void SidePanels::beginStop(bool isInserted) {
+    m_stopBegun = isInserted && m_stopDock->isVisible();
+    if (m_stopBegun)
         m_stop->focusAddress();
 }
 

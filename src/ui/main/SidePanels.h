@@ -11,6 +11,7 @@ class QMainWindow;
 namespace wendmark {
 
 class Editors;
+class HeldKeys;
 class SideDock;
 class StopListPanel;
 class StopPanel;
@@ -27,8 +28,11 @@ public:
     void toggleList();
     void toggleStop();
 
-    /// A stop was inserted: its address comes first, if the panel is shown.
-    void beginStop();
+    /// The command to insert a stop was given: what is typed from now on is meant for that stop.
+    void awaitStop();
+
+    /// The command has ended. The new stop's address comes first, if the panel is shown.
+    void beginStop(bool isInserted);
 
     /// What stands in the narration editor, or was typed here, and in no stop yet.
     std::optional<UnappliedTexts> unappliedTexts() const;
@@ -59,6 +63,8 @@ private:
     StopPanel* m_stop;
     SideDock* m_listDock;
     SideDock* m_stopDock;
+    HeldKeys* m_keys;
+    bool m_stopBegun = false; ///< The last command to insert one has led into its address.
 };
 
 } // namespace wendmark

@@ -131,16 +131,16 @@ void frmMain::redo() {
     });
 }
 
-void frmMain::runStopCommand(StopCommandResult (TourDocument::*command)()) {
-    if ((m_document.*command)() == StopCommandResult::refused)
+bool frmMain::runStopCommand(StopCommandResult (TourDocument::*command)()) {
+    const bool isRefused = (m_document.*command)() == StopCommandResult::refused;
+    if (isRefused)
         m_parts.desktop.beep();
+    return !isRefused;
 }
 
 void frmMain::insertStop() {
-    run([this] {
-        runStopCommand(&TourDocument::insertStop);
-        m_sides->beginStop();
-    });
+    run([this] { m_sides->beginStop(runStopCommand(&TourDocument::insertStop)); });
+    m_sides->awaitStop();
 }
 
 void frmMain::deleteStop() {

@@ -95,7 +95,7 @@ private:
 
     void run(std::function<void()> command);
     void look(std::function<void()> command);
-    void runStopCommand(StopCommandResult (TourDocument::*command)());
+    bool runStopCommand(StopCommandResult (TourDocument::*command)());
     void runTicks();
     bool refuseOnOpeningPage(const QString& message);
     void reopenNarrationEditor();

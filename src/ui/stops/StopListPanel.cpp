@@ -186,9 +186,11 @@ void StopListPanel::end(const StopListResult& result, int stopsBefore) {
 void StopListPanel::insertHere() {
     change([this] {
         const int row = std::max(currentRow(), 0);
-        return m_parts.document.insertStops(static_cast<std::int16_t>(row), {newStop()});
+        StopListResult result = m_parts.document.insertStops(static_cast<std::int16_t>(row), {newStop()});
+        emit insertEnded(result.done());
+        return result;
     });
-    m_parts.gate.run(*this, [this] { emit stopInserted(); });
+    emit insertGiven();
 }
 
 void StopListPanel::duplicate() {

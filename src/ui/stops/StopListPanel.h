@@ -36,8 +36,9 @@ signals:
     /// What the author should know of the command that has just ended; empty: nothing.
     void noticeShown(const QString& text);
 
-    /// By the author, as a new one without a page.
-    void stopInserted();
+    /// The command to insert a stop without a page was given, and when its turn was over, has ended.
+    void insertGiven();
+    void insertEnded(bool isInserted);
 
     /// The author wants to be back in the preview.
     void left();

@@ -13,7 +13,7 @@
 #include "ui/narration/HtmlField.h"
 #include "ui/narration/Spelling.h"
 #include "ui/stops/AddressField.h"
-#include "ui/stops/PageTitle.h"
+#include "ui/stops/TitleOffer.h"
 #include "ui/stops/TypedAddress.h"
 
 #include <QEvent>
@@ -31,9 +31,8 @@ namespace wendmark {
 
 namespace {
 
-constexpr int burstPause = 2000;       // Milliseconds without a key that end a burst of typing.
-constexpr int whileClosed = 50;        // Milliseconds until the tour is looked at again.
-constexpr qsizetype longestOffer = 40; // Characters of a title on its button.
+constexpr int burstPause = 2000; // Milliseconds without a key that end a burst of typing.
+constexpr int whileClosed = 50;  // Milliseconds until the tour is looked at again.
 
 constexpr StopFields allFields{.title = true, .address = true, .narration = true, .instruction = true};
 
@@ -94,13 +93,12 @@ StopPanel::StopPanel(const ProgramParts& parts, QWidget* parent)
     , m_address(new AddressField(parts.document, this))
     , m_addressHint(makeTextLabel("lblPanelAddressHint", QString(), this))
     , m_title(new QLineEdit(this))
-    , m_titleButton(makeButton("btnPanelTitle", QString(), this))
+    , m_titleOffer(new TitleOffer(parts.browserProfile,
+                                  toQString(parts.document.workspace().folders().newTourPath), this))
     , m_words(new HtmlField(parts.spelling, this))
     , m_instruction(new HtmlField(parts.spelling, this))
     , m_siteButton(makeButton("btnPanelSite", tr("&Site Editor"), this))
-    , m_fileButton(makeButton("btnPanelFile", tr("&Local File..."), this))
-    , m_pageTitle(new PageTitle(parts.browserProfile,
-                                toQString(parts.document.workspace().folders().newTourPath), this)) {
+    , m_fileButton(makeButton("btnPanelFile", tr("&Local File..."), this)) {
     setFocusPolicy(Qt::ClickFocus); // Where no field can have the focus.
     setupFields();
     setupLayout();
@@ -109,8 +107,6 @@ StopPanel::StopPanel(const ProgramParts& parts, QWidget* parent)
     m_pause.callOnTimeout(this, [this] { ++m_burst; });
     m_changes.setSingleShot(true);
     m_changes.callOnTimeout(this, &StopPanel::fill);
-    connect(m_pageTitle, &PageTitle::found, this,
-            [this](const QUrl&, const QString& title) { showOffer(title); });
     m_parts.document.addListener(*this);
 }
 
@@ -133,8 +129,7 @@ void StopPanel::setupFields() {
     connect(m_words, &QPlainTextEdit::textChanged, this, [this] { type({.narration = true}); });
     connect(m_instruction, &QPlainTextEdit::textChanged, this, [this] { type({.instruction = true}); });
     connect(m_address, &QLineEdit::editingFinished, this, &StopPanel::leaveAddress);
-    // By its key, a click comes a moment later: what is typed in between would go into another field.
-    connect(m_titleButton, &QPushButton::pressed, this, &StopPanel::takeOffer);
+    connect(m_titleOffer, &TitleOffer::taken, this, &StopPanel::takeTitle);
     connect(m_siteButton, &QPushButton::clicked, this, &StopPanel::siteEditorWanted);
     connect(m_fileButton, &QPushButton::clicked, this, &StopPanel::localFileWanted);
     for (QWidget* const field : QList<QWidget*>{m_title, m_address, m_words, m_instruction})
@@ -158,7 +153,7 @@ void StopPanel::setupLayout() {
     add(tr("&Page :"), m_address, 0);
     layout->addWidget(m_addressHint);
     add(tr("Stop &Title :"), m_title, 0);
-    layout->addWidget(m_titleButton);
+    layout->addWidget(m_titleOffer);
     add(tr("Stop Te&xt :"), m_words, 3);
     add(tr("I&nstruction Text :"), m_instruction, 1);
     auto* const buttons = new QHBoxLayout;
@@ -168,10 +163,9 @@ void StopPanel::setupLayout() {
     layout->addLayout(buttons);
     QWidget* before = m_address;
     for (QWidget* const next :
-         QList<QWidget*>{m_title, m_titleButton, m_words, m_instruction, m_siteButton, m_fileButton})
+         QList<QWidget*>{m_title, m_titleOffer, m_words, m_instruction, m_siteButton, m_fileButton})
         setTabOrder(std::exchange(before, next), next);
     m_addressHint->hide();
-    m_titleButton->hide();
 }
 
 void StopPanel::focusAddress() {
@@ -215,7 +209,7 @@ void StopPanel::type(const StopFields& fields) {
     if (fields.address)
         m_addressHint->hide();
     if (fields.title)
-        m_titleButton->hide();
+        m_titleOffer->withdraw();
     const bool waits = m_typed != nullptr;
     if (!waits)
         m_typed = std::make_shared<Typed>(Typed{m_stop, m_seen, {}, {}});
@@ -227,9 +221,16 @@ void StopPanel::type(const StopFields& fields) {
         m_parts.gate.run(*this, [this, typed = m_typed] { store(typed); });
 }
 
+void StopPanel::storeTyped() {
+    if (const std::shared_ptr<Typed> typed = m_typed)
+        store(typed);
+}
+
 void StopPanel::store(const std::shared_ptr<Typed>& typed) {
     if (m_typed == typed)
         m_typed.reset();
+    if (std::exchange(typed->stored, true))
+        return;
     const std::int16_t stop = placeOf(m_parts.document.model(), typed->before, typed->stop);
     if (stop < 1) {
         m_parts.document.log().warn("what was typed into stop " + std::to_string(typed->stop) +
@@ -268,29 +269,17 @@ void StopPanel::leaveAddress() {
 
 /// A stop that has no title of its own yet may have that of its page.
 void StopPanel::offerTitle() {
-    m_titleButton->hide();
-    m_pageTitle->cancel();
+    m_titleOffer->withdraw();
     if (!holdsStop() || !isUntitled(m_seen) || isElsewhere() || isNewPage(m_seen.stopURL))
         return;
     const std::string file = m_parts.document.workspace().workingFile(localFileName(m_seen.stopURL));
-    m_pageTitle->ask(isWebAddress(m_seen.stopURL) ? QUrl(toQString(m_seen.stopURL))
-                                                  : QUrl::fromLocalFile(toQString(file)));
+    m_titleOffer->ask(isWebAddress(m_seen.stopURL) ? QUrl(toQString(m_seen.stopURL))
+                                                   : QUrl::fromLocalFile(toQString(file)));
 }
 
-void StopPanel::showOffer(const QString& title) {
-    if (!isUntitled(m_seen))
-        return; // The author was quicker.
-    m_offer = title.left(static_cast<qsizetype>(longestFoundTitle));
-    m_titleButton->setText(
-        tr("&Use \"%1\"")
-            .arg(shortened(m_offer, longestOffer).replace(QLatin1Char('&'), QStringLiteral("&&"))));
-    m_titleButton->setToolTip(tr("Makes the page's own title that of the stop"));
-    m_titleButton->show();
-}
-
-void StopPanel::takeOffer() {
+void StopPanel::takeTitle(const QString& title) {
     ++m_burst;
-    m_title->setText(toQString(htmlShowing(toUtf8(m_offer))));
+    m_title->setText(toQString(htmlShowing(toUtf8(title))));
     ++m_burst;
     m_words->setFocus();
 }
@@ -344,7 +333,7 @@ void StopPanel::fill() {
     if (fields.title || fields.address)
         m_addressHint->hide();
     if (fields.title)
-        m_titleButton->hide();
+        m_titleOffer->withdraw();
     if (fields.address)
         m_shownPage = stop.stopURL;
     if (fields.address && !other)

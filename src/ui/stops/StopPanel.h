@@ -21,7 +21,7 @@ class QPushButton;
 namespace wendmark {
 
 class HtmlField;
-class PageTitle;
+class TitleOffer;
 
 /// The current stop's page, title, words and instruction beside the preview. What is typed is in the tour at
 /// once, or as soon as the command under way has ended; a burst of typing is one step of the history.
@@ -41,6 +41,9 @@ public:
 
     /// Brings the fields up to date soon.
     void refresh() { m_changes.start(0); }
+
+    /// Within a command: what was just typed is in the tour before the next command.
+    void storeTyped();
 
     /// Makes this the page of the stop on screen, and shows it.
     void takePage(const std::string& address);
@@ -73,6 +76,7 @@ private:
         Stop before; ///< The stop as it was.
         Stop after;
         StopFields fields; ///< That were typed into.
+        bool stored = false;
     };
 
     void setupFields();
@@ -81,8 +85,7 @@ private:
     void store(const std::shared_ptr<Typed>& typed);
     void leaveAddress();
     void offerTitle();
-    void showOffer(const QString& title);
-    void takeOffer();
+    void takeTitle(const QString& title);
     Stop present() const;
     void fill();
     StopFields changedFields(const Stop& stop, bool otherMode) const;
@@ -102,13 +105,11 @@ private:
     QLineEdit* m_address;
     QLabel* m_addressHint; ///< Why what is typed is no page.
     QLineEdit* m_title;
-    QPushButton* m_titleButton; ///< Takes the page's own title.
+    TitleOffer* m_titleOffer; ///< The page's own title.
     HtmlField* m_words;
     HtmlField* m_instruction;
     QPushButton* m_siteButton;
     QPushButton* m_fileButton;
-    PageTitle* m_pageTitle;
-    QString m_offer; ///< The title that the button takes.
     std::function<std::int16_t()> m_textsElsewhere;
     std::int16_t m_stop = -1;       ///< Whose fields these are; 0: the opening page, -1: nobody's yet.
     Stop m_seen;                    ///< That stop in the tour, when the fields were last brought up to date.
