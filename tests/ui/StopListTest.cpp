@@ -476,6 +476,8 @@ private slots:
         QVERIFY(QFile::exists(open.program.working("field notes.htm")));
         QVERIFY(QFile::exists(open.program.working("eel.png")));
         QCOMPARE(open.notice(), QString("Left out: 1"));
+        QCOMPARE(toQString(open.program.log.warnings.back()),
+                 toQString(archive) + " is left out: it is neither a page nor a picture");
         QCOMPARE(open.shown(1, StopListModel::remarkColumn), QString("no words"));
         open.window.undo();
         QCOMPARE(open.titles(), QString("1"));

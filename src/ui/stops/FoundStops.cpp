@@ -1,6 +1,7 @@
 #include "ui/stops/FoundStops.h"
 
 #include "base/Files.h"
+#include "base/Log.h"
 #include "commands/StopCommands.h"
 #include "commands/TourDocument.h"
 #include "model/StopAddress.h"
@@ -60,13 +61,14 @@ public:
     /// Address of the page that the file becomes; empty when it is none, or the author gives up.
     std::string take(const QString& path) {
         const FileKind kind = kindOf(path);
-        const QFileInfo info(path);
-        if (kind == FileKind::other || !info.isFile() || !info.isReadable())
-            return {};
+        if (const char* const reason = reasonAgainst(path, kind))
+            return leaveOut(path, reason);
         const std::string name = kind == FileKind::page ? m_parts.fileNames.nameForPage(path, &m_window)
                                                         : m_parts.fileNames.nameForImage(path, &m_window);
-        if (name.empty() || isTaken(name))
-            return {};
+        if (name.empty())
+            return leaveOut(path, "the author gave it no name");
+        if (isTaken(name))
+            return leaveOut(path, "another file that came with it has its name");
         m_files.push_back({toUtf8(path), name});
         const std::string copy = m_parts.document.workspace().workingFile(name);
         return stopAddressFor(toUtf8(QUrl::fromLocalFile(toQString(copy)).toString(QUrl::FullyEncoded)));
@@ -75,6 +77,23 @@ public:
     const std::vector<AddedFile>& files() const { return m_files; }
 
 private:
+    /// None: it can be taken.
+    static const char* reasonAgainst(const QString& path, FileKind kind) {
+        const QFileInfo info(path);
+        if (!info.exists())
+            return "there is no such file";
+        if (!info.isFile())
+            return "it is no file";
+        if (kind == FileKind::other)
+            return "it is neither a page nor a picture";
+        return info.isReadable() ? nullptr : "it cannot be read";
+    }
+
+    std::string leaveOut(const QString& path, const char* reason) const {
+        m_parts.document.log().warn(toUtf8(path) + " is left out: " + reason);
+        return {};
+    }
+
     /// By another of the files that come at the same time.
     bool isTaken(const std::string& name) const {
         return std::any_of(m_files.begin(), m_files.end(),
