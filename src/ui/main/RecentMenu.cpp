@@ -29,11 +29,19 @@ QString numbered(qsizetype number) {
     return digits.chopped(1) + QLatin1Char('&') + digits.back();
 }
 
+QString timeOf(const RecentTour& tour) {
+    return QLocale().toString(tour.time, QLocale::ShortFormat);
+}
+
+/// The time stands where other menus have the keys.
+QString itemText(const QString& name, const QString& time) {
+    return name + QLatin1Char('\t') + time;
+}
+
 QString toolTipFor(const RecentTour& tour) {
     const QString folder = onOneLine(QDir::toNativeSeparators(tour.folder));
-    const QString time = QLocale().toString(tour.time, QLocale::ShortFormat);
     return QStringLiteral("<p>%1<br>%2<br>%3</p>")
-        .arg(plain(onOneLine(tour.title)), plain(folder), plain(time));
+        .arg(plain(onOneLine(tour.title)), plain(folder), plain(timeOf(tour)));
 }
 
 } // namespace
@@ -66,8 +74,9 @@ void RecentMenu::addTour(const RecentTour& tour, qsizetype number) {
     const QString title = cut(onOneLine(tour.title), metrics, longestTitle);
     const QString folder = cut(onOneLine(QDir::toNativeSeparators(tour.folder)), metrics, longestFolder);
     QAction* const item =
-        addAction(numbered(number) + QLatin1Char(' ') +
-                  withoutAccessKeys(title.isEmpty() ? folder : tr("%1 – %2").arg(title, folder)));
+        addAction(itemText(numbered(number) + QLatin1Char(' ') +
+                               withoutAccessKeys(title.isEmpty() ? folder : tr("%1 – %2").arg(title, folder)),
+                           timeOf(tour)));
     item->setObjectName(QStringLiteral("recentTour%1").arg(number));
     item->setToolTip(toolTipFor(tour));
     connect(item, &QAction::triggered, this, [this, folder = tour.folder] { emit tourChosen(folder); });
@@ -80,7 +89,8 @@ void RecentMenu::showLook(const QString& folder) {
     if (item == nullptr || !item->isEnabled() || m_looks.at(folder).value_or(TourLook{true, {}}).isTour)
         return;
     item->setEnabled(false);
-    item->setText(tr("%1 (not there)").arg(item->text()));
+    const QStringList parts = item->text().split(QLatin1Char('\t'));
+    item->setText(itemText(tr("%1 (not there)").arg(parts.first()), parts.last()));
 }
 
 } // namespace wendmark
