@@ -6,6 +6,7 @@
 #include "ui/narration/HtmlHighlighter.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/support/Dictionaries.h"
+#include "ui/support/OpenEditor.h"
 #include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
@@ -36,58 +37,16 @@ namespace wendmark {
 using test::Dictionaries;
 using test::hasKeys;
 using test::onNextDialog;
+using test::OpenEditor;
 using test::patience;
 using test::press;
+using test::shownText;
 using test::textOf;
 using test::UiFixture;
 
 namespace {
 
 constexpr const char* automaticMode = "Automatic Instruction Mode [selected in Tour Properties]";
-
-/// The program with a tour of three stops, whose instructions are the author's own unless a test says
-/// otherwise, and the narration editor on stop 2.
-class OpenEditor final {
-public:
-    explicit OpenEditor(bool autoInstruction = false) : window(program.parts()) {
-        window.load(program.makeTour("walk", 3));
-        window.show();
-        program.model.autoInstruction = autoInstruction;
-        program.document.goToStop(2);
-        program.model.stops.at(2).stopInstruction = "Look at stop 2.";
-        edit();
-    }
-
-    void edit() { window.runToolBarCommand("EdNar"); }
-
-    frmNarEdit& editor() const { return *window.findChild<frmNarEdit*>("frmNarEdit"); }
-    QLineEdit& title() const { return *editor().findChild<QLineEdit*>("txtStopTitle"); }
-    HtmlField& text() const { return *editor().findChild<HtmlField*>("txtText"); }
-    HtmlField& instruction() const { return *editor().findChild<HtmlField*>("txtMoreText"); }
-    QPushButton& button(const char* name) const { return *editor().findChild<QPushButton*>(name); }
-    void click(const char* name) const { QTest::mouseClick(&button(name), Qt::LeftButton); }
-
-    void select(int start, int length) const {
-        QTextCursor cursor = text().textCursor();
-        cursor.setPosition(start);
-        cursor.setPosition(start + length, QTextCursor::KeepAnchor);
-        text().setTextCursor(cursor);
-    }
-
-    void fill(const QString& narration, int start, int length) const {
-        text().setPlainText(narration);
-        select(start, length);
-    }
-
-    std::string page(int n) const {
-        return test::readFile(toUtf8(program.working("page" + QString::number(n) + ".htm")));
-    }
-
-    BrowserView& preview() const { return *editor().findChild<BrowserView*>("broPreview"); }
-
-    UiFixture program;
-    frmMain window;
-};
 
 void compareEdit(const OpenEditor& open, const QString& text, int caret) {
     QCOMPARE(open.text().toPlainText(), text);
@@ -224,16 +183,6 @@ double contrast(const QColor& one, const QColor& other) {
     const double first = luminance(one) + 0.05;
     const double second = luminance(other) + 0.05;
     return first > second ? first / second : second / first;
-}
-
-QString shownText(BrowserView& view) {
-    QString text;
-    bool there = false;
-    test::engineOf(view).page()->toPlainText([&](const QString& plain) {
-        text = plain;
-        there = true;
-    });
-    return QTest::qWaitFor([&] { return there; }, patience) ? text : QString();
 }
 
 } // namespace
@@ -945,7 +894,8 @@ private slots:
         QVERIFY(open.editor()
                     .findChild<QLabel*>("lblTarget")
                     ->text()
-                    .contains("A text of more than 50,000 characters is shown in part and stays as it is."));
+                    .contains("A text of more than 50,000 characters is shown in part. It stays as it is "
+                              "until all of it is selected and replaced."));
         QVERIFY(!open.editor().unappliedTexts());
         open.title().setText("Another title");
         open.click("btnOK");
@@ -1225,7 +1175,8 @@ private slots:
             "<meta http-equiv=refresh content='0;url=page3.htm'>");
         QTRY_VERIFY_WITH_TIMEOUT(shownText(open.preview()).contains("end"), patience);
         QTest::qWait(500); // Time for what must not happen.
-        QVERIFY(shownText(open.preview()).contains("before"));
+        QTRY_VERIFY_WITH_TIMEOUT(shownText(open.preview()).contains("before"), patience);
+        QVERIFY(!shownText(open.preview()).contains("after"));
         QCOMPARE(open.program.model.currentStop, std::int16_t{2});
     }
 
@@ -1270,19 +1221,27 @@ private slots:
 
     void nothingOverlapsInTheSmallestWindow_data() {
         QTest::addColumn<bool>("withPreview");
-        QTest::newRow("with preview") << true;
-        QTest::newRow("without preview") << false;
+        QTest::addColumn<bool>("otherMode");
+        QTest::newRow("with preview") << true << false;
+        QTest::newRow("without preview") << false << false;
+        QTest::newRow("instructions that were switched") << true << true;
     }
     void nothingOverlapsInTheSmallestWindow() {
         QFETCH(bool, withPreview);
+        QFETCH(bool, otherMode);
         OpenEditor open;
+        if (otherMode)
+            open.setAutomatic(true);
+        QCOMPARE(open.button("btnReload").isVisible(), otherMode);
         if (!withPreview)
             open.click("btnPreview");
         open.editor().resize(0, 0);
         QTest::qWait(50); // Until the layout has followed.
         QList<QWidget*> controls;
-        for (QPushButton* button : open.editor().findChildren<QPushButton*>())
-            controls.append(button);
+        for (QPushButton* button : open.editor().findChildren<QPushButton*>()) {
+            if (button->isVisible())
+                controls.append(button);
+        }
         controls.append({&open.title(), &open.text(), &open.instruction()});
         if (withPreview)
             controls.append(&open.preview());

@@ -2,6 +2,7 @@
 
 #include "commands/TourDocument.h"
 #include "maker.h"
+#include "platform/Gate.h"
 #include "platform/Strings.h"
 #include "platform/Twips.h"
 #include "ui/Messages.h"
@@ -10,6 +11,8 @@
 #include "ui/find/frmFind.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
+
+#include <QShortcut>
 
 namespace wendmark {
 
@@ -24,6 +27,7 @@ void Editors::editSite() {
     const Bounds mainWindowBounds = {twipsFromPixels(m_window.x()), twipsFromPixels(m_window.y()),
                                      twipsFromPixels(m_window.width()), twipsFromPixels(m_window.height())};
     m_siteEditor = new frmBrowser(m_parts, &m_window);
+    addKeys(*m_siteEditor, QStringLiteral("site.htm"));
     m_siteEditor->load(mainWindowBounds);
     m_siteEditor->show();
 }
@@ -31,6 +35,7 @@ void Editors::editSite() {
 void Editors::editNarration() {
     if (m_narrationEditor.isNull()) {
         m_narrationEditor = new frmNarEdit(m_parts, &m_window);
+        addKeys(*m_narrationEditor, QStringLiteral("narration.htm"));
         connect(m_narrationEditor, &frmNarEdit::openChanged, this, &Editors::narrationOpenChanged);
     }
     m_narrationEditor->editCurrentStop();
@@ -39,6 +44,21 @@ void Editors::editNarration() {
 void Editors::editNarration(const UnappliedTexts& texts) {
     editNarration();
     m_narrationEditor->takeUnappliedTexts(texts);
+}
+
+/// Keys of the main window that authors expect in its editors, too.
+void Editors::addKeys(QWidget& editor, const QString& helpPage) {
+    new QShortcut(QKeySequence(QKeySequence::Save), &editor, this, &Editors::save);
+    new QShortcut(QKeySequence(QKeySequence::HelpContents), &editor, this, [this, helpPage] {
+        m_parts.gate.run(
+            *this, [this, helpPage] { showHelp(helpPage); }, Gate::Kind::look);
+    });
+}
+
+void Editors::save() {
+    if (!m_narrationEditor.isNull())
+        m_narrationEditor->store();
+    emit saveWanted();
 }
 
 std::optional<UnappliedTexts> Editors::unappliedTexts() const {
@@ -100,8 +120,8 @@ frmFind& Editors::findWindow() {
     return *m_find;
 }
 
-void Editors::showHelp() {
-    helpViewer().showPage(helpFolder() + QStringLiteral("/index.htm"));
+void Editors::showHelp(const QString& page) {
+    helpViewer().showPage(helpFolder() + QLatin1Char('/') + page);
 }
 
 void Editors::showWebSite() {

@@ -64,7 +64,7 @@ public:
     void findNext();
 
     /// Shows the help pages, or the maker's web site.
-    void showHelp();
+    void showHelp(const QString& page = QStringLiteral("index.htm"));
     void showWebSite();
 
     /// Number of the stop whose texts the narration editor has; 0: none.
@@ -74,7 +74,12 @@ signals:
     /// The narration editor is open, or closed.
     void narrationOpenChanged();
 
+    /// The author gives Save in an editor; what is in its fields is in the tour.
+    void saveWanted();
+
 private:
+    void addKeys(QWidget& editor, const QString& helpPage);
+    void save();
     frmFind& findWindow();
     frmHelp& helpViewer();
     QString helpFolder() const;

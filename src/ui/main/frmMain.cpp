@@ -269,6 +269,7 @@ void frmMain::setupConnections() {
     connect(m_unsaved, &UnsavedWork::looking, this, &frmMain::reopenNarrationEditor);
     connect(m_files, &FileCommands::filesLeaving, m_editors, &Editors::closeSite);
     connect(m_files, &FileCommands::tourLeaving, m_editors, &Editors::close);
+    connect(m_editors, &Editors::saveWanted, this, &frmMain::save);
     connect(m_files, &FileCommands::tourLeaving, m_statusBar, &MainStatusBar::forgetSaved);
     connect(m_files, &FileCommands::defaultsSet, this, [this] { m_workOffline = false; });
     connect(m_files, &FileCommands::newTourMade, m_preview, &TourPreview::showOpeningPage);

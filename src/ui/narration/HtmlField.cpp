@@ -4,15 +4,31 @@
 #include "platform/Strings.h"
 #include "ui/narration/HtmlHighlighter.h"
 
+#include <QAccessible>
 #include <QContextMenuEvent>
+#include <QLabel>
 #include <QMenu>
 #include <QTextBlock>
+#include <QToolTip>
+#include <algorithm>
 
 namespace wendmark {
 
 namespace {
 
 constexpr int mostSuggestions = 6;
+
+const Tag* tagOf(const QKeyEvent& key) {
+    if (key.matches(QKeySequence::Bold))
+        return &boldTag;
+    if (key.matches(QKeySequence::Italic))
+        return &italicTag;
+    return key.matches(QKeySequence::Underline) ? &underlineTag : nullptr;
+}
+
+bool isReturn(const QKeyEvent& key) {
+    return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+}
 
 /// The beginning of the text, with "\n" for "\r\n": more than longestEdited units where there are more.
 QString beginningInLines(const std::string& text) {
@@ -25,8 +41,15 @@ QString beginningInLines(const std::string& text) {
 HtmlField::HtmlField(SpellChecker& spelling, QWidget* parent)
     : QPlainTextEdit(parent)
     , m_spelling(spelling)
-    , m_highlighter(new HtmlHighlighter(spelling, palette(), document())) {
+    , m_highlighter(new HtmlHighlighter(spelling, palette(), document()))
+    , m_notice(new QLabel(this)) {
     setTabChangesFocus(true);
+    m_notice->setObjectName(QStringLiteral("lblNewLine"));
+    m_notice->setAutoFillBackground(true);
+    m_notice->setPalette(QToolTip::palette());
+    m_notice->setFrameStyle(QFrame::Box);
+    m_notice->setWordWrap(true);
+    m_notice->hide();
     connect(&m_spelling, &SpellChecker::changed, m_highlighter, &QSyntaxHighlighter::rehighlight);
 }
 
@@ -49,7 +72,7 @@ void HtmlField::setTypedText(const std::string& text) {
         return;
     const bool isFirst = shownText().isEmpty() && !document()->isUndoAvailable();
     m_wholeText = tooLong ? text : std::string();
-    setReadOnly(isTooLong());
+    setReadOnly(m_locked || isTooLong());
     if (isFirst || isTooLong() || wasTooLong) {
         setPlainText(lines.left(longestEdited));
         return;
@@ -66,13 +89,112 @@ void HtmlField::beginWith(const std::string& text) {
     setTypedText(text);
 }
 
-void HtmlField::replaceSelection(const QString& text, int caret) {
+QString HtmlField::tooLongNotice() {
+    return tr("A text of more than %L1 characters is shown in part. It stays as it is until all of it is "
+              "selected "
+              "and replaced.")
+        .arg(longestEdited);
+}
+
+void HtmlField::setLocked(bool locked) {
+    m_locked = locked;
+    setReadOnly(m_locked || isTooLong());
+}
+
+Selection HtmlField::selection() const {
+    const QTextCursor cursor = textCursor();
+    return {cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart()};
+}
+
+void HtmlField::takeOver(const EditedText& edited) {
+    // Only the selection differs: that it alone is replaced keeps the rest of the field as it is on screen.
+    const QString text = toQString(edited.text);
+    const Selection replaced = selection();
+    const qsizetype growth = text.size() - shownText().size();
     QTextCursor cursor = textCursor();
     cursor.beginEditBlock(); // Or the step would be one with letters that were typed before.
-    cursor.insertText(text);
+    cursor.insertText(text.mid(replaced.start, replaced.length + growth));
     cursor.endEditBlock();
-    cursor.setPosition(caret);
+    cursor.setPosition(edited.caret);
     setTextCursor(cursor);
+}
+
+void HtmlField::selectIfOnly(std::string_view placeholder) {
+    if (typedText() == placeholder)
+        selectAll();
+}
+
+bool HtmlField::event(QEvent* event) {
+    // The window has the same keys, for when no field has the focus.
+    if (event->type() == QEvent::ShortcutOverride && tagOf(*static_cast<QKeyEvent*>(event)) != nullptr)
+        event->accept();
+    return QPlainTextEdit::event(event);
+}
+
+void HtmlField::keyPressEvent(QKeyEvent* event) {
+    m_notice->hide();
+    if (replacesAll(*event))
+        clearAll();
+    if (const Tag* const tag = tagOf(*event)) {
+        if (!isReadOnly())
+            takeOver(wrapSelection(typedText(), selection(), *tag));
+        return;
+    }
+    if (isReturn(*event) && event->modifiers().testFlag(Qt::ShiftModifier)) {
+        if (!isReadOnly())
+            textCursor().insertText(QStringLiteral("<BR>\n"));
+        return;
+    }
+    QPlainTextEdit::keyPressEvent(event);
+    if (isReturn(*event) && event->isAccepted() && !isReadOnly())
+        tellOfNewLine();
+}
+
+/// Of a text that is too long, only the whole can be replaced.
+bool HtmlField::replacesAll(const QKeyEvent& key) const {
+    const QTextCursor cursor = textCursor();
+    const bool allSelected = cursor.selectionStart() == 0 && cursor.selectionEnd() == shownText().size();
+    if (m_locked || !isTooLong() || !allSelected)
+        return false;
+    const bool isTyped = !key.text().isEmpty() && key.text().at(0).isPrint() &&
+                         !(key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+    return isTyped || key.key() == Qt::Key_Delete || key.key() == Qt::Key_Backspace ||
+           key.matches(QKeySequence::Paste);
+}
+
+/// Undo of the field would bring back what it shows, which is not all of the text.
+void HtmlField::clearAll() {
+    m_wholeText.clear();
+    setReadOnly(m_locked);
+    setPlainText(QString());
+}
+
+/// A save makes a line break of each empty line.
+void HtmlField::tellOfNewLine() {
+    const bool isBehindEmptyLine = textCursor().block().previous().text().isEmpty();
+    m_notice->setText(isBehindEmptyLine ? tr("Visitors see one new line for an empty line.")
+                                        : tr("Visitors see no new line here. Shift+Enter begins one."));
+    placeNotice();
+    m_notice->show();
+    QAccessibleEvent told(m_notice, QAccessible::Alert);
+    QAccessible::updateAccessibility(&told);
+}
+
+void HtmlField::placeNotice() {
+    const QRect room = viewport()->geometry();
+    const int width = std::min(m_notice->sizeHint().width(), room.width());
+    const int height = m_notice->heightForWidth(width);
+    m_notice->setGeometry(room.right() + 1 - width, room.bottom() + 1 - height, width, height);
+}
+
+void HtmlField::resizeEvent(QResizeEvent* event) {
+    QPlainTextEdit::resizeEvent(event);
+    placeNotice();
+}
+
+void HtmlField::focusOutEvent(QFocusEvent* event) {
+    m_notice->hide();
+    QPlainTextEdit::focusOutEvent(event);
 }
 
 void HtmlField::contextMenuEvent(QContextMenuEvent* event) {
@@ -83,6 +205,8 @@ void HtmlField::contextMenuEvent(QContextMenuEvent* event) {
     menu->setAttribute(Qt::WA_DeleteOnClose);
     if (const QTextCursor word = wordAt(place); word.hasSelection())
         addWordActions(*menu, word);
+    if (isTooLong() && !m_locked)
+        menu->addAction(tr("Clear &Whole Text"), this, &HtmlField::clearAll);
     addLanguageMenu(*menu);
     const QPoint below = viewport()->mapToGlobal(cursorRect(place).bottomLeft());
     menu->popup(byKey ? below : event->globalPos());

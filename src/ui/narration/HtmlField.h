@@ -1,8 +1,11 @@
 #pragma once
 
+#include "model/StopTexts.h"
+
 #include <QPlainTextEdit>
 #include <string>
 
+class QLabel;
 class QMenu;
 
 namespace wendmark {
@@ -10,7 +13,8 @@ namespace wendmark {
 class HtmlHighlighter;
 class SpellChecker;
 
-/// A field of several lines of HTML, coloured, with words checked that visitors will see.
+/// A field of several lines of HTML, coloured, with words checked that visitors will see. Keys for tags work
+/// on the selection: Ctrl+B, Ctrl+I, Ctrl+U; Shift+Return begins a new line for visitors.
 class HtmlField final : public QPlainTextEdit {
     Q_OBJECT
 
@@ -28,8 +32,8 @@ public:
     QString shownText() const;
 
     /// Replaces the text, which is UTF-8. This is a step that can be undone, on screen or not, except the
-    /// first time. Of a text that is too long only the beginning is shown, and nothing of it can be changed;
-    /// typedText() gives all of it.
+    /// first time. Of a text that is too long only the beginning is shown, and it can be changed only as a
+    /// whole: by typing or pasting in its place, when all of it is selected. typedText() gives all of it.
     void setTypedText(const std::string& text);
 
     /// Same for another text altogether: from here nothing leads back to the former one.
@@ -37,26 +41,48 @@ public:
 
     bool isTooLong() const { return !m_wholeText.empty(); }
 
-    /// Replaces the selection by `text` in one step that can be undone, and puts the caret at `caret`, which
-    /// counts UTF-16 units from the beginning.
-    void replaceSelection(const QString& text, int caret);
+    /// What authors have to know of such a text.
+    static QString tooLongNotice();
+
+    /// Nothing of it can be changed, because another window has the text.
+    void setLocked(bool locked);
+
+    /// What is selected, or where the caret is.
+    Selection selection() const;
+
+    /// Takes an edit of typedText() over, which has changed nothing but the selection: one step that can be
+    /// undone.
+    void takeOver(const EditedText& edited);
+
+    /// Selects all of the text if it is nothing but this: what is typed then takes its place.
+    void selectIfOnly(std::string_view placeholder);
 
 signals:
     /// The author has chosen another dictionary, or none.
     void languageChosen(const QString& language);
 
 protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    bool replacesAll(const QKeyEvent& key) const;
+    void clearAll();
+    void tellOfNewLine();
+    void placeNotice();
     void addWordActions(QMenu& menu, const QTextCursor& word);
     void addLanguageMenu(QMenu& menu);
     QTextCursor wordAt(const QTextCursor& place) const;
 
     SpellChecker& m_spelling;
     HtmlHighlighter* m_highlighter;
+    QLabel* m_notice;        ///< What visitors will see of the key that was pressed last.
     std::string m_wholeText; ///< Empty: all of the text is shown.
+    bool m_locked = false;
 };
 
 } // namespace wendmark

@@ -12,6 +12,7 @@
 #include "ui/narration/HtmlField.h"
 
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QShortcut>
 #include <utility>
@@ -57,32 +58,49 @@ QPushButton* TagButtons::add(const char* name, const QString& caption, const QSt
     button->setToolTip(key.isEmpty() ? toolTip
                                      : tr("%1 (%2)").arg(toolTip, key.toString(QKeySequence::NativeText)));
     m_row->addWidget(button);
-    if (!key.isEmpty())
-        new QShortcut(key, this, button, [button] { button->click(); });
     return button;
 }
 
 void TagButtons::addTag(const char* name, const QString& caption, const QString& toolTip,
                         const QKeySequence& key, const Tag& tag) {
-    connect(add(name, caption, toolTip, key), &QPushButton::clicked, this,
-            [this, tag] { takeOver(wrapSelection(m_field.typedText(), selection(), tag)); });
+    connect(add(name, caption, toolTip, key), &QPushButton::clicked, this, [this, tag] { wrap(tag); });
+    if (!key.isEmpty())
+        new QShortcut(key, this, this, [this, tag] { wrapWhereTheFocusIs(tag); });
+}
+
+void TagButtons::wrap(const Tag& tag) {
+    takeOver(wrapSelection(m_field.typedText(), m_field.selection(), tag));
+}
+
+/// Fields of HTML have the keys themselves.
+void TagButtons::wrapWhereTheFocusIs(const Tag& tag) {
+    auto* const line = qobject_cast<QLineEdit*>(window()->focusWidget());
+    if (line == nullptr) {
+        wrap(tag);
+        return;
+    }
+    const QString selected = line->selectedText();
+    const int start = selected.isEmpty() ? line->cursorPosition() : line->selectionStart();
+    line->insert(toQString(tag.opening) + selected + toQString(tag.closing));
+    line->setCursorPosition(start +
+                            static_cast<int>(tag.opening.size() + static_cast<std::size_t>(selected.size())));
 }
 
 void TagButtons::breakLine() {
-    if (selection().length == 0)
-        takeOver(insertLineBreak(m_field.typedText(), selection().start));
+    if (m_field.selection().length == 0)
+        takeOver(insertLineBreak(m_field.typedText(), m_field.selection().start));
 }
 
 void TagButtons::addLink() {
-    if (selection().length == 0) {
+    if (m_field.selection().length == 0) {
         showMessage(window(), tr("Please highlight the phrase to be hyperlinked"));
         return;
     }
-    takeOver(linkSelection(m_field.typedText(), selection(), toUtf8(askForAddress(*window()))));
+    takeOver(linkSelection(m_field.typedText(), m_field.selection(), toUtf8(askForAddress(*window()))));
 }
 
 void TagButtons::addImage() {
-    if (selection().length > 0) {
+    if (m_field.selection().length > 0) {
         m_parts.desktop.beep();
         return;
     }
@@ -94,7 +112,7 @@ void TagButtons::addImage() {
     if (name.empty())
         return;
     copyImage(path, name);
-    takeOver(insertImage(m_field.typedText(), selection().start, name));
+    takeOver(insertImage(m_field.typedText(), m_field.selection().start, name));
 }
 
 void TagButtons::copyImage(const QString& path, const std::string& name) {
@@ -105,17 +123,8 @@ void TagButtons::copyImage(const QString& path, const std::string& name) {
     window()->setEnabled(true);
 }
 
-Selection TagButtons::selection() const {
-    const QTextCursor cursor = m_field.textCursor();
-    return {cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart()};
-}
-
 void TagButtons::takeOver(const EditedText& edited) {
-    // Only the selection differs: that it alone is replaced keeps the rest of the field as it is on screen.
-    const QString text = toQString(edited.text);
-    const Selection replaced = selection();
-    const qsizetype growth = text.size() - m_field.shownText().size();
-    m_field.replaceSelection(text.mid(replaced.start, replaced.length + growth), edited.caret);
+    m_field.takeOver(edited);
     m_field.setFocus();
 }
 

@@ -14,8 +14,8 @@ namespace wendmark {
 class FlowLayout;
 class HtmlField;
 
-/// The buttons that put tags, line breaks, links and images into a narration. Their shortcuts count in the
-/// whole window.
+/// The buttons that put tags, line breaks, links and images into a narration. Their keys work on the field
+/// that has the focus, in the whole window.
 class TagButtons final : public QWidget {
     Q_OBJECT
 
@@ -28,11 +28,12 @@ private:
                      const QKeySequence& key);
     void addTag(const char* name, const QString& caption, const QString& toolTip, const QKeySequence& key,
                 const Tag& tag);
+    void wrap(const Tag& tag);
+    void wrapWhereTheFocusIs(const Tag& tag);
     void breakLine();
     void addLink();
     void addImage();
     void copyImage(const QString& path, const std::string& name);
-    Selection selection() const;
     void takeOver(const EditedText& edited);
 
     ProgramParts m_parts;

@@ -1,16 +1,14 @@
 #include "ui/narration/frmNarEdit.h"
 
-#include "base/Files.h"
 #include "commands/StopEdit.h"
 #include "commands/TourDocument.h"
+#include "model/ScriptFile.h"
 #include "platform/Gate.h"
-#include "platform/Settings.h"
 #include "platform/Strings.h"
-#include "publish/StopPages.h"
 #include "ui/Messages.h"
 #include "ui/dialogs/DialogParts.h"
+#include "ui/narration/EditorPreview.h"
 #include "ui/narration/HtmlField.h"
-#include "ui/narration/NarrationPreview.h"
 #include "ui/narration/Spelling.h"
 #include "ui/narration/TagButtons.h"
 
@@ -28,9 +26,7 @@ namespace wendmark {
 
 namespace {
 
-constexpr int previewDelay = 300; // Milliseconds without a key before the preview follows.
 constexpr int smallestWidth = 48 * dialogGap;
-constexpr int smallestPreview = 80;       // Pixels.
 const QList<int> shares = {250, 70, 180}; ///< Of the height: narration, instruction, preview.
 constexpr QSize usualSize(720, 640);
 
@@ -47,23 +43,6 @@ std::string storable(const HtmlField& field, std::string_view placeholder) {
     return field.isTooLong() ? field.typedText() : storableText(field.typedText(), placeholder);
 }
 
-std::string beginningForPreview(const std::string& text) {
-    return toUtf8(beginningOf(text, HtmlField::longestEdited));
-}
-
-/// What the page of this stop shows of the tour besides the stop's texts. Those of all other stops may be
-/// many megabytes.
-TourModel modelForPreview(const TourModel& tour, std::int16_t stop) {
-    TourModel model;
-    model.stops.setCount(std::max(tour.stopCount(), stop));
-    model.autoInstruction = tour.autoInstruction;
-    model.stopLabel = beginningForPreview(tour.stopLabel);
-    model.homeSiteURL = beginningForPreview(tour.homeSiteURL);
-    if (stop <= tour.stops.held())
-        model.stops.at(stop).stopURL = beginningForPreview(tour.stops.at(stop).stopURL);
-    return model;
-}
-
 } // namespace
 
 frmNarEdit::frmNarEdit(const ProgramParts& parts, QWidget* parent)
@@ -74,7 +53,10 @@ frmNarEdit::frmNarEdit(const ProgramParts& parts, QWidget* parent)
     , m_instruction(new HtmlField(parts.spelling, this))
     , m_tags(new TagButtons(parts, *m_narration, this))
     , m_target(makeTextLabel("lblTarget", QString(), this))
-    , m_panes(new QSplitter(Qt::Vertical, this)) {
+    , m_panes(new QSplitter(Qt::Vertical, this))
+    , m_modeBar(new QWidget(this))
+    , m_modeLabel(makeTextLabel("lblInstructionMode", QString(), m_modeBar))
+    , m_preview(new EditorPreview(parts, *m_panes, [this] { return shownTexts(); })) {
     setObjectName(QStringLiteral("frmNarEdit"));
     setWindowTitle(QStringLiteral("Wendmark - Narration Editor"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -92,9 +74,10 @@ frmNarEdit::frmNarEdit(const ProgramParts& parts, QWidget* parent)
     layout->addWidget(makeFieldLabel("lblStopText", tr("Stop Te&xt :"), *m_narration, this));
     layout->addWidget(m_tags);
     layout->addWidget(m_panes, 1);
+    layout->addWidget(m_modeBar);
     layout->addWidget(m_target);
     layout->addLayout(makeBottomRow());
-    setupPreview();
+    setupModeBar();
     setupShortcuts();
     load();
 }
@@ -110,17 +93,17 @@ void frmNarEdit::editCurrentStop() {
     m_narration->setTypedText(stop.stopNarration);
     if (!model.autoInstruction)
         m_instruction->setTypedText(stop.stopInstruction);
-    m_loaded = texts();
-    m_filledWith = stop;
-    m_filledStop = model.currentStop;
+    remember(model.currentStop);
     tellTarget();
     if (!isVisible())
         m_narration->setFocus();
+    m_narration->selectIfOnly(noNarration);
+    m_instruction->selectIfOnly(noInstruction);
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
     activateWindow();
-    refreshPreview();
+    m_preview->refresh();
     emit openChanged(); // Of another stop, maybe.
 }
 
@@ -138,12 +121,24 @@ void frmNarEdit::takeUnappliedTexts(const UnappliedTexts& texts) {
 }
 
 std::int16_t frmNarEdit::filledStop() const {
-    return isVisible() ? numberOf(m_parts.document.model(), m_filledWith, m_filledStop, textFields)
-                       : std::int16_t{0};
+    if (!isVisible())
+        return 0;
+    StopFields fields = textFields;
+    fields.instruction = m_instruction->isEnabled() && !isOtherMode(); // Else the program writes it, or did.
+    return numberOf(m_parts.document.model(), m_filledWith, m_filledStop, fields);
 }
 
+/// What the fields hold now is what this stop has.
+void frmNarEdit::remember(std::int16_t stop) {
+    m_filledWith = m_parts.document.model().stops.at(stop);
+    m_filledStop = stop;
+    m_loaded = texts();
+}
+
+/// A field that is the program's holds a notice.
 UnappliedTexts frmNarEdit::texts() const {
-    return {title(), m_narration->typedText(), m_instruction->typedText()};
+    return {title(), m_narration->typedText(),
+            m_instruction->isEnabled() ? m_instruction->typedText() : m_filledWith.stopInstruction};
 }
 
 void frmNarEdit::tellTarget() {
@@ -152,11 +147,16 @@ void frmNarEdit::tellTarget() {
                                : tr("Apply stores into stop %1.").arg(stop));
     const bool tooLong = m_narration->isTooLong() || m_instruction->isTooLong();
     if (stop >= 1 && tooLong)
-        m_target->setText(tr("%1 A text of more than %L2 characters is shown in part and stays as it is.")
-                              .arg(m_target->text())
-                              .arg(HtmlField::longestEdited));
+        m_target->setText(m_target->text() + QLatin1Char(' ') + HtmlField::tooLongNotice());
+    m_modeLabel->setText(m_instruction->isEnabled()
+                             ? tr("Tour Properties has switched automatic instructions on.")
+                             : tr("Tour Properties has switched automatic instructions off."));
+    if (m_modeBar->isHidden() == isOtherMode()) {
+        m_modeBar->setVisible(isOtherMode());
+        limitSize();
+    }
     m_tags->setEnabled(!m_narration->isTooLong());
-    m_previewTimer.start();
+    m_preview->follow();
 }
 
 void frmNarEdit::reject() {
@@ -216,9 +216,23 @@ void frmNarEdit::setupFields() {
         field->setMinimumHeight(field->fontMetrics().lineSpacing() * 3);
         connect(field, &HtmlField::languageChosen, this,
                 [this](const QString& language) { chooseSpelling(m_parts, language); });
-        connect(field, &QPlainTextEdit::textChanged, &m_previewTimer, qOverload<>(&QTimer::start));
+        connect(field, &QPlainTextEdit::textChanged, this, &frmNarEdit::tellTarget);
     }
-    connect(m_title, &QLineEdit::textChanged, &m_previewTimer, qOverload<>(&QTimer::start));
+    connect(m_title, &QLineEdit::textChanged, m_preview, &EditorPreview::follow);
+    connect(m_preview, &EditorPreview::made, this, [this] { m_panes->setSizes(shares); });
+    connect(m_preview, &EditorPreview::folded, this, &frmNarEdit::limitSize);
+}
+
+void frmNarEdit::setupModeBar() {
+    QPushButton* const reload = makeButton("btnReload", tr("&Reload the Instruction"), m_modeBar);
+    auto* const row = new QHBoxLayout(m_modeBar);
+    row->setContentsMargins({});
+    row->setSpacing(dialogGap);
+    row->addWidget(m_modeLabel, 1);
+    row->addWidget(reload);
+    connect(reload, &QPushButton::clicked, this,
+            [this] { m_parts.gate.run(*this, [this] { reloadInstruction(); }); });
+    m_modeBar->hide();
 }
 
 QLayout* frmNarEdit::makeTitleRow() {
@@ -239,29 +253,18 @@ QWidget* frmNarEdit::makeInstructionPart() {
 }
 
 QLayout* frmNarEdit::makeBottomRow() {
-    m_previewButton = makeButton("btnPreview", tr("Show &Preview"), this);
-    m_previewButton->setCheckable(true);
-    m_previewButton->setToolTip(tr("How the texts will look in the narration frame"));
     QPushButton* const applyButton = makeButton("btnOK", tr("&Apply"), this);
     applyButton->setDefault(true);
     QPushButton* const cancelButton = makeButton("btnCancel", tr("&Cancel"), this);
     auto* const row = new QHBoxLayout;
     row->setSpacing(dialogGap);
-    row->addWidget(m_previewButton);
+    row->addWidget(&m_preview->button());
     row->addStretch();
     row->addWidget(applyButton);
     row->addWidget(cancelButton);
-    connect(m_previewButton, &QPushButton::toggled, this, &frmNarEdit::showPreview);
-    connect(m_previewButton, &QPushButton::clicked, this, &frmNarEdit::rememberPreview);
     connect(applyButton, &QPushButton::clicked, this, &frmNarEdit::apply);
     connect(cancelButton, &QPushButton::clicked, this, &frmNarEdit::reject);
     return row;
-}
-
-void frmNarEdit::setupPreview() {
-    m_previewTimer.setSingleShot(true);
-    m_previewTimer.setInterval(previewDelay);
-    connect(&m_previewTimer, &QTimer::timeout, this, &frmNarEdit::refreshPreview);
 }
 
 void frmNarEdit::setupShortcuts() {
@@ -274,14 +277,10 @@ void frmNarEdit::load() {
     limitSize();
     resize(usualSize);
     centreOnScreen(*this);
-    if (m_parts.document.model().autoInstruction) {
-        m_instruction->setEnabled(false);
-        m_instruction->setTypedText(toUtf8(tr("Automatic Instruction Mode [selected in Tour Properties]")));
-    }
+    fillInstruction({});
     beginSpelling(m_parts);
     tellTarget();
-    const bool previewShown = m_parts.settings.read(narrationSettings::previewShown);
-    m_previewButton->setChecked(previewShown);
+    m_preview->restore();
 }
 
 void frmNarEdit::limitSize() {
@@ -292,18 +291,61 @@ void frmNarEdit::limitSize() {
     setMinimumSize(smallestWidth, layout()->totalMinimumHeightForWidth(smallestWidth));
 }
 
+/// Enabled where the author writes it: from here until the window is destroyed, or the author reloads it.
+void frmNarEdit::fillInstruction(const Stop& stop) {
+    const bool automatic = m_parts.document.model().autoInstruction;
+    m_instruction->setEnabled(!automatic);
+    m_instruction->setTypedText(automatic
+                                    ? toUtf8(tr("Automatic Instruction Mode [selected in Tour Properties]"))
+                                    : stop.stopInstruction);
+}
+
+bool frmNarEdit::isOtherMode() const {
+    return m_instruction->isEnabled() == m_parts.document.model().autoInstruction;
+}
+
+void frmNarEdit::reloadInstruction() {
+    if (const std::int16_t stop = filledStop(); stop >= 1)
+        m_filledWith.stopInstruction = m_parts.document.model().stops.at(stop).stopInstruction;
+    fillInstruction(m_filledWith);
+    m_loaded.instruction = texts().instruction;
+    tellTarget();
+    (m_instruction->isEnabled() ? m_instruction : m_narration)->setFocus();
+}
+
 void frmNarEdit::apply() {
     m_parts.gate.run(*this, [this] {
-        const std::int16_t stop = m_parts.document.model().currentStop;
-        if (!mayStoreInto(stop))
-            return;
-        const StopTexts texts = {storableTitle(title()), storable(*m_narration, noNarration),
-                                 storable(*m_instruction, noInstruction)};
-        m_parts.document.setTexts(stop, texts);
-        if (stop >= 1)
-            showStored(texts);
-        hide();
+        if (storeTexts())
+            hide();
     });
+}
+
+void frmNarEdit::store() {
+    m_parts.gate.run(*this, [this] {
+        const std::int16_t stop = m_parts.document.model().currentStop;
+        if (isVisible() && unappliedTexts() && storeTexts() && stop >= 1)
+            remember(stop);
+    });
+}
+
+/// False: the author wants to keep the texts of the stop that is current.
+bool frmNarEdit::storeTexts() {
+    const std::int16_t stop = m_parts.document.model().currentStop;
+    if (!mayStoreInto(stop))
+        return false;
+    const StopTexts texts = {storableTitle(title()), storable(*m_narration, noNarration),
+                             instructionFor(stop)};
+    m_parts.document.setTexts(stop, texts);
+    if (stop >= 1)
+        showStored(texts);
+    return true;
+}
+
+/// The notice that stands in the field in automatic mode is none.
+std::string frmNarEdit::instructionFor(std::int16_t stop) const {
+    if (!m_instruction->isEnabled() && stop >= 1)
+        return m_parts.document.model().stops.at(stop).stopInstruction;
+    return storable(*m_instruction, noInstruction);
 }
 
 /// Words that were written for one stop do not silently become those of another.
@@ -326,43 +368,21 @@ bool frmNarEdit::mayStoreInto(std::int16_t stop) {
 void frmNarEdit::showStored(const StopTexts& texts) {
     m_narration->setTypedText(texts.narration);
     setTitle(texts.title);
-    if (!m_parts.document.model().autoInstruction)
+    if (!isOtherMode() && m_instruction->isEnabled())
         m_instruction->setTypedText(texts.instruction);
+    m_narration->selectIfOnly(noNarration);
+    m_instruction->selectIfOnly(noInstruction);
 }
 
-void frmNarEdit::showPreview(bool shown) {
-    m_previewButton->setText(shown ? tr("Hide &Preview") : tr("Show &Preview"));
-    if (shown && m_preview == nullptr) {
-        const QString folder = toQString(m_parts.document.workspace().folders().newTourPath);
-        m_preview = new NarrationPreview(m_parts.browserProfile, folder, m_panes);
-        m_preview->setMinimumHeight(smallestPreview);
-        m_panes->addWidget(m_preview);
-        m_panes->setStretchFactor(m_panes->indexOf(m_preview), 2);
-        m_panes->setSizes(shares);
-    }
-    if (m_preview != nullptr)
-        m_preview->setVisible(shown);
-    limitSize();
-    refreshPreview();
-}
-
-void frmNarEdit::rememberPreview(bool shown) {
-    m_parts.settings.store(narrationSettings::previewShown, shown);
-}
-
-void frmNarEdit::refreshPreview() {
-    if (m_preview == nullptr || m_preview->isHidden() || !isVisible())
-        return;
-    const files::Contents source = files::read(m_parts.document.workspace().templateFile("page.htm"));
-    if (!source.outcome.ok())
-        return;
-    const std::int16_t stop = std::clamp<std::int16_t>(m_parts.document.model().currentStop, 1, tourCapacity);
-    TourModel model = modelForPreview(m_parts.document.model(), stop);
-    Stop& shown = model.stops.at(stop);
-    shown.stopTitle = storableTitle(toUtf8(m_title->text()));
-    shown.stopNarration = storableText(toUtf8(m_narration->shownText()), noNarration);
-    shown.stopInstruction = storableText(toUtf8(m_instruction->shownText()), noInstruction);
-    m_preview->showPage(QByteArray::fromStdString(composeStopPage(source.bytes, std::move(model), stop)));
+/// As they would be stored. Of a text that is too long, what is on screen.
+Stop frmNarEdit::shownTexts() const {
+    Stop stop;
+    stop.stopTitle = storableTitle(toUtf8(m_title->text()));
+    stop.stopNarration = storableText(toUtf8(m_narration->shownText()), noNarration);
+    stop.stopInstruction = storableText(toUtf8(m_instruction->shownText()), noInstruction);
+    for (std::string* const text : {&stop.stopNarration, &stop.stopInstruction})
+        markParagraphs(*text); // As the next save does.
+    return stop;
 }
 
 } // namespace wendmark

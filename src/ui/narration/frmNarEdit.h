@@ -5,7 +5,6 @@
 #include "ui/ProgramParts.h"
 
 #include <QDialog>
-#include <QTimer>
 #include <optional>
 
 class QLabel;
@@ -16,8 +15,8 @@ class QSplitter;
 
 namespace wendmark {
 
+class EditorPreview;
 class HtmlField;
-class NarrationPreview;
 class TagButtons;
 struct StopTexts;
 
@@ -44,6 +43,9 @@ public:
     /// Number of the stop whose texts the fields were filled with; 0 while the window is closed.
     std::int16_t filledStop() const;
 
+    /// Stores what Apply would, and stays open.
+    void store();
+
     /// Says which stop Apply stores into now.
     void tellTarget();
 
@@ -61,12 +63,12 @@ protected:
 
 private:
     void setupFields();
+    void setupModeBar();
     QLayout* makeTitleRow();
     QWidget* makeInstructionPart();
     QLayout* makeBottomRow();
     void setTitle(const std::string& title);
     std::string title() const;
-    void setupPreview();
     void setupShortcuts();
     void load();
     void limitSize();
@@ -74,11 +76,15 @@ private:
     UnappliedTexts texts() const;
 
     void apply();
+    bool storeTexts();
+    std::string instructionFor(std::int16_t stop) const;
     bool mayStoreInto(std::int16_t stop);
     void showStored(const StopTexts& texts);
-    void showPreview(bool shown);
-    void rememberPreview(bool shown);
-    void refreshPreview();
+    void fillInstruction(const Stop& stop);
+    bool isOtherMode() const;
+    void reloadInstruction();
+    Stop shownTexts() const;
+    void remember(std::int16_t stop);
 
     ProgramParts m_parts;
     UnappliedTexts m_loaded;       ///< The fields as the stop filled them.
@@ -89,11 +95,11 @@ private:
     HtmlField* m_narration;        ///< txtText
     HtmlField* m_instruction;      ///< txtMoreText
     TagButtons* m_tags;
-    QLabel* m_target;                       ///< Which stop Apply stores into.
-    QPushButton* m_previewButton = nullptr; ///< btnPreview
+    QLabel* m_target; ///< Which stop Apply stores into.
     QSplitter* m_panes;
-    NarrationPreview* m_preview = nullptr; ///< Made when it is first shown.
-    QTimer m_previewTimer;
+    QWidget* m_modeBar; ///< Says that the instruction has come under another rule.
+    QLabel* m_modeLabel;
+    EditorPreview* m_preview;
     bool m_closing = false; ///< By the close box, and no command is under way any more.
 };
 

@@ -382,7 +382,7 @@ void StopPanel::enableFields() {
         m_automatic ? tr("Automatic Instruction Mode [selected in Tour Properties]") : QString());
     m_title->setReadOnly(elsewhere);
     for (HtmlField* const field : {m_words, m_instruction})
-        field->setReadOnly(elsewhere || field->isTooLong());
+        field->setLocked(elsewhere);
 }
 
 void StopPanel::tellTarget() {
@@ -392,10 +392,7 @@ void StopPanel::tellTarget() {
         m_target->setText(
             tr("Stop %1. Its texts are in the narration editor, and are changed there.").arg(m_stop));
     else if (m_words->isTooLong() || m_instruction->isTooLong())
-        m_target->setText(
-            tr("Stop %1. A text of more than %L2 characters is shown in part and stays as it is.")
-                .arg(m_stop)
-                .arg(HtmlField::longestEdited));
+        m_target->setText(tr("Stop %1").arg(m_stop) + QStringLiteral(". ") + HtmlField::tooLongNotice());
     else
         m_target->setText(tr("Stop %1").arg(m_stop));
 }
