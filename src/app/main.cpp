@@ -18,6 +18,7 @@
 #include "platform/TourArguments.h"
 #include "recovery/RecoveryKeeper.h"
 #include "recovery/SavedScripts.h"
+#include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/FolderEntry.h"
 #include "ui/dialogs/TourFileNames.h"
 #include "ui/dialogs/frmSplash.h"
@@ -104,7 +105,7 @@ int main(int argc, char* argv[]) {
     warnWithoutTemplates(document.workspace(), log);
 
     frmSplash splash;
-    splash.exec();
+    runDialog(splash);
 
     const std::unique_ptr<QWebEngineProfile> profile(makeBrowserProfile(nullptr));
     RecoveryStore recoveryStore(files::join(files::join(state, "recovery"), ownName), log);

@@ -6,8 +6,10 @@
 #include "platform/Gate.h"
 #include "platform/Settings.h"
 #include "platform/Strings.h"
+#include "platform/Twips.h"
 #include "publish/StopPages.h"
 #include "ui/Messages.h"
+#include "ui/WindowPlace.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/narration/HtmlField.h"
 #include "ui/narration/NarrationPreview.h"
@@ -32,7 +34,6 @@ constexpr int previewDelay = 300; // Milliseconds without a key before the previ
 constexpr int smallestWidth = 48 * dialogGap;
 constexpr int smallestPreview = 80;       // Pixels.
 const QList<int> shares = {250, 70, 180}; ///< Of the height: narration, instruction, preview.
-constexpr QSize usualSize(720, 640);
 
 /// A label for a field, its access key leading there.
 QLabel* makeFieldLabel(const char* name, const QString& caption, QWidget& field, QWidget* parent) {
@@ -67,7 +68,7 @@ TourModel modelForPreview(const TourModel& tour, std::int16_t stop) {
 } // namespace
 
 frmNarEdit::frmNarEdit(const ProgramParts& parts, QWidget* parent)
-    : QDialog(parent, Qt::Window)
+    : QDialog(parent, editorFlags)
     , m_parts(parts)
     , m_title(new QLineEdit(this))
     , m_narration(new HtmlField(parts.spelling, this))
@@ -114,8 +115,10 @@ void frmNarEdit::editCurrentStop() {
     m_filledWith = stop;
     m_filledStop = model.currentStop;
     tellTarget();
-    if (!isVisible())
+    if (!isVisible()) {
         m_narration->setFocus();
+        keepOnScreen(*this);
+    }
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
@@ -182,7 +185,16 @@ void frmNarEdit::showEvent(QShowEvent* event) {
 void frmNarEdit::hideEvent(QHideEvent* event) {
     QDialog::hideEvent(event);
     if (!event->spontaneous())
+        storeSize();
+    if (!event->spontaneous())
         emit openChanged();
+}
+
+void frmNarEdit::storeSize() {
+    if (isMinimized() || isMaximized())
+        return;
+    m_parts.settings.store(narrationSettings::width, twipsFromPixels(width()));
+    m_parts.settings.store(narrationSettings::height, twipsFromPixels(height()));
 }
 
 void frmNarEdit::setTitle(const std::string& title) {
@@ -272,7 +284,8 @@ void frmNarEdit::setupShortcuts() {
 
 void frmNarEdit::load() {
     limitSize();
-    resize(usualSize);
+    resize(pixelsFromTwips(m_parts.settings.read(narrationSettings::width)),
+           pixelsFromTwips(m_parts.settings.read(narrationSettings::height)));
     centreOnScreen(*this);
     if (m_parts.document.model().autoInstruction) {
         m_instruction->setEnabled(false);
@@ -289,7 +302,9 @@ void frmNarEdit::limitSize() {
     // account.
     m_panes->refresh();
     layout()->invalidate();
-    setMinimumSize(smallestWidth, layout()->totalMinimumHeightForWidth(smallestWidth));
+    setMinimumSize(smallestWidth, std::max(layout()->totalMinimumHeightForWidth(smallestWidth), 0));
+    if (isVisible())
+        keepOnScreen(*this);
 }
 
 void frmNarEdit::apply() {

@@ -70,6 +70,7 @@ private:
     void setupShortcuts();
     void load();
     void limitSize();
+    void storeSize();
 
     UnappliedTexts texts() const;
 
