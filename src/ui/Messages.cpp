@@ -4,6 +4,7 @@
 
 #include <QFontMetrics>
 #include <QGridLayout>
+#include <QLabel>
 #include <QPushButton>
 #include <QSpacerItem>
 #include <QWidget>
@@ -18,7 +19,7 @@ namespace {
 // Pixels; Qt makes boxes of longer texts 500 wide.
 constexpr int usualTextWidth = 400;
 constexpr int besideText = 120; // Icon and margins.
-constexpr int belowText = 100;  // Buttons and margins.
+constexpr int belowText = 80;   // Margins, and those of the buttons.
 
 constexpr qsizetype longestToolTip = 2000;
 constexpr std::array<qsizetype, 4> longestWords = {500, 250, 120, 60};
@@ -59,26 +60,32 @@ QString fittedText(const QString& text, qsizetype longestWord, const QFontMetric
     return fits + fittedWord(word, longestWord, metrics, width);
 }
 
-bool isTooHigh(const QString& text, const QFontMetrics& metrics, int width, int height) {
-    return metrics.boundingRect(QRect(0, 0, width, QWIDGETSIZE_MAX), Qt::TextWordWrap, text).height() >
-           height;
+/// On large screens Qt's boxes leave some of the width alone.
+int widestBox(int available) {
+    constexpr int largeScreen = 1024;
+    return available <= largeScreen ? available : std::clamp(available - 480, 500, 1000);
 }
 
-/// Puts as much of the words as there is room for into the box. Gives the width that it needs for that.
+/// Puts as much of the words as there is room for into the box. Gives the width that it needs for that, 0:
+/// that of any box.
 int fitText(QMessageBox& box, const QSize& largest) {
+    QLabel shown; // As the box wraps its own.
+    shown.setTextFormat(Qt::PlainText);
+    shown.setWordWrap(true);
     const QString text = box.text();
-    const QFontMetrics metrics = box.fontMetrics();
-    const int height = largest.height() - belowText;
+    const QFontMetrics metrics = shown.fontMetrics();
+    const int height = largest.height() - belowText - 2 * metrics.lineSpacing();
     const int usual = std::min(usualTextWidth, largest.width() - besideText);
-    const int widest = largest.width() - besideText;
+    const int widest = widestBox(largest.width()) - besideText;
     for (const qsizetype longest : longestWords) {
         for (const int width : {usual, widest}) {
             box.setText(fittedText(text, longest, metrics, width));
-            if (!isTooHigh(box.text(), metrics, width, height))
-                return width == usual ? 0 : largest.width();
+            shown.setText(box.text());
+            if (shown.heightForWidth(width) <= height)
+                return width == usual ? 0 : widest + besideText;
         }
     }
-    return largest.width();
+    return widest + besideText;
 }
 
 } // namespace

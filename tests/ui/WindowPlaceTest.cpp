@@ -14,7 +14,9 @@
 #include "ui/support/SiteEditor.h"
 #include "ui/support/UiFixture.h"
 
+#include <QApplication>
 #include <QDialog>
+#include <QEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
@@ -23,6 +25,7 @@
 #include <QTest>
 #include <QVBoxLayout>
 #include <QWindow>
+#include <algorithm>
 
 namespace wendmark {
 
@@ -57,6 +60,30 @@ void fillHigh(QDialog& dialog, int lines) {
     auto* const buttons = new QHBoxLayout;
     buttons->addWidget(makeButton("OKButton", QStringLiteral("OK"), &dialog));
     layout->addLayout(buttons);
+}
+
+/// Hears what the notices say that are shown while the program has no other window.
+class NoticeWatch final : public QObject {
+public:
+    NoticeWatch() { QCoreApplication::instance()->installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint && watched->objectName() == QLatin1String("lblMaking"))
+            m_said.append(qobject_cast<QLabel*>(watched)->text());
+        return false;
+    }
+
+    const QStringList& said() const { return m_said; }
+
+private:
+    QStringList m_said;
+};
+
+/// How many windows of the program are on screen.
+qsizetype shownWindows() {
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::count_if(windows.begin(), windows.end(),
+                         [](const QWidget* window) { return window->isVisible(); });
 }
 
 } // namespace
@@ -239,6 +266,40 @@ private slots:
             box.reject();
         });
         showMessage(nullptr, QStringLiteral("No."), title);
+    }
+
+    void tourThatTakesLongIsToldWhileThereIsNoWindow() {
+        UiFixture program;
+        qint64 now = 0;
+        program.stepClock = [&now] { return now += 1000; }; // Each step is a long one.
+        const NoticeWatch watch;
+        frmMain window(program.parts());
+        window.load(program.makeTour(QStringLiteral("rivers"), 3));
+        QVERIFY(watch.said().contains(QStringLiteral("Making the pages of rivers...")));
+        QTRY_COMPARE_WITH_TIMEOUT(shownWindows(), qsizetype{0}, patience);
+    }
+
+    void noticeLeavesForAQuestion() {
+        UiFixture program;
+        qint64 now = 0;
+        program.stepClock = [&now] { return now += 1000; };
+        const NoticeWatch watch;
+        frmMain window(program.parts());
+        onNextDialog([](QDialog& wizard) {
+            QTRY_COMPARE_WITH_TIMEOUT(shownWindows(), qsizetype{1}, patience);
+            wizard.close();
+        });
+        window.load();
+        QVERIFY(!watch.said().isEmpty());
+    }
+
+    void tourThatIsMadeAtOnceIsNotTold() {
+        UiFixture program;
+        program.stepClock = [] { return 0; };
+        const NoticeWatch watch;
+        frmMain window(program.parts());
+        window.load(program.makeTour(QStringLiteral("rivers"), 3));
+        QCOMPARE(watch.said(), QStringList());
     }
 
     void labelBreaksWordsThatAreLongerThanALine() {
