@@ -63,6 +63,14 @@ void addRow(QBoxLayout& layout, QLayoutItem* row) {
     }
 }
 
+/// What scrolls is as high as it must be, not as high as it would like.
+class Parts final : public QWidget {
+public:
+    using QWidget::QWidget;
+
+    int heightForWidth(int width) const override { return layout()->totalMinimumHeightForWidth(width); }
+};
+
 /// The parts get scroll bars; the buttons below them stay in sight.
 void addScrollBars(QWidget& window, int widest) {
     const QPointer<QWidget> focused = window.focusWidget();
@@ -73,7 +81,7 @@ void addScrollBars(QWidget& window, int widest) {
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
     area->setFocusPolicy(Qt::NoFocus);
-    auto* const parts = new QWidget(area);
+    auto* const parts = new Parts(area);
     parts->setLayout(layout); // Takes the parts along.
     area->setWidget(parts);
     parts->setAutoFillBackground(false);

@@ -6,6 +6,7 @@
 #include "ui/Messages.h"
 #include "ui/controls/WrappedLabel.h"
 #include "ui/dialogs/DialogParts.h"
+#include "ui/dialogs/frmLaunch.h"
 #include "ui/main/frmMain.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/SitePanes.h"
@@ -18,6 +19,7 @@
 #include <QDialog>
 #include <QEvent>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -300,6 +302,20 @@ private slots:
         frmMain window(program.parts());
         window.load(program.makeTour(QStringLiteral("rivers"), 3));
         QCOMPARE(watch.said(), QStringList());
+    }
+
+    void launchingInformationShowsItsListAtOnce() {
+        UiFixture program;
+        program.model.launchURLCount = 1;
+        program.model.launchURL = {"http://www.brenholt.example/start.htm"};
+        frmLaunch dialog(program.document, program.desktop);
+        onNextDialog([](QDialog& shown) {
+            const auto* const text = shown.findChild<QPlainTextEdit*>(QStringLiteral("Text1"));
+            QVERIFY(text->toPlainText().contains(QStringLiteral("start.htm")));
+            QCOMPARE(text->verticalScrollBar()->maximum(), 0);
+            shown.reject();
+        });
+        runDialog(dialog);
     }
 
     void labelBreaksWordsThatAreLongerThanALine() {

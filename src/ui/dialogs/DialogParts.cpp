@@ -89,7 +89,8 @@ QDialogButtonBox* makeSelectionButtons(QWidget* parent) {
 void runDialog(QDialog& dialog) {
     dialog.setMinimumWidth(std::max(dialog.minimumWidth(), widthForTitle(dialog)));
     keepWrappedTextVisible(dialog);
-    dialog.adjustSize();
+    dialog.adjustSize(); // To two thirds of the screen at most.
+    dialog.resize(dialog.size().expandedTo(dialog.sizeHint()));
     centreOnScreen(dialog);
     keepOnScreen(dialog);
     dialog.exec();

@@ -201,6 +201,11 @@ QSize BookmarkPanel::minimumSizeHint() const {
     return {narrowest, layout()->totalMinimumHeightForWidth(std::max(width(), narrowest))};
 }
 
+/// The smallest height: the list takes what there is, and nothing scrolls that has room.
+int BookmarkPanel::heightForWidth(int width) const {
+    return layout()->totalMinimumHeightForWidth(width);
+}
+
 void BookmarkPanel::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     if (event->oldSize().width() != width())
