@@ -33,7 +33,6 @@ namespace wendmark {
 
 using test::onNextDialog;
 using test::patience;
-using test::press;
 using test::SiteEditor;
 using test::UiFixture;
 
