@@ -18,6 +18,7 @@
 #include "platform/TourArguments.h"
 #include "recovery/RecoveryKeeper.h"
 #include "recovery/SavedScripts.h"
+#include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/FolderEntry.h"
 #include "ui/dialogs/TourFileNames.h"
 #include "ui/dialogs/frmSplash.h"
@@ -28,12 +29,18 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QStandardPaths>
+#include <QTimer>
 #include <QWebEngineProfile>
+#include <functional>
 #include <memory>
+#include <optional>
+#include <utility>
 
 namespace {
 
 using namespace wendmark;
+
+constexpr int splashPaintingTime = 100; // Milliseconds.
 
 void prepareApplication(QCommandLineParser& parser, const QApplication& application) {
     QApplication::setApplicationName(QStringLiteral("Wendmark"));
@@ -62,6 +69,19 @@ ApplicationFolder applicationFolder(Log& log) {
                               QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
     log.skip(folder.outcome);
     return folder;
+}
+
+/// Shows the splash window and makes the main window behind it, so that nobody waits for that without a
+/// window.
+void showSplash(std::function<void()> makeWindow) {
+    frmSplash splash;
+    const auto make = [&makeWindow] {
+        if (makeWindow)
+            std::exchange(makeWindow, {})();
+    };
+    QTimer::singleShot(splashPaintingTime, &splash, make);
+    runDialog(splash);
+    make(); // The author was quicker.
 }
 
 /// With the tour that the program was started with, and then those that later starts bring.
@@ -103,19 +123,20 @@ int main(int argc, char* argv[]) {
     document.startProgram(options);
     warnWithoutTemplates(document.workspace(), log);
 
-    frmSplash splash;
-    splash.exec();
-
-    const std::unique_ptr<QWebEngineProfile> profile(makeBrowserProfile(nullptr));
+    std::unique_ptr<QWebEngineProfile> profile;
     RecoveryStore recoveryStore(files::join(files::join(state, "recovery"), ownName), log);
     RecoveryKeeper recovery(document, recoveryStore);
     TourFileNames fileNames(document.workspace());
     HtmlEditor htmlEditor(options, log);
     SpellChecker spelling(log);
-    frmMain window({document, gate, options, desktop, settings, registry, *profile, recovery, fileNames,
-                    htmlEditor, spelling, files::join(state, "scripts")});
-    QObject::connect(&window, &frmMain::closed, &application, &QCoreApplication::quit, Qt::QueuedConnection);
+    std::optional<frmMain> window;
+    showSplash([&] {
+        profile.reset(makeBrowserProfile(nullptr));
+        window.emplace(ProgramParts{document, gate, options, desktop, settings, registry, *profile, recovery,
+                                    fileNames, htmlEditor, spelling, files::join(state, "scripts")});
+    });
+    QObject::connect(&*window, &frmMain::closed, &application, &QCoreApplication::quit, Qt::QueuedConnection);
     QObject::connect(&gate, &Gate::closedForGood, &program, &SingleProgram::leave);
-    showWindow(window, program, tours);
+    showWindow(*window, program, tours);
     return QApplication::exec();
 }

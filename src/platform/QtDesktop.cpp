@@ -54,6 +54,7 @@ void QtDesktop::stayResponsive() {
         m_firstStep = m_stepClock();
         QCoreApplication::postEvent(this, new QEvent(QEvent::User)); // Comes when events are handled.
     } else if (m_stepClock() - *m_firstStep >= longestSilence) {
+        emit lasting();
         m_gate.breathe();
     }
 }

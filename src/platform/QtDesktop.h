@@ -49,6 +49,8 @@ public:
 signals:
     void mainBrowserNavigationRequested(const QString& address);
     void beeped();
+    /// A command takes long, and the windows are about to get their turn.
+    void lasting();
 
 protected:
     void customEvent(QEvent* event) override;

@@ -13,6 +13,8 @@ inline constexpr Setting<float> left{"MainLeft", 1000};
 inline constexpr Setting<float> top{"MainTop", 1000};
 inline constexpr Setting<float> width{"MainWidth", 6500};
 inline constexpr Setting<float> height{"MainHeight", 6500};
+/// Place and size are then those that it has otherwise.
+inline constexpr Setting<bool> maximised{"MainMaximised", false};
 
 /// Full path of the external HTML editor, or "NONE".
 inline const Setting<QString> htmlEditor{"HTMLEditor", QStringLiteral("NONE")};
@@ -57,6 +59,9 @@ namespace siteSettings {
 
 /// Address that "Home" goes to.
 inline const Setting<QString> homePage{"HomePage", QLatin1String(makerSiteURL)};
+inline constexpr Setting<bool> maximised{"SiteMaximised", false};
+/// Of the list of bookmarks, in twips; 0: what the page leaves.
+inline constexpr Setting<float> bookmarksHeight{"SiteBookmarksHeight", 0};
 
 } // namespace siteSettings
 
@@ -68,6 +73,9 @@ inline const QString noSpelling = QStringLiteral("NONE");
 /// Name of a dictionary; empty: the one for the author's own language.
 inline const Setting<QString> spellingLanguage{"SpellingLanguage", QString()};
 inline constexpr Setting<bool> previewShown{"NarrationPreview", true};
+// Of the editor, in twips.
+inline constexpr Setting<float> width{"NarrationWidth", 10800};
+inline constexpr Setting<float> height{"NarrationHeight", 9600};
 
 } // namespace narrationSettings
 

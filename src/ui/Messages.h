@@ -19,6 +19,10 @@ void showMessage(QWidget* parent, const QString& text, const QString& title = pr
 bool askYesNo(QWidget* parent, const QString& text, const QString& title = programTitle(),
               QMessageBox::Icon icon = QMessageBox::Question);
 
+/// Shows the box until it is left: as wide as its title, inside the screen, and no wider for long addresses
+/// and paths, which then may break anywhere. Gives what QMessageBox::exec() does.
+int runMessage(QMessageBox& box);
+
 enum class SaveAnswer {
     save,
     goOn, ///< With what was saved last.
@@ -29,8 +33,5 @@ enum class SaveAnswer {
 /// none. Return gives save, Esc cancel.
 SaveAnswer askToSave(QWidget* parent, const QString& text, const QString& save,
                      const QString& goOn = QString());
-
-/// Moves a window, still hidden, to the middle of the screen that it will be on.
-void centreOnScreen(QWidget& window);
 
 } // namespace wendmark

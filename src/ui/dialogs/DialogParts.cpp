@@ -5,6 +5,8 @@
 #include "model/Workspace.h"
 #include "platform/Strings.h"
 #include "ui/Messages.h"
+#include "ui/WindowPlace.h"
+#include "ui/controls/WrappedLabel.h"
 
 #include <QDialog>
 #include <QDialogButtonBox>
@@ -37,10 +39,8 @@ QVBoxLayout* makeDialogLayout(QDialog& dialog) {
 }
 
 QLabel* makeTextLabel(const char* name, const QString& text, QWidget* parent) {
-    auto* const label = new QLabel(text, parent);
+    auto* const label = new WrappedLabel(text, parent);
     label->setObjectName(QLatin1String(name));
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
     return label;
 }
 
@@ -87,9 +87,12 @@ QDialogButtonBox* makeSelectionButtons(QWidget* parent) {
 }
 
 void runDialog(QDialog& dialog) {
+    dialog.setMinimumWidth(std::max(dialog.minimumWidth(), widthForTitle(dialog)));
     keepWrappedTextVisible(dialog);
-    dialog.adjustSize();
+    dialog.adjustSize(); // To two thirds of the screen at most.
+    dialog.resize(dialog.size().expandedTo(dialog.sizeHint()));
     centreOnScreen(dialog);
+    keepOnScreen(dialog);
     dialog.exec();
 }
 

@@ -1,5 +1,7 @@
 #include "ui/dialogs/FileChooser.h"
 
+#include "ui/WindowPlace.h"
+
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFileSystemModel>
@@ -44,6 +46,9 @@ public:
     QString choose() {
         setObjectName(QStringLiteral("CDialog"));
         setFileMode(QFileDialog::ExistingFile);
+        adjustSize();
+        centreOverParent(*this);
+        keepOnScreen(*this);
         if (exec() != QDialog::Accepted)
             return {};
         return m_quoted.isEmpty() ? selectedFiles().value(0) : m_quoted;

@@ -25,7 +25,7 @@ bool askToGoOn(const QString& text, const QString& goOn) {
     QPushButton* const quit = box.addButton(tr("&Quit"), QMessageBox::RejectRole);
     box.setDefaultButton(quit);
     box.setEscapeButton(quit);
-    box.exec();
+    runMessage(box);
     return box.clickedButton() == goOnButton;
 }
 

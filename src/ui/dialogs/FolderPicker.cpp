@@ -2,6 +2,7 @@
 
 #include "model/Workspace.h"
 #include "platform/Strings.h"
+#include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/TourFolderModel.h"
 
 #include <QComboBox>
@@ -58,7 +59,7 @@ FolderPicker::FolderPicker(const QString& driveCaption, QWidget* parent)
     : QWidget(parent)
     , m_drives(new QComboBox(this))
     , m_tree(new QTreeView(this))
-    , m_path(new QLabel(this))
+    , m_path(makeTextLabel("lblTourPath", QString(), this))
     , m_model(new TourFolderModel(this)) {
     nameControls();
     m_model->setRootPath(QDir::rootPath());
@@ -101,10 +102,7 @@ void FolderPicker::nameControls() {
     m_drives->setAccessibleName(tr("Drive"));
     m_tree->setObjectName(QStringLiteral("Dir1"));
     m_tree->setAccessibleName(tr("Folders"));
-    m_path->setObjectName(QStringLiteral("lblTourPath"));
     m_path->setAccessibleName(tr("Selected folder"));
-    m_path->setTextFormat(Qt::PlainText);
-    m_path->setWordWrap(true);
     m_path->setTextInteractionFlags(Qt::TextSelectableByMouse);
 }
 

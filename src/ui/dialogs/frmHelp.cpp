@@ -1,7 +1,7 @@
 #include "ui/dialogs/frmHelp.h"
 
 #include "platform/BrowserView.h"
-#include "ui/Messages.h"
+#include "ui/WindowPlace.h"
 
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -26,6 +26,8 @@ frmHelp::frmHelp(QWebEngineProfile& profile, const QString& helpFolder, QWidget*
 }
 
 void frmHelp::showPage(const QString& helpStartPage) {
+    if (isHidden())
+        keepOnScreen(*this);
     showNormal();
     raise();
     activateWindow();

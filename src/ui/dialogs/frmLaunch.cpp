@@ -23,6 +23,13 @@ namespace {
 
 constexpr qsizetype longestShown = 10'000; ///< UTF-16 units. No address that works is as long as this.
 
+// Pixels.
+constexpr int usualWidth = 90 * dialogGap;
+constexpr int besideText = 8 * dialogGap; ///< Margins and scroll bar.
+constexpr int belowText = 14 * dialogGap; ///< Heading, buttons, margins.
+
+constexpr int mostRows = 60;
+
 QString shown(const QString& line) {
     return shortened(line, longestShown);
 }
@@ -37,17 +44,18 @@ QString shownLines(const QString& text) {
 } // namespace
 
 frmLaunch::frmLaunch(const TourDocument& document, QtDesktop& desktop, QWidget* parent)
-    : QDialog(parent), m_document(document), m_desktop(desktop) {
+    : QDialog(parent)
+    , m_document(document)
+    , m_desktop(desktop)
+    , m_text(new QPlainTextEdit(shownLines(toQString(launchingInformation(document.model()))), this)) {
     setObjectName(QStringLiteral("frmLaunch"));
     setWindowTitle(QStringLiteral("Wendmark - Launching Information"));
     QLabel* const heading = makeTextLabel("Label1", tr("Launching a Tour:"), this);
-    auto* const text =
-        new QPlainTextEdit(shownLines(toQString(launchingInformation(document.model()))), this);
-    text->setObjectName(QStringLiteral("Text1"));
-    text->setAccessibleName(tr("Launching a Tour"));
-    text->setReadOnly(true);
-    text->setTabChangesFocus(true);
-    text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    m_text->setObjectName(QStringLiteral("Text1"));
+    m_text->setAccessibleName(tr("Launching a Tour"));
+    m_text->setReadOnly(true);
+    m_text->setTabChangesFocus(true);
+    m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     QPushButton* const printButton = makeButton("btnPrint", tr("&Print"), this);
     QPushButton* const exitButton = makeButton("btnExit", tr("E&xit"), this);
     exitButton->setDefault(true);
@@ -58,7 +66,7 @@ frmLaunch::frmLaunch(const TourDocument& document, QtDesktop& desktop, QWidget* 
     buttons->addWidget(exitButton);
     QVBoxLayout* const layout = makeDialogLayout(*this);
     layout->addWidget(heading);
-    layout->addWidget(text, 1);
+    layout->addWidget(m_text, 1);
     layout->addLayout(buttons);
     setMinimumSize(50 * dialogGap, 35 * dialogGap);
     exitButton->setFocus();
@@ -66,8 +74,12 @@ frmLaunch::frmLaunch(const TourDocument& document, QtDesktop& desktop, QWidget* 
     connect(exitButton, &QPushButton::clicked, this, &QDialog::accept);
 }
 
+/// Shows the list at the end of the text, too, where the screen has room for it.
 QSize frmLaunch::sizeHint() const {
-    return {80 * dialogGap, 60 * dialogGap};
+    const QRect lines = m_text->fontMetrics().boundingRect(
+        QRect(0, 0, usualWidth - besideText, QWIDGETSIZE_MAX), Qt::TextWordWrap, m_text->toPlainText());
+    const int rows = lines.height() / m_text->fontMetrics().lineSpacing() + 2;
+    return {usualWidth, std::min(rows, mostRows) * m_text->fontMetrics().lineSpacing() + belowText};
 }
 
 void frmLaunch::print() {

@@ -2,6 +2,8 @@
 
 #include <QDialog>
 
+class QPlainTextEdit;
+
 namespace wendmark {
 
 class QtDesktop;
@@ -25,6 +27,7 @@ private:
 
     const TourDocument& m_document;
     QtDesktop& m_desktop;
+    QPlainTextEdit* m_text; ///< Text1
 };
 
 } // namespace wendmark

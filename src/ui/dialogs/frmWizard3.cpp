@@ -57,9 +57,13 @@ frmWizard3::frmWizard3(WizardState& state, const WorkspaceFolders& folders, QtDe
 }
 
 void frmWizard3::createNewFolder() {
-    const QString answer = QInputDialog::getText(this, QStringLiteral("Wendmark - New Folder"),
-                                                 tr("Please type in the folder name"));
-    const std::string typed = toUtf8(answer);
+    QInputDialog box(this);
+    box.setWindowTitle(QStringLiteral("Wendmark - New Folder"));
+    box.setLabelText(tr("Please type in the folder name"));
+    runDialog(box);
+    if (box.result() != QDialog::Accepted)
+        return;
+    const std::string typed = toUtf8(box.textValue());
     const std::string_view name = trimBlanks(typed);
     if (name.empty())
         return;

@@ -5,6 +5,7 @@
 #include "platform/QtDesktop.h"
 #include "platform/Settings.h"
 #include "platform/Strings.h"
+#include "ui/WindowPlace.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/find/PlaceDelegate.h"
 #include "ui/find/PlaceModel.h"
@@ -68,6 +69,7 @@ frmFind::frmFind(ProgramParts parts, OpenStop openStop, QWidget* parent)
     layout->addLayout(makeButtonRow());
     setMinimumSize(smallestSize);
     resize(usualSize);
+    centreOverParent(*this);
     m_parts.document.addListener(*this);
 }
 
@@ -77,6 +79,8 @@ frmFind::~frmFind() {
 
 void frmFind::ask() {
     showPlaces();
+    if (isHidden())
+        keepOnScreen(*this);
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();

@@ -17,14 +17,14 @@ constexpr int noticeShare = 3; ///< Of the width that the other panels leave, to
 
 MainStatusBar::MainStatusBar(QWidget* parent)
     : QStatusBar(parent)
-    , m_status(makePanel("Status"))
+    , m_status(new ElidedLabel(this))
     , m_notice(new ElidedLabel(this))
     , m_date(makePanel("Date"))
     , m_time(makePanel("Time"))
     , m_saved(makePanel("Saved")) {
     setObjectName(QStringLiteral("sbStatusBar"));
+    m_status->setObjectName(QStringLiteral("Status"));
     m_status->setAccessibleName(tr("Status"));
-    m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     addWidget(m_status, 1);
     m_notice->setObjectName(QStringLiteral("Notice"));
     m_notice->hide();
@@ -41,7 +41,7 @@ QLabel* MainStatusBar::makePanel(const char* name) {
 }
 
 void MainStatusBar::showStatus(const QString& text) {
-    m_status->setText(text);
+    m_status->showText(text);
 }
 
 void MainStatusBar::showNotice(const QString& text) {

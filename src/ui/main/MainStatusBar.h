@@ -42,7 +42,7 @@ public:
 private:
     QLabel* makePanel(const char* name);
 
-    QLabel* m_status;
+    ElidedLabel* m_status;
     ElidedLabel* m_notice;
     QLabel* m_date;
     QLabel* m_time;

@@ -5,7 +5,7 @@
 #include "platform/SettingsStore.h"
 #include "platform/Strings.h"
 #include "platform/Twips.h"
-#include "ui/Messages.h"
+#include "ui/WindowPlace.h"
 
 #include <QWidget>
 
@@ -17,15 +17,21 @@ void placeWindow(QWidget& window, const SettingsStore& settings) {
     window.resize(pixelsFromTwips(settings.read(mainSettings::width)),
                   pixelsFromTwips(settings.read(mainSettings::height)));
     centreOnScreen(window);
+    keepOnScreenFrom(window, window.minimumSize());
+    if (settings.read(mainSettings::maximised))
+        window.setWindowState(window.windowState() | Qt::WindowMaximized);
 }
 
 void storePlacement(const QWidget& window, SettingsStore& settings) {
     if (window.isMinimized())
         return;
-    settings.store(mainSettings::left, twipsFromPixels(window.x()));
-    settings.store(mainSettings::top, twipsFromPixels(window.y()));
-    settings.store(mainSettings::width, twipsFromPixels(window.width()));
-    settings.store(mainSettings::height, twipsFromPixels(window.height()));
+    const bool maximised = window.isMaximized() && window.normalGeometry().isValid();
+    const QRect place = maximised ? window.normalGeometry() : QRect(window.pos(), window.size());
+    settings.store(mainSettings::left, twipsFromPixels(place.x()));
+    settings.store(mainSettings::top, twipsFromPixels(place.y()));
+    settings.store(mainSettings::width, twipsFromPixels(place.width()));
+    settings.store(mainSettings::height, twipsFromPixels(place.height()));
+    settings.store(mainSettings::maximised, maximised);
 }
 
 void loadOptions(Options& options, const SettingsStore& settings) {

@@ -8,7 +8,7 @@ class SettingsStore;
 struct Options;
 
 /// Gives the main window the size that it had last, in the middle of the screen: whatever place was stored,
-/// only the size counts.
+/// only the size counts, and that only as far as the screen has it. Maximised, if it was that.
 void placeWindow(QWidget& window, const SettingsStore& settings);
 
 /// Stores place and size, unless the window is minimised.

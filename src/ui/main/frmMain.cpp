@@ -13,6 +13,7 @@
 #include "ui/main/FileCommands.h"
 #include "ui/main/MainDialogs.h"
 #include "ui/main/MainStatusBar.h"
+#include "ui/main/MakingNotice.h"
 #include "ui/main/PlayCommands.h"
 #include "ui/main/SidePanels.h"
 #include "ui/main/TourPreview.h"
@@ -69,6 +70,7 @@ frmMain::~frmMain() {
 }
 
 void frmMain::load(const QString& tourFolder) {
+    m_making = std::make_unique<MakingNotice>(m_document, m_parts.gate, m_parts.desktop);
     placeWindow(*this, m_parts.settings);
     loadOptions(m_parts.options, m_parts.settings);
     m_document.showTemplateTour();

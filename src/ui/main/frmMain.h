@@ -7,6 +7,7 @@
 
 #include <QMainWindow>
 #include <functional>
+#include <memory>
 
 class QTimer;
 
@@ -17,6 +18,7 @@ class Editors;
 class FileCommands;
 class MainDialogs;
 class MainStatusBar;
+class MakingNotice;
 class PlayCommands;
 class SidePanels;
 class TourPreview;
@@ -122,8 +124,9 @@ private:
     Editors* m_editors;
     MainDialogs* m_dialogs;
     SidePanels* m_sides = nullptr;
-    QTimer* m_timer = nullptr; ///< timTimer
-    bool m_ended = false;      ///< The working copy is left; the window may close.
+    std::unique_ptr<MakingNotice> m_making; ///< In this window's place while it is not there yet.
+    QTimer* m_timer = nullptr;              ///< timTimer
+    bool m_ended = false;                   ///< The working copy is left; the window may close.
 };
 
 } // namespace wendmark

@@ -27,8 +27,9 @@ QString askForAddress(QWidget& window) {
     QInputDialog box(&window);
     box.setWindowTitle(programTitle());
     box.setLabelText(TagButtons::tr("Please enter the URL of this hyperlink"));
-    box.resize(addressWidth, box.sizeHint().height());
-    return box.exec() == QDialog::Accepted ? box.textValue() : QString();
+    box.setMinimumWidth(addressWidth);
+    runDialog(box);
+    return box.result() == QDialog::Accepted ? box.textValue() : QString();
 }
 
 } // namespace

@@ -4,8 +4,11 @@
 #include "commands/TourDocument.h"
 #include "model/ScriptFile.h"
 #include "platform/Gate.h"
+#include "platform/Settings.h"
 #include "platform/Strings.h"
+#include "platform/Twips.h"
 #include "ui/Messages.h"
+#include "ui/WindowPlace.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/narration/EditorPreview.h"
 #include "ui/narration/HtmlField.h"
@@ -28,7 +31,6 @@ namespace {
 
 constexpr int smallestWidth = 48 * dialogGap;
 const QList<int> shares = {250, 70, 180}; ///< Of the height: narration, instruction, preview.
-constexpr QSize usualSize(720, 640);
 
 /// A label for a field, its access key leading there.
 QLabel* makeFieldLabel(const char* name, const QString& caption, QWidget& field, QWidget* parent) {
@@ -46,7 +48,7 @@ std::string storable(const HtmlField& field, std::string_view placeholder) {
 } // namespace
 
 frmNarEdit::frmNarEdit(const ProgramParts& parts, QWidget* parent)
-    : QDialog(parent, Qt::Window)
+    : QDialog(parent, editorFlags)
     , m_parts(parts)
     , m_title(new QLineEdit(this))
     , m_narration(new HtmlField(parts.spelling, this))
@@ -95,8 +97,10 @@ void frmNarEdit::editCurrentStop() {
         m_instruction->setTypedText(stop.stopInstruction);
     remember(model.currentStop);
     tellTarget();
-    if (!isVisible())
+    if (!isVisible()) {
         m_narration->setFocus();
+        keepOnScreen(*this);
+    }
     m_narration->selectIfOnly(noNarration);
     m_instruction->selectIfOnly(noInstruction);
     setWindowState(windowState() & ~Qt::WindowMinimized);
@@ -182,7 +186,16 @@ void frmNarEdit::showEvent(QShowEvent* event) {
 void frmNarEdit::hideEvent(QHideEvent* event) {
     QDialog::hideEvent(event);
     if (!event->spontaneous())
+        storeSize();
+    if (!event->spontaneous())
         emit openChanged();
+}
+
+void frmNarEdit::storeSize() {
+    if (isMinimized() || isMaximized())
+        return;
+    m_parts.settings.store(narrationSettings::width, twipsFromPixels(width()));
+    m_parts.settings.store(narrationSettings::height, twipsFromPixels(height()));
 }
 
 void frmNarEdit::setTitle(const std::string& title) {
@@ -275,7 +288,8 @@ void frmNarEdit::setupShortcuts() {
 
 void frmNarEdit::load() {
     limitSize();
-    resize(usualSize);
+    resize(pixelsFromTwips(m_parts.settings.read(narrationSettings::width)),
+           pixelsFromTwips(m_parts.settings.read(narrationSettings::height)));
     centreOnScreen(*this);
     fillInstruction({});
     beginSpelling(m_parts);
@@ -288,7 +302,9 @@ void frmNarEdit::limitSize() {
     // account.
     m_panes->refresh();
     layout()->invalidate();
-    setMinimumSize(smallestWidth, layout()->totalMinimumHeightForWidth(smallestWidth));
+    setMinimumSize(smallestWidth, std::max(layout()->totalMinimumHeightForWidth(smallestWidth), 0));
+    if (isVisible())
+        keepOnScreen(*this);
 }
 
 /// Enabled where the author writes it: from here until the window is destroyed, or the author reloads it.

@@ -72,6 +72,7 @@ private:
     void setupShortcuts();
     void load();
     void limitSize();
+    void storeSize();
 
     UnappliedTexts texts() const;
 

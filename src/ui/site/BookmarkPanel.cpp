@@ -63,6 +63,14 @@ void setUpRows(QTableView& grid) {
     grid.setDragDropMode(QAbstractItemView::DragOnly); // Onto the stop list, or into another program.
 }
 
+/// Grid and buttons; a stack of pages takes the height that a page would like for its smallest.
+class ListPage final : public QWidget {
+public:
+    using QWidget::QWidget;
+
+    int heightForWidth(int width) const override { return layout()->totalMinimumHeightForWidth(width); }
+};
+
 } // namespace
 
 BookmarkPanel::BookmarkPanel(TourDocument& document, Gate& gate, QtDesktop& desktop, QWidget* parent)
@@ -128,7 +136,7 @@ void BookmarkPanel::setupGrid() {
 }
 
 QWidget* BookmarkPanel::makeList() {
-    auto* const list = new QWidget(this);
+    auto* const list = new ListPage(this);
     auto* const row = new FlowLayout(dialogGap);
     const auto add = [&](const char* name, const QString& caption, const QString& toolTip, auto action) {
         QPushButton* const button = makeButton(name, caption, list);
@@ -201,6 +209,11 @@ QSize BookmarkPanel::minimumSizeHint() const {
     return {narrowest, layout()->totalMinimumHeightForWidth(std::max(width(), narrowest))};
 }
 
+/// The smallest height: the list takes what there is, and nothing scrolls that has room.
+int BookmarkPanel::heightForWidth(int width) const {
+    return layout()->totalMinimumHeightForWidth(width);
+}
+
 void BookmarkPanel::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     if (event->oldSize().width() != width())
@@ -210,6 +223,8 @@ void BookmarkPanel::resizeEvent(QResizeEvent* event) {
 void BookmarkPanel::showLastRows() {
     m_grid->verticalScrollBar()->setValue(bookmarkCount() < rowsInView + 1 ? 0
                                                                            : bookmarkCount() - rowsInView);
+    if (bookmarkCount() > 0)
+        m_grid->scrollTo(m_list->index(bookmarkCount() - 1, 0)); // Where there is no room for so many.
 }
 
 std::int16_t BookmarkPanel::bookmarkCount() const {

@@ -58,6 +58,7 @@ public:
     void remember(const QString& address);
 
     QSize minimumSizeHint() const override;
+    int heightForWidth(int width) const override;
 
 signals:
     /// The author has changed the list, once for each action, which `what` names: "Remove Bookmark". What

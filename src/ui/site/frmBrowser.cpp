@@ -10,6 +10,7 @@
 #include "platform/SettingsStore.h"
 #include "platform/Strings.h"
 #include "platform/Twips.h"
+#include "ui/WindowPlace.h"
 #include "ui/controls/CommandBar.h"
 #include "ui/controls/LoadingIndicator.h"
 #include "ui/dialogs/DialogParts.h"
@@ -18,6 +19,7 @@
 #include "ui/site/HtmlEditor.h"
 #include "ui/site/LocalPage.h"
 #include "ui/site/PageNotices.h"
+#include "ui/site/SitePanes.h"
 #include "ui/site/SiteTest.h"
 #include "ui/site/SiteUse.h"
 
@@ -28,7 +30,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QSplitter>
 #include <QTimer>
 
 namespace wendmark {
@@ -38,8 +39,6 @@ namespace {
 constexpr int longestAddress = 2 * 1024 * 1024; // The engine shows nothing that is longer.
 constexpr int tickInterval = 20;                // Milliseconds.
 constexpr float besideMainWindow = 400;         // Twips.
-const QList<int> shares = {65, 35};             ///< Of the height: browser, bookmarks.
-constexpr int smallestBrowser = 56;             // Pixels.
 
 struct ToolBarButton {
     const char* key;
@@ -107,14 +106,14 @@ QLayout* makeAddressRow(AddressBox& address, QPushButton& fileButton) {
 } // namespace
 
 frmBrowser::frmBrowser(const ProgramParts& parts, QWidget* parent)
-    : QWidget(parent, Qt::Window)
+    : QWidget(parent, editorFlags)
     , m_parts(parts)
     , m_document(parts.document)
     , m_toolBar(new CommandBar(this))
     , m_busy(new LoadingIndicator)
     , m_address(new AddressBox(parts.document, this))
     , m_fileButton(makeButton("btnSelectFile", tr("Select &Local File"), this))
-    , m_panes(new QSplitter(Qt::Vertical, this))
+    , m_panes(new SitePanes(this))
     , m_browser(new BrowserView(parts.browserProfile, m_panes))
     , m_bookmarks(new BookmarkPanel(parts.document, parts.gate, parts.desktop, m_panes))
     , m_notice(makeTextLabel("lblNotice", QString(), this))
@@ -135,11 +134,7 @@ frmBrowser::frmBrowser(const ProgramParts& parts, QWidget* parent)
     layout->setSpacing(dialogGap / 2);
     layout->addWidget(m_toolBar);
     layout->addLayout(makeAddressRow(*m_address, *m_fileButton));
-    m_panes->setChildrenCollapsible(false);
-    m_panes->setHandleWidth(dialogGap);
-    m_panes->setStretchFactor(0, 1);
-    m_panes->setStretchFactor(1, 0);
-    m_panes->setSizes(shares);
+    m_panes->setPanes(m_browser, m_bookmarks, m_parts.settings);
     layout->addWidget(m_panes, 1);
     layout->addWidget(m_notice);
     setupConnections();
@@ -153,6 +148,9 @@ void frmBrowser::load(const Bounds& mainWindowBounds) {
     const Bounds& main = mainWindowBounds;
     move(pixelsFromTwips(main.left + besideMainWindow), pixelsFromTwips(main.top + besideMainWindow));
     resize(pixelsFromTwips(main.width), pixelsFromTwips(main.height));
+    keepOnScreen(*this);
+    if (m_parts.settings.read(siteSettings::maximised))
+        setWindowState(windowState() | Qt::WindowMaximized);
     m_address->LoadHistory();
     takeStop();
     goTo(siteEditAddress());
@@ -184,6 +182,8 @@ const std::string& frmBrowser::siteEditResult() const {
 bool frmBrowser::closeNow() {
     m_bookmarks->SaveGoodList();
     m_address->SaveHistory();
+    m_panes->store(m_parts.settings);
+    m_parts.settings.store(siteSettings::maximised, isMaximized());
     m_closing = true;
     m_parts.desktop.setBusyPointer(Desktop::Pointer::standard); // A test that was given up leaves its own.
     hide();
@@ -284,7 +284,6 @@ void frmBrowser::setupToolBar() {
 
 void frmBrowser::setupBrowser() {
     m_browser->setObjectName(QStringLiteral("brwWebBrowser"));
-    m_browser->setMinimumHeight(smallestBrowser);
     m_browser->setAllowedFolders({workingFolder()});
     m_browser->setNewWindowsHere();
     m_browser->setFocusStays();

@@ -12,7 +12,6 @@
 class QAction;
 class QLabel;
 class QPushButton;
-class QSplitter;
 class QTimer;
 
 namespace wendmark {
@@ -22,6 +21,7 @@ class BookmarkPanel;
 class BrowserView;
 class CommandBar;
 class LoadingIndicator;
+class SitePanes;
 class SiteTest;
 class SiteUse;
 
@@ -104,7 +104,7 @@ private:
     LoadingIndicator* m_busy;  ///< picBusy
     AddressBox* m_address;     ///< cboAddress
     QPushButton* m_fileButton; ///< btnSelectFile
-    QSplitter* m_panes;
+    SitePanes* m_panes;
     BrowserView* m_browser; ///< brwWebBrowser
     BookmarkPanel* m_bookmarks;
     QLabel* m_notice; ///< What cannot be shown, and why.

@@ -63,8 +63,9 @@ title_of() {
     xdotool getwindowname "$1" 2>/dev/null
 }
 
+# Whether the window has to be answered; the editors are dialogs for the window manager, too.
 is_dialog() {
-    xprop -id "$1" _NET_WM_WINDOW_TYPE 2>/dev/null | grep -q _DIALOG
+    xprop -id "$1" _NET_WM_STATE 2>/dev/null | grep -q _MODAL
 }
 
 # open_tour TOUR: with the program, which then shows it in its main window.
