@@ -58,6 +58,9 @@ namespace siteSettings {
 /// Address that "Home" goes to.
 inline const Setting<QString> homePage{"HomePage", QLatin1String(makerSiteURL)};
 
+/// Where words are searched for that were typed in the place of an address; "%1" stands for them.
+inline const Setting<QString> searchPage{"SearchPage", QStringLiteral("https://duckduckgo.com/?q=%1")};
+
 } // namespace siteSettings
 
 namespace narrationSettings {
