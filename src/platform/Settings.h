@@ -58,6 +58,9 @@ namespace siteSettings {
 /// Address that "Home" goes to.
 inline const Setting<QString> homePage{"HomePage", QLatin1String(makerSiteURL)};
 
+/// Folder from which the author took a page last; empty: none yet.
+inline const Setting<QString> pagesFolder{"PagesFolder", QString()};
+
 /// Where words are searched for that were typed in the place of an address; "%1" stands for them.
 inline const Setting<QString> searchPage{"SearchPage", QStringLiteral("https://duckduckgo.com/?q=%1")};
 
