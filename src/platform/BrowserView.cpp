@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineLoadingInfo>
@@ -232,7 +233,7 @@ bool BrowserView::eventFilter(QObject* watched, QEvent* event) {
     }
     const bool oneLess = event->type() == QEvent::ChildRemoved && std::exchange(m_changesWidget, false);
     if (m_changesWidget || oneLess)
-        QMetaObject::invokeMethod(this, &BrowserView::keepKeyboard, Qt::QueuedConnection);
+        QTimer::singleShot(0, this, &BrowserView::keepKeyboard);
     return QWidget::eventFilter(watched, event);
 }
 

@@ -288,6 +288,12 @@ void frmBrowser::setupBrowser() {
     const auto action = [this](const char* key) { return m_actions.value(QLatin1String(key)); };
     m_browser->setContextActions(
         {action("Back"), action("Forward"), action("Refresh"), action("Yes"), m_testInWindow});
+    answerPasswordQuestions(*m_browser, *this);
+    // Of the pages of a test the test itself says what there is to say.
+    connectNotices(*m_browser, *this, [this](const QString& text, bool ofLoading) {
+        if (!ofLoading || !m_test->isRunning())
+            m_notice->showText(text, ofLoading);
+    });
 }
 
 void frmBrowser::setupConnections() {
@@ -322,17 +328,11 @@ void frmBrowser::setupConnections() {
     connect(m_browser, &BrowserView::locationChanged, this, &frmBrowser::showLocation);
     connect(m_use, &SiteUse::stored, m_stopLine, &StopLine::tellStored);
     connect(m_browser, &BrowserView::navigationRefused, this, &frmBrowser::showLocation);
-    answerPasswordQuestions(*m_browser, *this);
     connect(m_notice, &NoticeBar::searchWanted, this, [this] {
         m_parts.gate.run(
             *this, [this] { m_entry->search(); }, Gate::Kind::look);
     });
     connect(m_entry, &SiteEntry::pageWanted, this, &frmBrowser::leaveFor);
-    // Of the pages of a test the test itself says what there is to say.
-    connectNotices(*m_browser, *this, [this](const QString& text, bool ofLoading) {
-        if (!ofLoading || !m_test->isRunning())
-            m_notice->showText(text, ofLoading);
-    });
 }
 
 void frmBrowser::saveLists() {
