@@ -13,7 +13,6 @@
 
 namespace wendmark {
 
-using test::patience;
 using test::SiteEditor;
 using test::waitUntil;
 
