@@ -1,5 +1,6 @@
 #include "platform/BrowserPage.h"
 
+#include <QAuthenticator>
 #include <QDesktopServices>
 #include <QUuid>
 #include <QWebEngineCertificateError>
@@ -96,19 +97,22 @@ BrowserPage::BrowserPage(QWebEngineProfile& profile, QObject* parent)
 void BrowserPage::setLookOnly() {
     m_lookOnly = true;
     settings()->setAttribute(QWebEngineSettings::JavascriptEnabled, false);
+    settings()->setAttribute(QWebEngineSettings::PluginsEnabled, false);
     settings()->setAttribute(QWebEngineSettings::FocusOnNavigationEnabled, false);
 }
 
 bool BrowserPage::acceptNavigationRequest(const QUrl& address, NavigationType type, bool isMainFrame) {
     const bool byPage = type == NavigationTypeLinkClicked || type == NavigationTypeFormSubmitted ||
                         type == NavigationTypeRedirect;
-    const bool accepted = !(m_lookOnly && byPage) && mayShow(address);
+    // The viewer of PDF pages stands in a frame of the page.
+    const bool ofViewer = !isMainFrame && address.scheme() == QLatin1String("chrome-extension");
+    const bool accepted = !(m_lookOnly && byPage) && (mayShow(address) || ofViewer);
     if (!accepted && isMainFrame)
         emit navigationRefused(address);
     if (accepted && isMainFrame)
         m_goesTo = address;
     if (isMainFrame && type == NavigationTypeTyped) // By the program; pages cannot pretend to that.
-        m_hasShownDialog = false;
+        m_hasShownDialog = m_passwordRefused = false;
     return accepted;
 }
 
@@ -197,11 +201,21 @@ void BrowserPage::restrictRights() {
     rights->setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
     rights->setAttribute(QWebEngineSettings::JavascriptCanAccessClipboard, false);
     rights->setAttribute(QWebEngineSettings::ScreenCaptureEnabled, false);
-    rights->setAttribute(QWebEngineSettings::PluginsEnabled, false);
+    // The engine's own viewer of PDF pages, which browsers show in frames, too; there are no other plug-ins.
+    rights->setAttribute(QWebEngineSettings::PluginsEnabled, true);
+    rights->setAttribute(QWebEngineSettings::PdfViewerEnabled, true);
     rights->setUnknownUrlSchemePolicy(QWebEngineSettings::DisallowUnknownUrlSchemes);
     connect(this, &QWebEnginePage::featurePermissionRequested, this,
             [this](const QUrl& origin, Feature feature) {
                 setFeaturePermission(origin, feature, PermissionDeniedByUser);
+            });
+    connect(this, &QWebEnginePage::authenticationRequired, this,
+            [this](const QUrl& address, QAuthenticator* answer) {
+                askForPassword({address.host(), answer->realm(), address.scheme(), false}, address, *answer);
+            });
+    connect(this, &QWebEnginePage::proxyAuthenticationRequired, this,
+            [this](const QUrl&, QAuthenticator* answer, const QString& proxy) {
+                askForPassword({proxy, answer->realm(), {}, true}, m_goesTo, *answer);
             });
     connect(this, &QWebEnginePage::newWindowRequested, this, &BrowserPage::openNewWindow);
     connect(this, &QWebEnginePage::certificateError, this, [this](QWebEngineCertificateError error) {
@@ -210,6 +224,23 @@ void BrowserPage::restrictRights() {
         if (error.url().authority() == m_goesTo.authority())
             emit certificateRefused(error.url());
     });
+}
+
+/// Only for the page itself: a picture or a frame that wants a password would get that of the page around it.
+/// The author says no once for each page.
+void BrowserPage::askForPassword(PasswordQuestion question, const QUrl& address, QAuthenticator& answer) {
+    const bool ofPage = address.authority() == m_goesTo.authority();
+    if (ofPage && !m_lookOnly && !m_passwordRefused) {
+        const ShownDialog shown(*this);
+        emit passwordWanted(question);
+        m_passwordRefused = !question.answered;
+    }
+    if (!question.answered) {
+        answer = QAuthenticator(); // Which the engine takes for a no.
+        return;
+    }
+    answer.setUser(question.user);
+    answer.setPassword(question.password);
 }
 
 void BrowserPage::openNewWindow(const QWebEngineNewWindowRequest& request) {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "platform/FileConfinement.h"
+#include "platform/PasswordQuestion.h"
 
 #include <QWebEnginePage>
 
+class QAuthenticator;
 class QWebEngineNewWindowRequest;
 
 namespace wendmark {
@@ -41,6 +43,10 @@ signals:
 
     void dialogEnded();
 
+    /// Whoever is connected answers at once, with a dialog of its own. Without an answer the page does not
+    /// come.
+    void passwordWanted(wendmark::PasswordQuestion& question);
+
     void downloadRefused(const QUrl& address);
     void certificateRefused(const QUrl& address);
 
@@ -66,6 +72,7 @@ private:
 
     bool mayShowDialog();
     void restrictRights();
+    void askForPassword(PasswordQuestion question, const QUrl& address, QAuthenticator& answer);
     void openNewWindow(const QWebEngineNewWindowRequest& request);
     void watchStatusTexts();
     bool watchesFrames() const;
@@ -75,6 +82,7 @@ private:
     bool m_lookOnly = false;
     bool m_newWindowsHere = false;
     bool m_hasShownDialog = false;
+    bool m_passwordRefused = false;
     QUrl m_goesTo;        ///< What the whole page shows, or is going to show.
     int m_dialogs = 0;    ///< On screen.
     QString m_statusMark; ///< Begins the console messages that carry a status text; not known to any page.

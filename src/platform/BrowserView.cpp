@@ -1,11 +1,13 @@
 #include "platform/BrowserView.h"
 
 #include "platform/BrowserPage.h"
+#include "platform/PageMenu.h"
 
+#include <QChildEvent>
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QMenu>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineLoadingInfo>
@@ -52,6 +54,7 @@ BrowserView::BrowserView(QWebEngineProfile& profile, QWidget* parent)
     layout->setContentsMargins({});
     layout->addWidget(m_view);
     setFocusProxy(m_view);
+    m_view->installEventFilter(this);
 
     connectPage();
 }
@@ -77,15 +80,7 @@ void BrowserView::setFocusStays() {
 }
 
 void BrowserView::setContextActions(const QList<QAction*>& actions) {
-    // One menu for good: what it begins may handle events, and must find it when it comes back.
-    auto* const menu = new QMenu(this);
-    menu->addActions(actions);
-    menu->addSeparator();
-    for (const auto action : {QWebEnginePage::Copy, QWebEnginePage::SelectAll})
-        menu->addAction(m_page->action(action));
-    m_view->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(m_view, &QWidget::customContextMenuRequested, menu,
-            [this, menu](const QPoint& place) { menu->popup(m_view->mapToGlobal(place)); });
+    new PageMenu(*m_view, actions, this);
 }
 
 void BrowserView::showPage(const QByteArray& html, const QString& folder) {
@@ -100,9 +95,12 @@ void BrowserView::navigate(const QString& addressOrPath) {
 
 void BrowserView::navigate(const QUrl& address) {
     m_rendererDeaths = 0;
-    if (!m_page->mayShow(address))
+    if (!m_page->mayShow(address)) {
         emit navigationRefused(address);
+        return;
+    }
     m_next = address;
+    emit locationChanged();
     if (m_page->isLoading())
         m_page->triggerAction(QWebEnginePage::Stop);
     else
@@ -127,6 +125,7 @@ void BrowserView::reload() {
 void BrowserView::stop() {
     m_intruder.clear();
     m_next.clear();
+    m_stopped = m_page->isLoading();
     m_page->triggerAction(QWebEnginePage::Stop);
 }
 
@@ -208,6 +207,8 @@ void BrowserView::setBackground(const QColor& colour) {
 }
 
 bool BrowserView::focusNextPrevChild(bool next) {
+    if (m_changesWidget)
+        return true;
     const auto neighbourOf = [&](const QWidget* widget) {
         return next ? widget->nextInFocusChain() : widget->previousInFocusChain();
     };
@@ -221,6 +222,27 @@ bool BrowserView::focusNextPrevChild(bool next) {
     return false;
 }
 
+/// For each process that draws its pages the engine puts another widget in the place of the one before. In
+/// between it lets go of the keyboard, which stays with the page.
+bool BrowserView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != m_view)
+        return QWidget::eventFilter(watched, event);
+    if (event->type() == QEvent::ChildAdded) {
+        const QWidget* const focus = window()->focusWidget();
+        m_changesWidget = focus != nullptr && m_view->isAncestorOf(focus) && focus->isHidden();
+    }
+    const bool oneLess = event->type() == QEvent::ChildRemoved && std::exchange(m_changesWidget, false);
+    if (m_changesWidget || oneLess)
+        QTimer::singleShot(0, this, &BrowserView::keepKeyboard);
+    return QWidget::eventFilter(watched, event);
+}
+
+void BrowserView::keepKeyboard() {
+    const QWidget* const focus = window()->focusWidget();
+    if (focus == nullptr || m_view->isAncestorOf(focus))
+        m_view->setFocus();
+}
+
 void BrowserView::connectPage() {
     connect(m_page, &BrowserPage::statusTextSet, this, &BrowserView::statusTextChanged);
     connect(m_page, &BrowserPage::firstFrameFilled, this,
@@ -229,14 +251,15 @@ void BrowserView::connectPage() {
     connect(m_page, &BrowserPage::navigationRefused, this, &BrowserView::navigationRefused);
     connect(m_page, &BrowserPage::downloadRefused, this, &BrowserView::downloadRefused);
     connect(m_page, &BrowserPage::certificateRefused, this, &BrowserView::certificateRefused);
+    connect(m_page, &BrowserPage::passwordWanted, this, &BrowserView::passwordWanted);
     connect(m_page, &QWebEnginePage::linkHovered, this, &BrowserView::linkHovered);
     connect(m_page, &QWebEnginePage::titleChanged, this, &BrowserView::locationNameChanged);
+    connect(m_page, &QWebEnginePage::urlChanged, this, &BrowserView::locationChanged);
     connect(m_page, &QWebEnginePage::loadingChanged, this, [this](const QWebEngineLoadingInfo& loading) {
         if (loading.status() == QWebEngineLoadingInfo::LoadStartedStatus)
             noteStart(loading.url());
-        else if (loading.status() == QWebEngineLoadingInfo::LoadFailedStatus &&
-                 loading.errorDomain() == QWebEngineLoadingInfo::HttpStatusCodeDomain)
-            emit serverRefused(loading.errorCode());
+        else
+            noteFailure(loading);
     });
     connect(m_page, &QWebEnginePage::loadFinished, this, &BrowserView::noteEnd);
     // Queued: what is asked of the engine from inside its own message would be lost.
@@ -248,6 +271,7 @@ void BrowserView::connectPage() {
 
 void BrowserView::noteStart(const QUrl& address) {
     m_firstFrame.clear();
+    m_stopped = false;
     emit busyChanged(true);
     emit navigationStarted(address);
 }
@@ -257,6 +281,19 @@ void BrowserView::noteEnd(bool ok) {
         return; // goToNext() follows.
     emit busyChanged(isBusy());
     emit navigationCompleted(ok);
+}
+
+/// Follows noteEnd() at once.
+void BrowserView::noteFailure(const QWebEngineLoadingInfo& loading) {
+    if (!m_next.isEmpty() || loading.status() == QWebEngineLoadingInfo::LoadSucceededStatus)
+        return;
+    const QUrl address = loading.url();
+    if (!m_page->mayShow(address))
+        emit loadFailed(LoadFailure::otherProgram, address);
+    else if (loading.errorDomain() == QWebEngineLoadingInfo::HttpStatusCodeDomain)
+        emit serverRefused(loading.errorCode());
+    else
+        emit loadFailed(m_stopped ? LoadFailure::stopped : loadFailureFrom(loading.errorCode()), address);
 }
 
 /// One load at a time: the engine loses count when one gives way to another, and the second may come without

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "platform/LoadFailure.h"
+#include "platform/PasswordQuestion.h"
+
 #include <QPointF>
 #include <QString>
 #include <QStringList>
@@ -7,6 +10,7 @@
 #include <QWidget>
 
 class QAction;
+class QWebEngineLoadingInfo;
 class QWebEngineProfile;
 class QWebEngineView;
 
@@ -53,7 +57,7 @@ public:
     /// Goes to an address, to "file://" followed by a plain path, or to a plain path.
     void navigate(const QString& addressOrPath);
 
-    /// Goes to an address as location() gives it.
+    /// Goes to an address as location() gives it. One that is refused changes nothing.
     void navigate(const QUrl& address);
 
     void goBack();
@@ -118,8 +122,15 @@ signals:
 
     void busyChanged(bool busy);
 
+    /// location() has become another one: a page is on its way, has come, or comes no more.
+    void locationChanged();
+
     /// The page and all its frames are there, or could not be had.
     void navigationCompleted(bool ok);
+
+    /// Comes behind navigationCompleted(): why the page at this address, to which redirects may have led, is
+    /// not there. What a server answers is told by serverRefused().
+    void loadFailed(wendmark::LoadFailure failure, const QUrl& address);
 
     void locationNameChanged(const QString& title);
 
@@ -133,6 +144,10 @@ signals:
     /// The certificate of the server is not valid; the page is not shown.
     void certificateRefused(const QUrl& address);
 
+    /// The page that comes needs a password. Whoever is connected answers before it returns; without an
+    /// answer the page does not come.
+    void passwordWanted(wendmark::PasswordQuestion& question);
+
     /// The process that draws the pages has died. It comes back with its page three times after a navigate();
     /// then only the next navigate() brings it back.
     void rendererDied(bool comesBack);
@@ -141,22 +156,27 @@ protected:
     /// Tab leads out of the page to the neighbours of the view, not to those of the engine's own widgets,
     /// which stand at the end of the window.
     bool focusNextPrevChild(bool next) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void runInFrame(const QString& frame, const QString& text, const QString& script);
     void connectPage();
     void noteStart(const QUrl& address);
     void noteEnd(bool ok);
+    void noteFailure(const QWebEngineLoadingInfo& loading);
     void goToNext();
     void noteIntruder();
     void giveWayToIntruder();
     void reviveRenderer();
+    void keepKeyboard();
 
     QWebEngineView* m_view;
     BrowserPage* m_page;
     QUrl m_firstFrame;
-    QUrl m_intruder; ///< The page that takes the top window over next.
-    QUrl m_next;     ///< Where to go as soon as no other load is under way.
+    QUrl m_intruder;              ///< The page that takes the top window over next.
+    QUrl m_next;                  ///< Where to go as soon as no other load is under way.
+    bool m_stopped = false;       ///< By stop().
+    bool m_changesWidget = false; ///< The engine is putting another widget in its place.
     int m_rendererDeaths = 0;
 };
 

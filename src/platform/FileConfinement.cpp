@@ -1,5 +1,6 @@
 #include "platform/FileConfinement.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QWebEngineHistory>
 #include <QWebEnginePage>
@@ -41,6 +42,17 @@ bool isWithin(const QUrl& address, const QStringList& folders) {
     });
 }
 
+/// Whether it lies in this folder where authors keep what they show: files and folders whose names begin with
+/// a dot are for programs.
+bool isShownIn(const QUrl& address, const QString& folder) {
+    if (!isWithin(address, {folder}))
+        return false;
+    const QString home = QFileInfo(folder).canonicalFilePath();
+    const QString named = QDir::cleanPath(pathOf(address));
+    const QString below = realPath(pathOf(address)).mid(home.size());
+    return !below.contains(QLatin1String("/.")) && !QFileInfo(named).fileName().startsWith(QLatin1Char('.'));
+}
+
 bool isFile(const QUrl& address) {
     return address.scheme() == QLatin1String("file");
 }
@@ -48,7 +60,7 @@ bool isFile(const QUrl& address) {
 } // namespace
 
 bool FileConfinement::allows(const QUrl& address) const {
-    return !isFile(address) || isWithin(address, m_folders + QStringList{m_closedFolder});
+    return !isFile(address) || isWithin(address, m_folders) || isShownIn(address, m_closedFolder);
 }
 
 void FileConfinement::setFramingPage(const QUrl& address) {
@@ -71,7 +83,7 @@ bool FileConfinement::mayRead(const QUrl& address) const {
 bool FileConfinement::showsClosedFolder() const {
     const auto* const page = qobject_cast<QWebEnginePage*>(parent());
     const QUrl shown = page == nullptr ? QUrl() : page->history()->currentItem().url();
-    return isFile(shown) && (shown == m_framingPage || isWithin(shown, {m_closedFolder}));
+    return isFile(shown) && (shown == m_framingPage || isShownIn(shown, m_closedFolder));
 }
 
 } // namespace wendmark

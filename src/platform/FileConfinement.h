@@ -16,7 +16,8 @@ public:
     using QWebEngineUrlRequestInterceptor::QWebEngineUrlRequestInterceptor;
 
     /// A folder counts from when it exists. `closedFolder` may be empty; it is open to its own pages only:
-    /// any page of it may be shown, but what else lies there is read by none that comes from elsewhere.
+    /// any page of it may be shown, but what else lies there is read by none that comes from elsewhere. Files
+    /// and folders in it whose names begin with a dot are not part of it.
     void setAllowedFolders(const QStringList& folders, const QString& closedFolder = {}) {
         m_folders = folders;
         m_closedFolder = closedFolder;

@@ -63,6 +63,12 @@ inline constexpr Setting<bool> maximised{"SiteMaximised", false};
 /// Of the list of bookmarks, in twips; 0: what the page leaves.
 inline constexpr Setting<float> bookmarksHeight{"SiteBookmarksHeight", 0};
 
+/// Folder from which the author took a page last; empty: none yet.
+inline const Setting<QString> pagesFolder{"PagesFolder", QString()};
+
+/// Where words are searched for that were typed in the place of an address; "%1" stands for them.
+inline const Setting<QString> searchPage{"SearchPage", QStringLiteral("https://duckduckgo.com/?q=%1")};
+
 } // namespace siteSettings
 
 namespace narrationSettings {

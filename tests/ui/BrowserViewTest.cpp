@@ -314,6 +314,34 @@ private slots:
         QVERIFY(confinement.allows(QUrl("https://www.brenholt.example/")));
     }
 
+    void closedFolderHasNoDotNames_data() {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<bool>("allowed");
+        QTest::newRow("page") << "page.htm" << true;
+        QTest::newRow("subfolder") << "pictures/plant.png" << true;
+        QTest::newRow("dot name") << ".secret.htm" << false;
+        QTest::newRow("subfolder with a dot name") << ".keys/key.htm" << false;
+        QTest::newRow("below one") << "pictures/.old/plant.png" << false;
+        QTest::newRow("link to one") << "link.htm" << false;
+        QTest::newRow("link with a dot name") << ".link.htm" << false;
+        QTest::newRow("way through one") << ".keys/../page.htm" << true;
+    }
+    void closedFolderHasNoDotNames() {
+        QFETCH(QString, path);
+        QFETCH(bool, allowed);
+        const test::ScratchFolder scratch;
+        // The folder's own place does not count.
+        const QString own = toQString(scratch / ".author/pages/");
+        for (const char* name :
+             {"page.htm", "pictures/plant.png", ".secret.htm", ".keys/key.htm", "pictures/.old/plant.png"})
+            test::writeFile(toUtf8(own) + name, "page");
+        QVERIFY(QFile::link(own + ".secret.htm", own + "link.htm"));
+        QVERIFY(QFile::link(own + "page.htm", own + ".link.htm"));
+        FileConfinement confinement;
+        confinement.setAllowedFolders({}, own);
+        QCOMPARE(confinement.allows(QUrl::fromLocalFile(own + path)), allowed);
+    }
+
     void confinementSeesTheNameThatTheEngineWillLookFor_data() {
         QTest::addColumn<QByteArray>("address");
         QTest::addColumn<bool>("allowed");

@@ -3,6 +3,7 @@
 #include "platform/Tasks.h"
 #include "ui/support/SiteEditor.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QTest>
@@ -142,6 +143,29 @@ private slots:
         onFileDialog({});
         local.select();
         QCOMPARE(local.files(), before);
+    }
+
+    void dialogBeginsWhereThePageBeforeWasFoundButNeverInTheWorkingCopy() {
+        LocalFile local;
+        onFileDialog(local.make("Intro.htm"));
+        local.select();
+        QVERIFY(local.open.shows("/NewTour/intro.htm"));
+        const Setting<QString> remembered{"PagesFolder", {}};
+        QCOMPARE(local.open.program.settings.read(remembered), local.open.program.path("Pages"));
+        QString begun;
+        onNextDialog([&](QDialog& dialog) {
+            begun = qobject_cast<QFileDialog*>(&dialog)->directory().absolutePath();
+            dialog.reject();
+        });
+        local.open.click("btnSelectFile");
+        QCOMPARE(begun, local.open.program.path("Pages"));
+        local.open.program.settings.store(remembered, local.open.program.path("NewTour"));
+        onNextDialog([&](QDialog& dialog) {
+            begun = qobject_cast<QFileDialog*>(&dialog)->directory().absolutePath();
+            dialog.reject();
+        });
+        local.open.click("btnSelectFile");
+        QVERIFY(!begun.startsWith(local.open.program.path("NewTour")));
     }
 
     void nameOfATemplateIsNeverOverwritten() {

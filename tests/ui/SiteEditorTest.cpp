@@ -581,10 +581,20 @@ private slots:
     void textThatIsNoAddressIsToldOf() {
         SiteEditor open;
         const QString before = open.browser().locationURL();
-        for (const QString text : {"not an address", "http://not an address/", "http://", "http://a:b:c/"}) {
-            open.address().lineEdit()->setText(text);
+        const QHash<QString, QString> missing = {
+            {"not an address", " Addresses have no blanks."},
+            {"cactus", " An ending such as \".org\" is missing."},
+            {"somebody@brenholt.example",
+             " It looks like one for letters; a page needs the name of a server."},
+            {"http://not an address/", " Names of servers have no blanks."},
+            {"http://", " Behind the \"//\" the name of a server is missing."},
+            {"http://a:b:c/", ""}};
+        for (auto text = missing.begin(); text != missing.end(); ++text) {
+            open.address().lineEdit()->setText(text.key());
             QTest::keyClick(open.address().lineEdit(), Qt::Key_Return);
-            QCOMPARE(open.notice(), '"' + text + "\" is not an address.");
+            QCOMPARE(open.notice(), '"' + text.key() + "\" is not an address." + text.value());
+            QCOMPARE(open.address().currentText(), text.key());
+            QVERIFY(open.address().hasFocus());
         }
         QCOMPARE(open.browser().locationURL(), before);
         open.visit(open.served("/plain.htm"));

@@ -60,9 +60,9 @@ private:
 
 } // namespace
 
-QString chooseFile(QWidget* parent, const QString& title, const QString& pattern,
-                   const QString& usualEnding) {
-    FileDialog dialog(parent, title, QString(), pattern);
+QString chooseFile(QWidget* parent, const QString& title, const QString& pattern, const QString& usualEnding,
+                   const QString& folder) {
+    FileDialog dialog(parent, title, folder, pattern);
     dialog.setDefaultSuffix(usualEnding);
     return dialog.choose();
 }

@@ -28,4 +28,12 @@ frmMessage::frmMessage(const QString& caption, const QString& text, QWidget* par
     connect(okButton, &QPushButton::clicked, this, &QDialog::accept);
 }
 
+void frmMessage::addReason(const QString& reason) {
+    if (reason.isEmpty())
+        return;
+    auto& whole = *qobject_cast<QVBoxLayout*>(layout());
+    whole.insertWidget(1, makeTextLabel("lblReason", reason, this));
+    setAccessibleDescription(accessibleDescription() + reason);
+}
+
 } // namespace wendmark

@@ -11,6 +11,9 @@ class frmMessage final : public QDialog {
 public:
     /// The text is plain; its lines are separated by line breaks.
     frmMessage(const QString& caption, const QString& text, QWidget* parent = nullptr);
+
+    /// Says below the text why it is so. Nothing for no reason.
+    void addReason(const QString& reason);
 };
 
 } // namespace wendmark

@@ -3,14 +3,15 @@
 #include <QComboBox>
 #include <string>
 
-class QStringListModel;
-
 namespace wendmark {
 
+class HistoryModel;
 class TourDocument;
 
 /// The address box "cboAddress": a field with the visited addresses as its list, the latest first. The list
 /// is the tour's, in "brhist.txt" of the working copy.
+///
+/// What the author types stays as it is, caret and all, whatever pages come and go meanwhile.
 class AddressBox final : public QComboBox {
     Q_OBJECT
 
@@ -21,11 +22,14 @@ public:
     void LoadHistory();
     void SaveHistory() const;
 
-    /// Puts an address that was visited on top of the list.
+    /// Puts an address that was visited on top of the list, and shows it unless the author is typing.
     void recordVisit(const QString& location);
 
-    /// Shows an address that is being gone to.
+    /// Shows where the browser is, or goes, unless the author is typing.
     void showAddress(const QString& address);
+
+    /// Same, and what was typed is given up.
+    void replaceByAddress(const QString& address);
 
     /// Takes the keyboard, with the whole address selected.
     void edit();
@@ -34,10 +38,22 @@ signals:
     /// The author wants to see this; `typed`: entered by Return, not chosen from the list.
     void addressWanted(const QString& text, bool typed);
 
+protected:
+    void wheelEvent(QWheelEvent* event) override;
+
 private:
+    struct Shown;
+
+    Shown shown() const;
+    void bringBack(const Shown& before);
+    bool isBeingTyped() const;
+    void setupList();
+    void setupCompletion();
+
     const TourDocument& m_document;
-    QStringListModel* m_history;
+    HistoryModel* m_history;
     std::string m_furtherHistory; ///< What the file holds beyond the list: written again as it was.
+    bool m_typed = false;         ///< The field holds what nobody has gone to yet.
 };
 
 } // namespace wendmark

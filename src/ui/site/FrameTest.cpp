@@ -1,5 +1,6 @@
 #include "ui/site/FrameTest.h"
 
+#include "base/Files.h"
 #include "base/Log.h"
 #include "base/TextLines.h"
 #include "model/Workspace.h"
@@ -8,11 +9,19 @@
 #include "platform/Strings.h"
 #include "ui/site/HeaderRequest.h"
 
+#include <QCoreApplication>
+
 namespace wendmark {
 
 namespace {
 
 constexpr std::string_view testPage = "ft.htm";
+constexpr std::string_view beforeAddress = "<frame src = \"";
+constexpr std::string_view behindAddress = "\"name=\"tw\">";
+
+QString say(const char* text) {
+    return QCoreApplication::translate("FrameTest", text);
+}
 
 /// Lets the browser give way to pages that try to take over the test page, for as long as it lives.
 class TakeOverGrant final {
@@ -44,7 +53,7 @@ bool FrameTest::CreateFTFile(const QString& address, int lowerFrame) const {
                                  "<title>Frame Test </title>",
                                  "</head>",
                                  "<frameset rows=\"*," + std::to_string(lowerFrame) + "\">",
-                                 "<frame src = \"" + toUtf8(address) + "\"name=\"tw\">",
+                                 std::string(beforeAddress).append(toUtf8(address)).append(behindAddress),
                                  "<frame src = \"lower.htm\" name=\"bw\">",
                                  "</frameset>",
                                  "</html>"};
@@ -57,6 +66,7 @@ bool FrameTest::CreateFTFile(const QString& address, int lowerFrame) const {
 }
 
 FrameTest::Result FrameTest::run(const QUrl& location, const std::function<bool()>& goOn, int lowerFrame) {
+    m_reason.clear();
     if (!CreateFTFile(location.toString(QUrl::FullyEncoded), lowerFrame))
         return Result::notRun;
     const QUrl page = QUrl::fromLocalFile(toQString(m_workspace.workingFile(testPage)));
@@ -79,20 +89,36 @@ FrameTest::Result FrameTest::run(const QUrl& location, const std::function<bool(
                          waitWhile([&] { return m_browser.isBusy() || !ended || !request.isDone(); }, goOn);
     if (!settled)
         return Result::abandoned;
-    if (showsTestPage() && isRefused(request)) {
+    const Result result = judge(request);
+    if (result == Result::failed && showsTestPage())
         m_browser.navigate(location);
-        return Result::failed;
-    }
-    return showsTestPage() ? Result::passed : Result::failed;
+    return result;
+}
+
+QUrl testedPageOf(const QUrl& testPage) {
+    const files::Contents file = files::read(toUtf8(testPage.toLocalFile()));
+    const std::string_view page = file.bytes;
+    const std::size_t start = page.find(beforeAddress);
+    const std::size_t end = page.find(behindAddress, start);
+    if (start == std::string_view::npos || end == std::string_view::npos)
+        return testPage;
+    const std::size_t address = start + beforeAddress.size();
+    return QUrl(toQString(std::string(page.substr(address, end - address))));
 }
 
 bool FrameTest::showsTestPage() const {
     return m_browser.locationURL().contains(toQString(testPage));
 }
 
-bool FrameTest::isRefused(const HeaderRequest& request) const {
-    return request.answers().empty() ? m_browser.firstFrameShowsError()
-                                     : !framingPolicy(request.answers()).allowed;
+FrameTest::Result FrameTest::judge(const HeaderRequest& request) {
+    const FramingVerdict verdict = framingPolicy(request.answers());
+    if (!showsTestPage())
+        m_reason = say("The page has left its frame and taken over the whole window.");
+    else if (!verdict.allowed)
+        m_reason = say("Its server refuses frames of other sites: %1").arg(toQString(verdict.reason));
+    else if (request.answers().empty() && m_browser.firstFrameShowsError())
+        m_reason = say("The page has not come: the frame shows an error of the browser.");
+    return m_reason.isEmpty() ? Result::passed : Result::failed;
 }
 
 bool FrameTest::waitWhile(const std::function<bool()>& condition, const std::function<bool()>& goOn) {

@@ -41,9 +41,12 @@ public:
     /// somewhere else than before, wherever the test left it.
     Result run(const QUrl& location, const std::function<bool()>& goOn, int lowerFrame = usualLowerFrame);
 
+    /// Why the page has failed last, a sentence; empty when it has not.
+    const QString& reason() const { return m_reason; }
+
 private:
+    Result judge(const HeaderRequest& request);
     bool showsTestPage() const;
-    bool isRefused(const HeaderRequest& request) const;
     bool waitWhile(const std::function<bool()>& condition, const std::function<bool()>& goOn);
 
     BrowserView& m_browser;
@@ -51,6 +54,10 @@ private:
     Gate& m_gate;
     Log& m_log;
     QString m_userAgent;
+    QString m_reason;
 };
+
+/// The page that the test page at this address has in its frame; the address itself when it is no test page.
+QUrl testedPageOf(const QUrl& testPage);
 
 } // namespace wendmark

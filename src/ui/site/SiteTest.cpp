@@ -41,11 +41,13 @@ FrameTest::Result SiteTest::run() {
     {
         const QScopedValueRollback running(m_running, true);
         emit runningChanged(true);
-        result = frameTest().run(page, [&] { return goOn(page); });
+        FrameTest test = frameTest();
+        result = test.run(page, [&] { return goOn(page); });
+        m_reason = test.reason();
     }
     emit runningChanged(false);
     if (result == FrameTest::Result::notRun)
-        emit cannotRun();
+        emit noticeWanted(tr("The test page cannot be written into the tour's folder. Is the disk full?"));
     return result;
 }
 
@@ -69,8 +71,9 @@ void SiteTest::abandon(bool quietly) {
 }
 
 void SiteTest::showFailed() {
-    show(tr(
-        "Test Failed.... You cannot use this site in a tour, because it cannot be viewed inside a frame."));
+    show(
+        tr("Test Failed.... You cannot use this site in a tour, because it cannot be viewed inside a frame."),
+        m_reason);
 }
 
 void SiteTest::showDialog() {
@@ -104,9 +107,10 @@ void SiteTest::StopTesting(const QUrl& page) {
     show(tr("Test Timed out.... try again later "));
 }
 
-void SiteTest::show(const QString& text) {
+void SiteTest::show(const QString& text, const QString& reason) {
     const QString end = QStringLiteral("\r\n");
     frmMessage message(QStringLiteral("Wendmark - Frame Test"), text + end + end, &m_window);
+    message.addReason(reason);
     runDialog(message);
 }
 

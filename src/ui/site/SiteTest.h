@@ -48,8 +48,8 @@ signals:
     /// The browser is to go back to this page.
     void pageWanted(const QUrl& page);
 
-    /// The test page cannot be written.
-    void cannotRun();
+    /// The test cannot be run, and why.
+    void noticeWanted(const QString& text);
 
 private:
     FrameTest frameTest() const;
@@ -58,7 +58,7 @@ private:
 
     bool goOn(const QUrl& page);
     void StopTesting(const QUrl& page);
-    void show(const QString& text);
+    void show(const QString& text, const QString& reason = {});
 
     const ProgramParts& m_parts;
     BrowserView& m_browser;
@@ -68,6 +68,7 @@ private:
     bool m_running = false;
     QDialog* m_dialog = nullptr; ///< The test's own window, while it is open.
     QString m_testedPage;
+    QString m_reason; ///< Why it has failed.
 };
 
 } // namespace wendmark

@@ -7,8 +7,11 @@
 #include "platform/BrowserView.h"
 #include "platform/QtDesktop.h"
 #include "platform/Strings.h"
+#include "ui/Messages.h"
 #include "ui/ProgramParts.h"
 #include "ui/dialogs/DialogParts.h"
+#include "ui/site/FrameTest.h"
+#include "ui/site/HistoryModel.h"
 #include "ui/site/SiteTest.h"
 #include "ui/site/frmWarnURL.h"
 
@@ -16,6 +19,12 @@
 #include <QWidget>
 
 namespace wendmark {
+
+namespace {
+
+constexpr qsizetype mostShown = 300; // Characters of an address.
+
+} // namespace
 
 SiteUse::SiteUse(const ProgramParts& parts, BrowserView& browser, SiteTest& test, QWidget& window)
     : QObject(&window)
@@ -35,8 +44,26 @@ void SiteUse::run() {
     emit ended();
 }
 
+/// The frame test's own page is a page of the tour's folder like others; but who looks at it has mostly come
+/// there by Back, and means the page in its frame.
+bool SiteUse::mayUse(const QUrl& page) {
+    const QString address = page.toString(QUrl::FullyEncoded);
+    if (!isTestPage(address))
+        return true;
+    const QUrl tested = testedPageOf(page);
+    if (askYesNo(&m_window,
+                 tr("This is the frame test's own page, not the one that was tested:\n%1\n\nDo you want "
+                    "visitors to see the test's own page?")
+                     .arg(shortened(tested.toString(), mostShown))))
+        return true;
+    emit pageWanted(tested);
+    return false;
+}
+
 /// False when the stop keeps its address.
 bool SiteUse::store(std::int16_t stop) {
+    if (!mayUse(m_browser.location()))
+        return false;
     m_parts.desktop.setBusyPointer(Desktop::Pointer::hourglass);
     const QUrl page = m_browser.location();
     const FrameTest::Result result = m_test.run();
@@ -55,6 +82,7 @@ bool SiteUse::store(std::int16_t stop) {
     if (!mayReplace(m_document.model().stops.at(stop).stopURL, page))
         return false;
     m_document.setAddress(stop, m_siteEditResult);
+    emit stored(stop);
     tellIfNotInTour();
     return true;
 }

@@ -34,10 +34,14 @@ signals:
     void pageWanted(const QUrl& page);
     void noticeWanted(const QString& text);
 
+    /// The page is that of this stop now.
+    void stored(int stop);
+
     /// The page was stored, or there was nothing to store.
     void ended();
 
 private:
+    bool mayUse(const QUrl& page);
     bool store(std::int16_t stop);
     bool mayReplace(const std::string& oldAddress, const QUrl& page);
     void tellIfNotInTour();

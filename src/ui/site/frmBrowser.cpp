@@ -12,16 +12,22 @@
 #include "platform/Twips.h"
 #include "ui/WindowPlace.h"
 #include "ui/controls/CommandBar.h"
+#include "ui/controls/ElidedLabel.h"
 #include "ui/controls/LoadingIndicator.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/site/AddressBox.h"
 #include "ui/site/BookmarkPanel.h"
 #include "ui/site/HtmlEditor.h"
 #include "ui/site/LocalPage.h"
+#include "ui/site/NoticeBar.h"
 #include "ui/site/PageNotices.h"
+#include "ui/site/SiteAddress.h"
+#include "ui/site/SiteEntry.h"
 #include "ui/site/SitePanes.h"
 #include "ui/site/SiteTest.h"
 #include "ui/site/SiteUse.h"
+#include "ui/site/StopLine.h"
+#include "ui/site/frmSignIn.h"
 
 #include <QAction>
 #include <QApplication>
@@ -36,9 +42,8 @@ namespace wendmark {
 
 namespace {
 
-constexpr int longestAddress = 2 * 1024 * 1024; // The engine shows nothing that is longer.
-constexpr int tickInterval = 20;                // Milliseconds.
-constexpr float besideMainWindow = 400;         // Twips.
+constexpr int tickInterval = 20;        // Milliseconds.
+constexpr float besideMainWindow = 400; // Twips.
 
 struct ToolBarButton {
     const char* key;
@@ -57,15 +62,11 @@ constexpr ToolBarButton toolBarButtons[] = {
     {"Search", "Search", "siteSearch", "Ctrl+E", true},
     {"Yes", "Use this Site", "siteYes", "Ctrl+Return", false},
     {"Edit", "Launch HTML Editor", "siteEdit", "F4", false},
-    {"Test", "Test Frame-friendliness", "siteTest", "F6", true},
+    {"Test", "Test Frame-friendliness", "siteTest", "F7", true},
 };
 
 QString caption(const QString& state) {
     return QStringLiteral("Wendmark - URL Editor - ") + state;
-}
-
-QString longAddressNotice() {
-    return frmBrowser::tr("An address of more than %L1 characters cannot be shown.").arg(longestAddress);
 }
 
 QAction* addCommand(QWidget& window, const QString& text, const QList<QKeySequence>& keys) {
@@ -80,15 +81,6 @@ QUrl addressOfStop(const QString& text, const QString& folder) {
     if (!text.startsWith(folder))
         return QUrl::fromUserInput(text);
     return QUrl::fromLocalFile(folder).resolved(QUrl(text.mid(folder.size())));
-}
-
-/// What the author has typed as an address; empty when it is none.
-QUrl addressFromTyped(const QString& typed, const QString& folder) {
-    const bool complete = typed.contains(QLatin1String("://"));
-    const QUrl address = complete ? QUrl(typed) : QUrl::fromUserInput(typed, folder);
-    const bool leadsSomewhere =
-        address.isValid() && (address.isLocalFile() || !complete || !address.host().isEmpty());
-    return leadsSomewhere ? address : QUrl();
 }
 
 QLayout* makeAddressRow(AddressBox& address, QPushButton& fileButton) {
@@ -116,9 +108,11 @@ frmBrowser::frmBrowser(const ProgramParts& parts, QWidget* parent)
     , m_panes(new SitePanes(this))
     , m_browser(new BrowserView(parts.browserProfile, m_panes))
     , m_bookmarks(new BookmarkPanel(parts.document, parts.gate, parts.desktop, m_panes))
-    , m_notice(makeTextLabel("lblNotice", QString(), this))
+    , m_notice(new NoticeBar(*m_browser, *this))
+    , m_stopLine(new StopLine(parts.document, this))
     , m_timer(new QTimer(this))
     , m_test(new SiteTest(m_parts, *m_browser, *this))
+    , m_entry(new SiteEntry(m_parts, *m_address, *m_notice, this))
     , m_use(new SiteUse(m_parts, *m_browser, *m_test, *this)) {
     setObjectName(QStringLiteral("frmBrowser"));
     setWindowTitle(QStringLiteral("Wendmark - Site Editor"));
@@ -127,7 +121,6 @@ frmBrowser::frmBrowser(const ProgramParts& parts, QWidget* parent)
     setupBrowser();
     m_timer->setObjectName(QStringLiteral("timTimer"));
     m_timer->setInterval(tickInterval);
-    m_notice->hide();
 
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(dialogGap, 0, dialogGap, dialogGap);
@@ -136,7 +129,7 @@ frmBrowser::frmBrowser(const ProgramParts& parts, QWidget* parent)
     layout->addLayout(makeAddressRow(*m_address, *m_fileButton));
     m_panes->setPanes(m_browser, m_bookmarks, m_parts.settings);
     layout->addWidget(m_panes, 1);
-    layout->addWidget(m_notice);
+    layout->addWidget(m_stopLine->label());
     setupConnections();
 }
 
@@ -154,6 +147,7 @@ void frmBrowser::load(const Bounds& mainWindowBounds) {
     m_address->LoadHistory();
     takeStop();
     goTo(siteEditAddress());
+    m_address->edit();
     m_bookmarks->LoadGoodList();
     m_document.addListener(*this);
 }
@@ -165,6 +159,7 @@ void frmBrowser::showStop() {
     activateWindow();
     takeStop();
     goTo(siteEditAddress());
+    m_address->edit();
 }
 
 /// A stop's local page lies in the working copy.
@@ -195,7 +190,7 @@ bool frmBrowser::closeNow() {
 void frmBrowser::runToolBarCommand(const QString& key) {
     if (!m_actions.contains(key))
         return;
-    showNotice({});
+    m_notice->showText({});
     m_timer->start();
     Gate& gate = m_parts.gate;
     if (key == QLatin1String("Yes"))
@@ -217,13 +212,14 @@ void frmBrowser::browse(const QString& key) {
     if (steps.contains(key))
         (m_browser->*steps.value(key))();
     else if (key == QLatin1String("Home"))
-        goToText(m_parts.settings.read(siteSettings::homePage));
+        m_entry->enter(m_parts.settings.read(siteSettings::homePage));
     else if (key == QLatin1String("Search"))
         m_browser->navigate(QStringLiteral("file://") + workingFolder() + QStringLiteral("search.htm"));
     if (key != QLatin1String("Stop"))
         return;
     m_timer->stop();
     m_browser->stop();
+    m_address->replaceByAddress(m_browser->locationURL());
     showCaption();
 }
 
@@ -257,11 +253,11 @@ void frmBrowser::setupActions() {
         connect(action, &QAction::triggered, this, [this, key] { runToolBarCommand(key); });
         m_actions.insert(key, action);
     }
-    m_testInWindow = addCommand(*this, tr("Test in a &Window..."), {QKeySequence(Qt::SHIFT | Qt::Key_F6)});
+    m_testInWindow = addCommand(*this, tr("Test in a &Window..."), {QKeySequence(Qt::SHIFT | Qt::Key_F7)});
     m_testInWindow->setObjectName(QStringLiteral("mnuTestFrame"));
     connect(m_testInWindow, &QAction::triggered, this,
             [this] { m_parts.gate.run(*this, [this] { m_test->showDialog(); }); });
-    connect(addCommand(*this, tr("Address"), {QKeySequence(Qt::CTRL | Qt::Key_L), QKeySequence(Qt::Key_F7)}),
+    connect(addCommand(*this, tr("Address"), {QKeySequence(Qt::CTRL | Qt::Key_L), QKeySequence(Qt::Key_F6)}),
             &QAction::triggered, m_address, &AddressBox::edit);
     // While a test runs, the toolbar's own Esc has no effect.
     m_abandonTest = addCommand(*this, tr("Give the Test Up"), {QKeySequence(Qt::Key_Escape)});
@@ -291,6 +287,12 @@ void frmBrowser::setupBrowser() {
     const auto action = [this](const char* key) { return m_actions.value(QLatin1String(key)); };
     m_browser->setContextActions(
         {action("Back"), action("Forward"), action("Refresh"), action("Yes"), m_testInWindow});
+    answerPasswordQuestions(*m_browser, *this);
+    // Of the pages of a test the test itself says what there is to say.
+    connectNotices(*m_browser, *this, [this](const QString& text, bool ofLoading) {
+        if (!ofLoading || !m_test->isRunning())
+            m_notice->showText(text, ofLoading);
+    });
 }
 
 void frmBrowser::setupConnections() {
@@ -301,28 +303,35 @@ void frmBrowser::setupConnections() {
             m_browser->setFocus();
         // While a frame test waits, too, but not while a command has the files in its hands.
         m_parts.gate.run(
-            *this, [this, text] { goToText(text); }, Gate::Kind::look);
+            *this, [this, text] { m_entry->enter(text); }, Gate::Kind::look);
     });
     connect(m_fileButton, &QPushButton::clicked, this,
             [this] { m_parts.gate.run(*this, [this] { selectLocalFile(); }); });
-    connect(m_bookmarks, &BookmarkPanel::pageWanted, this, &frmBrowser::goToText);
+    connect(m_bookmarks, &BookmarkPanel::pageWanted, m_entry, &SiteEntry::enter);
     connect(m_test, &SiteTest::runningChanged, this, [this](bool running) { enableToolBar(!running); });
     connect(m_test, &SiteTest::pageWanted, this, &frmBrowser::goTo);
     connect(m_use, &SiteUse::pageWanted, this, &frmBrowser::goTo);
-    connect(m_use, &SiteUse::noticeWanted, this, &frmBrowser::showNotice);
+    const auto say = [this](const QString& text) { m_notice->showText(text); };
+    connect(m_use, &SiteUse::noticeWanted, m_notice, say);
+    connect(m_test, &SiteTest::noticeWanted, m_notice, say);
     connect(m_use, &SiteUse::ended, this,
             [this] { m_parts.options.autoCloseBrowser ? static_cast<void>(closeNow()) : saveLists(); });
-    connect(m_test, &SiteTest::cannotRun, this, [this] {
-        showNotice(tr("The test page cannot be written into the tour's folder. Is the disk full?"));
-    });
     connect(m_bookmarks, &BookmarkPanel::rememberWanted, this,
             [this] { m_bookmarks->remember(m_test->isRunning() ? m_test->testedPage() : location()); });
     connect(m_browser, &BrowserView::navigationStarted, m_timer, qOverload<>(&QTimer::start));
+    connect(m_browser, &BrowserView::navigationStarted, m_notice, &NoticeBar::endLoadNotice);
     connect(m_browser, &BrowserView::navigationCompleted, this, &frmBrowser::takeOverNavigation);
     connect(m_browser, &BrowserView::locationNameChanged, this, &frmBrowser::showCaption);
     connect(m_browser, &BrowserView::downloadRefused, this, &frmBrowser::showCaption);
     connect(m_browser, &BrowserView::serverRefused, this, [this] { m_address->recordVisit(location()); });
-    connectNotices(*m_browser, *this, [this](const QString& text) { showNotice(text); });
+    connect(m_browser, &BrowserView::locationChanged, this, &frmBrowser::showLocation);
+    connect(m_use, &SiteUse::stored, m_stopLine, &StopLine::tellStored);
+    connect(m_browser, &BrowserView::navigationRefused, this, &frmBrowser::showLocation);
+    connect(m_notice, &NoticeBar::searchWanted, this, [this] {
+        m_parts.gate.run(
+            *this, [this] { m_entry->search(); }, Gate::Kind::look);
+    });
+    connect(m_entry, &SiteEntry::pageWanted, this, &frmBrowser::leaveFor);
 }
 
 void frmBrowser::saveLists() {
@@ -330,22 +339,6 @@ void frmBrowser::saveLists() {
         return; // They are written, and by now another tour may be in the working copy.
     m_address->SaveHistory();
     m_bookmarks->SaveGoodList();
-}
-
-void frmBrowser::goToText(const QString& text) {
-    const QString typed = text.trimmed();
-    if (typed.isEmpty())
-        return;
-    if (typed.size() > longestAddress) {
-        showNotice(longAddressNotice());
-        return;
-    }
-    if (const QUrl address = addressFromTyped(typed, workingFolder()); !address.isEmpty()) {
-        leaveFor(address);
-    } else {
-        showNotice(tr("\"%1\" is not an address.").arg(typed));
-        m_address->setFocus();
-    }
 }
 
 /// Going elsewhere gives a frame test up, which returns to its page before it ends: a verdict on a page that
@@ -365,8 +358,8 @@ void frmBrowser::leaveFor(const QUrl& address) {
 void frmBrowser::goTo(const QUrl& address) {
     if (address.isEmpty())
         return;
-    showNotice({});
-    m_address->showAddress(address.toString(QUrl::FullyEncoded));
+    m_notice->showText({});
+    m_address->replaceByAddress(address.toString(QUrl::FullyEncoded));
     // A page of the author's own is read with what lies beside it, but not by the pages of the tour.
     const QString itsFolder =
         address.isLocalFile() ? QFileInfo(address.toLocalFile()).absolutePath() : QString();
@@ -377,7 +370,7 @@ void frmBrowser::goTo(const QUrl& address) {
 
 QUrl frmBrowser::siteEditAddress() {
     if (m_siteEditURL.size() > longestAddress) {
-        showNotice(longAddressNotice());
+        m_notice->showText(longAddressNotice());
         return {};
     }
     return addressOfStop(toQString(m_siteEditURL), workingFolder());
@@ -385,12 +378,15 @@ QUrl frmBrowser::siteEditAddress() {
 
 void frmBrowser::takeOverNavigation(bool ok) {
     showCaption();
-    if (ok)
-        m_address->recordVisit(location());
-    else if (m_notice->text().isEmpty() && !m_test->isRunning())
-        showNotice(m_failure = tr("%1 could not be loaded.").arg(location()));
-    if (ok && m_notice->text() == m_failure)
-        showNotice({}); // It was the page before that failed, when this one was asked for already.
+    ok ? m_address->recordVisit(location()) : showLocation();
+}
+
+/// During a test the browser goes to pages of the test.
+void frmBrowser::showLocation() {
+    if (m_test->isRunning())
+        return;
+    m_address->showAddress(m_browser->locationURL());
+    m_stopLine->showPage(location());
 }
 
 void frmBrowser::runTick() {
@@ -404,11 +400,6 @@ void frmBrowser::runTick() {
 void frmBrowser::showCaption() {
     const bool working = m_timer->isActive() && m_browser->isBusy();
     setWindowTitle(caption(working ? tr("Working...") : m_browser->locationName()));
-}
-
-void frmBrowser::showNotice(const QString& text) {
-    m_notice->setText(text);
-    m_notice->setVisible(!text.isEmpty());
 }
 
 QString frmBrowser::location() const {
@@ -433,13 +424,13 @@ void frmBrowser::selectLocalFile() {
     if (page.address.isEmpty())
         return;
     goTo(page.address);
-    showNotice(page.notice);
+    m_notice->showText(page.notice);
 }
 
 void frmBrowser::launchHtmlEditor() {
     if (!m_parts.htmlEditor.launch(toUtf8(location()), this))
-        showNotice(tr("%1 could not be started. Choose another editor in the options.")
-                       .arg(toQString(m_parts.options.htmlEditorPath)));
+        m_notice->showText(tr("%1 could not be started. Choose another editor in the options.")
+                               .arg(toQString(m_parts.options.htmlEditorPath)));
 }
 
 /// Undo may have changed the bookmarks.

@@ -10,7 +10,6 @@
 #include <string>
 
 class QAction;
-class QLabel;
 class QPushButton;
 class QTimer;
 
@@ -21,9 +20,12 @@ class BookmarkPanel;
 class BrowserView;
 class CommandBar;
 class LoadingIndicator;
+class NoticeBar;
+class SiteEntry;
 class SitePanes;
 class SiteTest;
 class SiteUse;
+class StopLine;
 
 /// Place of a window on the screen, in twips.
 struct Bounds {
@@ -79,14 +81,13 @@ private:
     void saveLists();
     void takeStop();
 
-    void goToText(const QString& text);
     void leaveFor(const QUrl& address);
     void goTo(const QUrl& address);
     QUrl siteEditAddress();
     void takeOverNavigation(bool ok);
+    void showLocation();
     void runTick();
     void showCaption();
-    void showNotice(const QString& text);
     QString location() const;
     QString workingFolder() const;
 
@@ -107,15 +108,16 @@ private:
     SitePanes* m_panes;
     BrowserView* m_browser; ///< brwWebBrowser
     BookmarkPanel* m_bookmarks;
-    QLabel* m_notice; ///< What cannot be shown, and why.
-    QTimer* m_timer;  ///< timTimer
+    NoticeBar* m_notice; ///< What cannot be shown, and why.
+    StopLine* m_stopLine;
+    QTimer* m_timer; ///< timTimer
     SiteTest* m_test;
+    SiteEntry* m_entry;
     SiteUse* m_use;
     QHash<QString, QAction*> m_actions; ///< By the keys of the toolbar.
     QAction* m_testInWindow = nullptr;
     QAction* m_abandonTest = nullptr;
     std::string m_siteEditURL;
-    QString m_failure;      ///< What was said last of a page that could not be loaded.
     bool m_closing = false; ///< The lists are written.
 };
 

@@ -21,9 +21,9 @@ frmTestFrame::frmTestFrame(FrameTest test, BrowserView& browser, QWidget* parent
     : QDialog(parent)
     , m_test(std::move(test))
     , m_browser(browser)
-    , m_message(makeTextLabel("lblMessage",
-                              tr("Testing if this Web page can be used  in a tour. . . . Please wait . . ."),
-                              this)) {
+    , m_message(makeTextLabel(
+          "lblMessage", tr("Testing if this Web page can be used  in a tour. . . . Please wait . . ."), this))
+    , m_reason(makeTextLabel("lblReason", QString(), this)) {
     setObjectName(QStringLiteral("frmTestFrame"));
     setWindowTitle(QStringLiteral("Wendmark - Frame Test"));
     QPushButton* const okButton = makeButton("OKButton", tr("OK"), this);
@@ -36,7 +36,9 @@ frmTestFrame::frmTestFrame(FrameTest test, BrowserView& browser, QWidget* parent
     m_message->setFont(bold);
     QVBoxLayout* const layout = makeDialogLayout(*this);
     layout->setSpacing(2 * dialogGap);
+    m_reason->hide();
     layout->addWidget(m_message);
+    layout->addWidget(m_reason);
     layout->addWidget(makeTextLabel(
         "Label1",
         tr("Brenholt Tour can only work with sites that can be displayed inside a \"frame\". Some sites are "
@@ -74,6 +76,8 @@ void frmTestFrame::runTest() {
         break;
     case FrameTest::Result::failed:
         m_message->setText(tr("Failed . . . .  You cannot use this site in your tour."));
+        m_reason->setText(m_test.reason());
+        m_reason->show();
         break;
     case FrameTest::Result::notRun:
         m_message->setText(tr("The test page cannot be written into the tour's folder."));

@@ -33,6 +33,7 @@ private:
     FrameTest m_test;
     BrowserView& m_browser;
     QLabel* m_message; ///< lblMessage
+    QLabel* m_reason;
     bool m_done = false;
     bool m_running = false;
     bool m_closing = false;

@@ -36,7 +36,8 @@ void AddressField::loadVisited() {
     m_document.log().skipAsNote(file.outcome);
     QStringList addresses;
     for (const std::string& address : readHistory(file.bytes).addresses) {
-        if (addresses.size() < mostOffered)
+        const bool isTestPage = address.ends_with("/ft.htm"); // Of the frame test, which is no stop.
+        if (addresses.size() < mostOffered && !isTestPage)
             addresses.append(toQString(address));
     }
     m_visited->setStringList(addresses);

@@ -10,11 +10,11 @@
 #include "platform/Gate.h"
 #include "platform/Strings.h"
 #include "ui/dialogs/DialogParts.h"
+#include "ui/dialogs/TypedAddress.h"
 #include "ui/narration/HtmlField.h"
 #include "ui/narration/Spelling.h"
 #include "ui/stops/AddressField.h"
 #include "ui/stops/TitleOffer.h"
-#include "ui/stops/TypedAddress.h"
 
 #include <QEvent>
 #include <QHBoxLayout>

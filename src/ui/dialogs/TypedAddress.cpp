@@ -1,4 +1,4 @@
-#include "ui/stops/TypedAddress.h"
+#include "ui/dialogs/TypedAddress.h"
 
 #include "commands/StopCommands.h"
 #include "model/FoundLinks.h"
