@@ -97,7 +97,8 @@ void BrowserView::navigate(const QUrl& address) {
     m_rendererDeaths = 0;
     if (!m_page->mayShow(address)) {
         emit navigationRefused(address);
-        return;
+        if (!address.isLocalFile())
+            return; // It is another program's.
     }
     m_next = address;
     emit locationChanged();

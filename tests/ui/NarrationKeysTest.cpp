@@ -146,6 +146,25 @@ private slots:
         QCOMPARE(open.instruction().toPlainText(), QString("Go on"));
     }
 
+    void buttonsTakeASelectedPlaceholderForNoSelection() {
+        OpenEditor open;
+        open.program.model.stops.at(2) = newStop();
+        open.edit();
+        open.click("btnBreak");
+        QCOMPARE(open.text().toPlainText(), QString("<BR><!--narration-->"));
+        open.fill("<!--narration-->", 0, 16);
+        open.click("btnBold");
+        QCOMPARE(open.text().toPlainText(), QString("<B></B><!--narration-->"));
+        open.fill("<!--narration-->", 0, 16);
+        test::onNextDialog([](QDialog& message) {
+            QCOMPARE(test::textOf(message),
+                     QString("Wendmark|Please highlight the phrase to be hyperlinked"));
+            test::press(message, "OK");
+        });
+        open.click("btnHLink");
+        QCOMPARE(test::dialogsExpected(), 0);
+    }
+
     void textsOfTheAuthorAreNotSelected() {
         OpenEditor open;
         QVERIFY(!open.text().textCursor().hasSelection());

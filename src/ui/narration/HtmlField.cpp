@@ -120,8 +120,14 @@ void HtmlField::takeOver(const EditedText& edited) {
 }
 
 void HtmlField::selectIfOnly(std::string_view placeholder) {
+    m_placeholder = placeholder;
     if (typedText() == placeholder)
         selectAll();
+}
+
+void HtmlField::unselectPlaceholder() {
+    if (!m_placeholder.empty() && selection().length > 0 && typedText() == m_placeholder)
+        moveCursor(QTextCursor::Start);
 }
 
 bool HtmlField::event(QEvent* event) {
@@ -136,6 +142,7 @@ void HtmlField::keyPressEvent(QKeyEvent* event) {
     if (replacesAll(*event))
         clearAll();
     if (const Tag* const tag = tagOf(*event)) {
+        unselectPlaceholder();
         if (!isReadOnly())
             takeOver(wrapSelection(typedText(), selection(), *tag));
         return;

@@ -54,8 +54,12 @@ public:
     /// undone.
     void takeOver(const EditedText& edited);
 
-    /// Selects all of the text if it is nothing but this: what is typed then takes its place.
+    /// Selects all of the text if it is nothing but this: what is typed then takes its place. `placeholder`
+    /// must outlive the field.
     void selectIfOnly(std::string_view placeholder);
+
+    /// Takes that back, for commands that work on what the author has selected.
+    void unselectPlaceholder();
 
 signals:
     /// The author has chosen another dictionary, or none.
@@ -82,6 +86,7 @@ private:
     HtmlHighlighter* m_highlighter;
     QLabel* m_notice;        ///< What visitors will see of the key that was pressed last.
     std::string m_wholeText; ///< Empty: all of the text is shown.
+    std::string_view m_placeholder;
     bool m_locked = false;
 };
 

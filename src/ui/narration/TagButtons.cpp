@@ -70,6 +70,7 @@ void TagButtons::addTag(const char* name, const QString& caption, const QString&
 }
 
 void TagButtons::wrap(const Tag& tag) {
+    m_field.unselectPlaceholder();
     takeOver(wrapSelection(m_field.typedText(), m_field.selection(), tag));
 }
 
@@ -88,11 +89,13 @@ void TagButtons::wrapWhereTheFocusIs(const Tag& tag) {
 }
 
 void TagButtons::breakLine() {
+    m_field.unselectPlaceholder();
     if (m_field.selection().length == 0)
         takeOver(insertLineBreak(m_field.typedText(), m_field.selection().start));
 }
 
 void TagButtons::addLink() {
+    m_field.unselectPlaceholder();
     if (m_field.selection().length == 0) {
         showMessage(window(), tr("Please highlight the phrase to be hyperlinked"));
         return;
@@ -101,6 +104,7 @@ void TagButtons::addLink() {
 }
 
 void TagButtons::addImage() {
+    m_field.unselectPlaceholder();
     if (m_field.selection().length > 0) {
         m_parts.desktop.beep();
         return;
