@@ -32,6 +32,8 @@
 #include <QWebEnginePage>
 #include <QWebEngineView>
 #include <filesystem>
+#include <memory>
+#include <optional>
 
 namespace wendmark {
 
@@ -95,17 +97,16 @@ public:
         return test::readFile(toUtf8(program.working(QString("page%1.htm").arg(stop))));
     }
 
-    /// What the script gives in the preview of the main window.
+    /// What the script gives in the preview of the main window. The engine forgets what it is asked while
+    /// another page comes.
     QVariant inPreview(const QString& script) const {
-        QVariant answer;
-        bool answered = false;
-        test::engineOf(*window.findChild<BrowserView*>("broMain"))
-            .page()
-            ->runJavaScript(script, [&](const QVariant& value) {
-                answer = value;
-                answered = true;
-            });
-        return test::waitUntil([&] { return answered; }) ? answer : QVariant();
+        QWebEnginePage& page = *test::engineOf(*window.findChild<BrowserView*>("broMain")).page();
+        const auto answer = std::make_shared<std::optional<QVariant>>();
+        const auto isAnswered = [&] {
+            page.runJavaScript(script, [answer](const QVariant& value) { *answer = value; });
+            return QTest::qWaitFor([&] { return answer->has_value(); }, 500);
+        };
+        return test::waitUntil(isAnswered) ? **answer : QVariant();
     }
 
     bool previewSays(const QString& words) const {
