@@ -79,7 +79,10 @@ void showSplash(std::function<void()> makeWindow) {
         if (makeWindow)
             std::exchange(makeWindow, {})();
     };
-    QTimer::singleShot(splashPaintingTime, &splash, make);
+    QTimer timer;
+    timer.setSingleShot(true);
+    timer.callOnTimeout(make);
+    timer.start(splashPaintingTime);
     runDialog(splash);
     make(); // The author was quicker.
 }
@@ -89,6 +92,8 @@ void showWindow(frmMain& window, SingleProgram& program, QStringList tours) {
     const auto takeTours = [&window, &program] { window.files().takeTours(program.takeTours()); };
     if (tours.isEmpty())
         tours = program.takeTours(); // A later start was quicker than the splash.
+    QObject::connect(&window, &frmMain::closed, QCoreApplication::instance(), &QCoreApplication::quit,
+                     Qt::QueuedConnection);
     QObject::connect(&program, &SingleProgram::activationRequested, &window, &frmMain::bringToFront);
     QObject::connect(&program, &SingleProgram::activationRequested, &window, takeTours, Qt::QueuedConnection);
     window.load(tours.value(0));
@@ -135,7 +140,6 @@ int main(int argc, char* argv[]) {
         window.emplace(ProgramParts{document, gate, options, desktop, settings, registry, *profile, recovery,
                                     fileNames, htmlEditor, spelling, files::join(state, "scripts")});
     });
-    QObject::connect(&*window, &frmMain::closed, &application, &QCoreApplication::quit, Qt::QueuedConnection);
     QObject::connect(&gate, &Gate::closedForGood, &program, &SingleProgram::leave);
     showWindow(*window, program, tours);
     return QApplication::exec();

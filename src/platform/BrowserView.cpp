@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QTimer>
 #include <QVBoxLayout>
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineLoadingInfo>
@@ -55,6 +54,8 @@ BrowserView::BrowserView(QWebEngineProfile& profile, QWidget* parent)
     layout->addWidget(m_view);
     setFocusProxy(m_view);
     m_view->installEventFilter(this);
+    m_keyboardKeeper.setSingleShot(true);
+    m_keyboardKeeper.callOnTimeout(this, &BrowserView::keepKeyboard);
 
     connectPage();
 }
@@ -234,7 +235,7 @@ bool BrowserView::eventFilter(QObject* watched, QEvent* event) {
     }
     const bool oneLess = event->type() == QEvent::ChildRemoved && std::exchange(m_changesWidget, false);
     if (m_changesWidget || oneLess)
-        QTimer::singleShot(0, this, &BrowserView::keepKeyboard);
+        m_keyboardKeeper.start(0);
     return QWidget::eventFilter(watched, event);
 }
 

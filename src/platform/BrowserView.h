@@ -6,6 +6,7 @@
 #include <QPointF>
 #include <QString>
 #include <QStringList>
+#include <QTimer>
 #include <QUrl>
 #include <QWidget>
 
@@ -177,6 +178,7 @@ private:
     QUrl m_next;                  ///< Where to go as soon as no other load is under way.
     bool m_stopped = false;       ///< By stop().
     bool m_changesWidget = false; ///< The engine is putting another widget in its place.
+    QTimer m_keyboardKeeper;      ///< For the turn of events in which it has done so.
     int m_rendererDeaths = 0;
 };
 

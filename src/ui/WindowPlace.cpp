@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QStyle>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
 #include <algorithm>
@@ -105,6 +106,8 @@ class FrameWatch final : public QObject {
 public:
     explicit FrameWatch(QWidget& window) : QObject(&window), m_window(window) {
         setObjectName(QStringLiteral("frameWatch"));
+        m_turn.setSingleShot(true);
+        m_turn.callOnTimeout(this, &FrameWatch::look);
         window.installEventFilter(this);
     }
 
@@ -114,8 +117,7 @@ public:
         case QEvent::Move:
         case QEvent::Resize:
         case QEvent::WindowActivate:
-            QMetaObject::invokeMethod(
-                this, [this] { look(); }, Qt::QueuedConnection);
+            m_turn.start(0);
             break;
         default:
             break;
@@ -138,6 +140,7 @@ private:
     }
 
     QWidget& m_window;
+    QTimer m_turn;
     bool m_done = false;
 };
 

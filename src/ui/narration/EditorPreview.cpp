@@ -40,9 +40,9 @@ TourModel modelForPreview(const TourModel& tour, std::int16_t stop) {
 
 } // namespace
 
-EditorPreview::EditorPreview(const ProgramParts& parts, QSplitter& panes, Texts texts)
+EditorPreview::EditorPreview(ProgramParts parts, QSplitter& panes, Texts texts)
     : QObject(&panes)
-    , m_parts(parts)
+    , m_parts(std::move(parts))
     , m_panes(panes)
     , m_texts(std::move(texts))
     , m_button(makeButton("btnPreview", tr("Show &Preview"), panes.window())) {

@@ -24,7 +24,7 @@ public:
     using Texts = std::function<Stop()>;
 
     /// What `parts` refers to, and the splitter, must outlive it.
-    EditorPreview(const ProgramParts& parts, QSplitter& panes, Texts texts);
+    EditorPreview(ProgramParts parts, QSplitter& panes, Texts texts);
 
     QPushButton& button() { return *m_button; }
 

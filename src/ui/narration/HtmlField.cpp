@@ -132,7 +132,8 @@ void HtmlField::unselectPlaceholder() {
 
 bool HtmlField::event(QEvent* event) {
     // The window has the same keys, for when no field has the focus.
-    if (event->type() == QEvent::ShortcutOverride && tagOf(*static_cast<QKeyEvent*>(event)) != nullptr)
+    const auto* const key = dynamic_cast<const QKeyEvent*>(event);
+    if (key != nullptr && event->type() == QEvent::ShortcutOverride && tagOf(*key) != nullptr)
         event->accept();
     return QPlainTextEdit::event(event);
 }

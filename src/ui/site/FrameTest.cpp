@@ -95,13 +95,13 @@ FrameTest::Result FrameTest::run(const QUrl& location, const std::function<bool(
     return result;
 }
 
-QUrl testedPageOf(const QUrl& testPage) {
-    const files::Contents file = files::read(toUtf8(testPage.toLocalFile()));
+QUrl testedPageOf(const QUrl& location) {
+    const files::Contents file = files::read(toUtf8(location.toLocalFile()));
     const std::string_view page = file.bytes;
     const std::size_t start = page.find(beforeAddress);
     const std::size_t end = page.find(behindAddress, start);
     if (start == std::string_view::npos || end == std::string_view::npos)
-        return testPage;
+        return location;
     const std::size_t address = start + beforeAddress.size();
     return QUrl(toQString(std::string(page.substr(address, end - address))));
 }

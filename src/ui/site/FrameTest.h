@@ -58,6 +58,6 @@ private:
 };
 
 /// The page that the test page at this address has in its frame; the address itself when it is no test page.
-QUrl testedPageOf(const QUrl& testPage);
+QUrl testedPageOf(const QUrl& location);
 
 } // namespace wendmark
