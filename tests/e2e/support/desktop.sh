@@ -62,22 +62,35 @@ write() {
     xdotool type --delay 30 "$1"
 }
 
-# What the window shows, as one number. The status bar with its clock is left out.
+# What the window shows, as one number. The status bar with its clock is left out. Fails while there is no picture of
+# it, as while it reaches out of the screen.
 status_bar=40
 picture() {
     local WINDOW X Y WIDTH HEIGHT SCREEN
     eval "$(xdotool getwindowgeometry --shell "$window")"
-    import -silent -window "$window" -crop "${WIDTH}x$((HEIGHT - status_bar))+0+0" rgba:- | md5sum
+    (set -o pipefail
+        import -silent -window "$window" -crop "${WIDTH}x$((HEIGHT - status_bar))+0+0" rgba:- 2>/dev/null | md5sum)
 }
 
 picture_differs_from() {
     [ "$(picture)" != "$1" ]
 }
 
+# give_room WIDTH HEIGHT: to the window, in the upper left corner of the screen, where all of it is to be seen.
+give_room() {
+    xdotool windowsize --sync "$window" "$1" "$2" && wait_until is_at_rest_in_corner
+}
+
+is_at_rest_in_corner() {
+    xdotool windowmove "$window" 0 24
+    sleep 0.3
+    is_at_rest
+}
+
 # The window's picture, the loading indicator in it, stands still for a while.
 is_at_rest() {
     local first again
-    first=$(picture)
+    first=$(picture) || return 1
     for again in 1 2 3; do
         sleep 0.2
         [ "$(picture)" = "$first" ] || return 1
