@@ -41,7 +41,7 @@ MakingNotice::MakingNotice(const TourDocument& document, const Gate& gate, const
     , m_gate(gate)
     , m_text(makeTextLabel("lblMaking", {}, this)) {
     setObjectName(QStringLiteral("frmMaking"));
-    setWindowTitle(programTitle());
+    setWindowTitle(tr("%1 - Making Pages").arg(programTitle()));
     auto* const picture = new QLabel(this);
     picture->setPixmap(programIcon().pixmap(pictureSide));
     auto* const layout = new QHBoxLayout(this);
@@ -73,7 +73,7 @@ void MakingNotice::tell() {
 
 /// The command has ended, or asks something in a window of its own, when events are handled for good.
 void MakingNotice::leave() {
-    if (m_gate.isBreathing())
+    if (m_gate.isBreathing() && !anotherWindowIsShown(*this))
         return;
     m_look.stop();
     hide();

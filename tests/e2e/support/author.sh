@@ -53,10 +53,12 @@ start() {
         wait_until another_window_is_in_front "$window"
 }
 
+# Other than the notice that pages are being made, which goes by itself.
 another_window_is_in_front() {
-    local focused
-    focused=$(xdotool getwindowfocus 2>/dev/null) && [ "$focused" != "$1" ] &&
-        [[ $(title_of "$focused") = Wendmark* ]] && window=$focused
+    local focused title
+    focused=$(xdotool getwindowfocus 2>/dev/null) && [ "$focused" != "$1" ] || return 1
+    title=$(title_of "$focused")
+    [[ $title = Wendmark* ]] && [ "$title" != 'Wendmark - Making Pages' ] && window=$focused
 }
 
 title_of() {

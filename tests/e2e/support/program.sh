@@ -49,12 +49,12 @@ start_program() {
     run_program "$@" &
     program_process=$!
     window=none
-    wait_for_window Wendmark && seen=$SECONDS
+    wait_for_window Wendmark
 }
 
-# close_splash TITLE: with a key; waits for the window of this title. By itself the splash would stay for six seconds.
+# close_splash TITLE: with a key; waits for the window of this title.
 close_splash() {
-    press space && wait_until is_gone "$window" && [ $((SECONDS - seen)) -lt 4 ] && wait_for_window "$1"
+    press space && wait_until is_gone "$window" && wait_for_window "$1"
 }
 
 quit() {
