@@ -11,6 +11,8 @@ namespace wendmark {
 struct Selection {
     int start = 0;
     int length = 0;
+
+    bool operator==(const Selection&) const = default;
 };
 
 /// A text cut at a selection.

@@ -119,6 +119,20 @@ void HtmlField::takeOver(const EditedText& edited) {
     setTextCursor(cursor);
 }
 
+void HtmlField::replace(Selection part, const QString& text, bool goesOn) {
+    QTextCursor cursor(document());
+    cursor.setPosition(part.start);
+    cursor.setPosition(part.start + part.length, QTextCursor::KeepAnchor);
+    if (goesOn)
+        cursor.joinPreviousEditBlock();
+    else
+        cursor.beginEditBlock();
+    cursor.insertText(text);
+    cursor.endEditBlock();
+    cursor.setPosition(part.start + 1);
+    setTextCursor(cursor);
+}
+
 void HtmlField::selectIfOnly(std::string_view placeholder) {
     m_placeholder = placeholder;
     if (typedText() == placeholder)

@@ -54,6 +54,10 @@ public:
     /// undone.
     void takeOver(const EditedText& edited);
 
+    /// Replaces a part of the text, and puts the caret behind the first character of what has come: a step
+    /// that can be undone, one with the step before if `goesOn`.
+    void replace(Selection part, const QString& text, bool goesOn);
+
     /// Selects all of the text if it is nothing but this: what is typed then takes its place. `placeholder`
     /// must outlive the field.
     void selectIfOnly(std::string_view placeholder);

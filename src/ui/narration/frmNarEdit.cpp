@@ -12,6 +12,7 @@
 #include "ui/dialogs/DialogParts.h"
 #include "ui/narration/EditorPreview.h"
 #include "ui/narration/HtmlField.h"
+#include "ui/narration/PictureRow.h"
 #include "ui/narration/Spelling.h"
 #include "ui/narration/TagButtons.h"
 
@@ -56,6 +57,7 @@ frmNarEdit::frmNarEdit(const ProgramParts& parts, QWidget* parent)
     , m_tags(new TagButtons(parts, *m_narration, this))
     , m_target(makeTextLabel("lblTarget", QString(), this))
     , m_panes(new QSplitter(Qt::Vertical, this))
+    , m_picture(new PictureRow(parts.document, *m_narration, this))
     , m_modeBar(new QWidget(this))
     , m_modeLabel(makeTextLabel("lblInstructionMode", QString(), m_modeBar))
     , m_preview(new EditorPreview(parts, *m_panes, [this] { return shownTexts(); })) {
@@ -76,6 +78,7 @@ frmNarEdit::frmNarEdit(const ProgramParts& parts, QWidget* parent)
     layout->addWidget(makeFieldLabel("lblStopText", tr("Stop Te&xt :"), *m_narration, this));
     layout->addWidget(m_tags);
     layout->addWidget(m_panes, 1);
+    layout->addWidget(m_picture);
     layout->addWidget(m_modeBar);
     layout->addWidget(m_target);
     layout->addLayout(makeBottomRow());
@@ -231,6 +234,7 @@ void frmNarEdit::setupFields() {
                 [this](const QString& language) { chooseSpelling(m_parts, language); });
         connect(field, &QPlainTextEdit::textChanged, this, &frmNarEdit::tellTarget);
     }
+    connect(m_picture, &PictureRow::shownChanged, this, &frmNarEdit::limitSize);
     connect(m_title, &QLineEdit::textChanged, m_preview, &EditorPreview::follow);
     connect(m_preview, &EditorPreview::made, this, [this] { m_panes->setSizes(shares); });
     connect(m_preview, &EditorPreview::folded, this, &frmNarEdit::limitSize);

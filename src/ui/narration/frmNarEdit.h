@@ -17,6 +17,7 @@ namespace wendmark {
 
 class EditorPreview;
 class HtmlField;
+class PictureRow;
 class TagButtons;
 struct StopTexts;
 
@@ -98,6 +99,7 @@ private:
     TagButtons* m_tags;
     QLabel* m_target; ///< Which stop Apply stores into.
     QSplitter* m_panes;
+    PictureRow* m_picture;
     QWidget* m_modeBar; ///< Says that the instruction has come under another rule.
     QLabel* m_modeLabel;
     EditorPreview* m_preview;

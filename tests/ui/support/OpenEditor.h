@@ -25,7 +25,7 @@ namespace wendmark::test {
 
 /// The program with a tour of three stops, whose instructions are the author's own unless a test says
 /// otherwise, and the narration editor on stop 2.
-class OpenEditor final {
+class OpenEditor {
 public:
     explicit OpenEditor(bool autoInstruction = false) : window(program.parts()) {
         window.load(program.makeTour("walk", 3));
