@@ -349,6 +349,15 @@ bool same(const std::string& left, const std::string& right) {
     return fs::equivalent(toPath(left), toPath(right), error);
 }
 
+bool leadsInside(const std::string& path, const std::string& folder) {
+    std::error_code error;
+    const fs::path target = fs::canonical(find(path).path, error);
+    if (error)
+        return false;
+    const fs::path home = fs::canonical(toPath(folder), error);
+    return !error && liesInside(target, home);
+}
+
 Listing list(const std::string& folder, Links links, std::string_view pattern) {
     Listing listing{Outcome::success(), {}, {}};
     listing.outcome = forEachEntry(folder, [&](const fs::directory_entry& entry, std::string name) {

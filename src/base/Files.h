@@ -79,6 +79,13 @@ Outcome enterFolder(const std::string& path);
 /// Whether both paths lead to the same existing file or folder.
 bool same(const std::string& left, const std::string& right);
 
+/// Whether the file that `path` leads to, by links also, lies in `folder` or below it. False when there is
+/// none.
+bool leadsInside(const std::string& path, const std::string& folder);
+
+/// Whether the file that `path` leads to, also by links, lies in `folder` or below it.
+bool liesInside(const std::string& path, const std::string& folder);
+
 enum class Links {
     anywhere,    ///< Links to files count as files.
     insideFolder ///< Links that lead out of the folder are left out.

@@ -56,11 +56,7 @@ StopListResult StepRunner::duplicateStops(const StopNumbers& stops) {
 
 StopListResult StepRunner::insertStops(std::int16_t position, const std::vector<Stop>& stops,
                                        const std::vector<AddedFile>& files) {
-    std::vector<std::string> names;
-    names.reserve(files.size());
-    for (const AddedFile& file : files)
-        names.push_back(file.name);
-    return runForSeveral("Insert Stops", names,
+    return runForSeveral("Insert Stops", namesOf(files),
                          [&] { return wendmark::insertStops(m_context, position, stops, files); });
 }
 

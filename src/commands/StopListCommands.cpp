@@ -1,7 +1,5 @@
 #include "commands/StopListCommands.h"
 
-#include "base/Files.h"
-#include "base/Log.h"
 #include "model/Desktop.h"
 #include "model/StopTexts.h"
 #include "model/TourContext.h"
@@ -112,23 +110,6 @@ Stop storable(const Stop& stop) {
             storableText(stop.stopNarration, noNarration), storableText(stop.stopInstruction, noInstruction)};
 }
 
-/// Names of those that could not be copied.
-std::vector<std::string> copyIntoTour(TourContext& context, const std::vector<AddedFile>& added) {
-    const BusyPointer busy(context.desktop);
-    std::vector<std::string> notCopied;
-    for (const AddedFile& file : added) {
-        const Workspace& workspace = context.workspace;
-        if (files::same(file.source, workspace.workingFile(file.name)))
-            continue;
-        const Outcome copied = workspace.copyToWorkingFile(file.source, file.name);
-        context.log.skip(copied);
-        if (!copied.ok())
-            notCopied.push_back(file.name);
-        context.desktop.stayResponsive();
-    }
-    return notCopied;
-}
-
 } // namespace
 
 std::string refusalOf(const StopListResult& result) {
@@ -206,7 +187,7 @@ StopListResult insertStops(TourContext& context, std::int16_t position, const st
         return answer(Answer::noRoom, model);
     std::vector<Stop> inserted;
     std::transform(stops.begin(), stops.end(), std::back_inserter(inserted), storable);
-    std::vector<std::string> notCopied = copyIntoTour(context, files);
+    std::vector<std::string> notCopied = addFilesOfAuthor(context, files);
     StopListResult result = putBehind(context, position, std::move(inserted));
     result.notCopied = std::move(notCopied);
     return result;

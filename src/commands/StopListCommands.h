@@ -1,5 +1,7 @@
 #pragma once
 
+#include "commands/AddedFiles.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -27,12 +29,6 @@ struct StopListResult {
     std::vector<std::string> notCopied; ///< Names of files that could not be taken into the tour.
 
     bool done() const { return answer == Answer::done; }
-};
-
-/// A file of the author's that comes into the tour with a stop.
-struct AddedFile {
-    std::string source; ///< Path.
-    std::string name;   ///< The name that it gets; a file of that name is replaced.
 };
 
 /// The sentence that tells the author why nothing was changed; empty when there is nothing to tell.

@@ -211,16 +211,13 @@ void TourDocument::setProperties(const TourProperties& properties,
     m_listeners.tellChange();
 }
 
-Outcome TourDocument::addFile(const std::string& source, const std::string& name,
-                              const std::string& stepName) {
-    const TourTimeline::Before before = m_timeline.begin({name});
-    Outcome copied = Outcome::success();
-    if (!files::same(source, m_workspace.workingFile(name)))
-        copied = m_workspace.copyToWorkingFile(source, name);
-    m_log.skip(copied);
+std::vector<std::string> TourDocument::addFiles(const std::vector<AddedFile>& files,
+                                                const std::string& stepName) {
+    const TourTimeline::Before before = m_timeline.begin(namesOf(files));
+    std::vector<std::string> notCopied = addFilesOfAuthor(m_context, files);
     m_timeline.end(before, stepName, Made::nothing, m_model.currentStop);
     m_listeners.tellChange();
-    return copied;
+    return notCopied;
 }
 
 void TourDocument::markChanged() {

@@ -158,9 +158,13 @@ public:
 
     /// See changeTourProperties().
     void setProperties(const TourProperties& properties, const std::function<void()>& refuseDimension);
-    /// Copies a file of the author's into the working copy, under a name of it, in place of one that is
-    /// there.
-    Outcome addFile(const std::string& source, const std::string& name, const std::string& stepName);
+    /// Copies files of the author's into the working copy, in place of those of their names that are there:
+    /// one step. Names of those that could not be copied; why is in the log.
+    std::vector<std::string> addFiles(const std::vector<AddedFile>& files, const std::string& stepName);
+    /// Same for one file. False when it could not be copied.
+    bool addFile(const std::string& source, const std::string& name, const std::string& stepName) {
+        return addFiles({{source, name}}, stepName).empty();
+    }
     /// The tour counts as changed from now on, whatever else happens.
     void markChanged();
 

@@ -92,7 +92,7 @@ TEST_F(StopTypingTest, otherCommandsEndABurst) {
     EXPECT_EQ(title(), "Tem");
     EXPECT_EQ(document.undoName(), "Move Stops");
     document.redo();
-    document.addFile(program.working("toc.htm"), "own.htm", "Add File").ok();
+    document.addFile(program.working("toc.htm"), "own.htm", "Add File");
     typeWord("Tower", 1);
     document.undo();
     EXPECT_EQ(title(), "Temple");

@@ -120,7 +120,7 @@ TEST_F(TourDocumentTest, earlierSaveTakesThePlaceOfTheTourInOneStep) {
                         test::scriptOfStops(4));
     program.openTour(program.tourFolder("one"));
     test::writeFile(program.scratch / "mine.htm", "mine");
-    EXPECT_TRUE(program.document.addFile(program.scratch / "mine.htm", "mine.htm", "Add File").ok());
+    EXPECT_TRUE(program.document.addFile(program.scratch / "mine.htm", "mine.htm", "Add File"));
     program.document.goToStop(3);
     ASSERT_TRUE(program.document.model().autoBuffer);
     const Seen before = seen(program);
@@ -251,9 +251,9 @@ TEST_F(TourDocumentTest, newTourCanBeUndone) {
 TEST_F(TourDocumentTest, addedAndReplacedFilesCanBeUndone) {
     const std::string source = program.scratch / "picture.png";
     test::writeFile(source, "one");
-    EXPECT_TRUE(document.addFile(source, "picture.png", "Add Image").ok());
+    EXPECT_TRUE(document.addFile(source, "picture.png", "Add Image"));
     test::writeFile(source, "two");
-    EXPECT_TRUE(document.addFile(source, "picture.png", "Add Image").ok());
+    EXPECT_TRUE(document.addFile(source, "picture.png", "Add Image"));
     document.undo();
     EXPECT_EQ(test::readFile(program.working("picture.png")), "one");
     document.undo();
@@ -266,7 +266,7 @@ TEST_F(TourDocumentTest, addedAndReplacedFilesCanBeUndone) {
 TEST_F(TourDocumentTest, whatAnEditorWroteIsNotLostByUndo) {
     const std::string source = program.scratch / "own.htm";
     test::writeFile(source, "first");
-    EXPECT_TRUE(document.addFile(source, "own.htm", "Add File").ok());
+    EXPECT_TRUE(document.addFile(source, "own.htm", "Add File"));
     test::writeFile(program.working("own.htm"), "written by the author's editor");
     document.undo();
     document.redo();
@@ -573,7 +573,7 @@ private:
     void addFile(const std::string& word) {
         const std::string source = m_program.scratch / "source.htm";
         test::writeFile(source, "page " + word);
-        EXPECT_TRUE(document().addFile(source, "own" + std::to_string(below(3)) + ".htm", "Add File").ok());
+        EXPECT_TRUE(document().addFile(source, "own" + std::to_string(below(3)) + ".htm", "Add File"));
     }
 
     void cancelSomething() {

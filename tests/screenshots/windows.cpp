@@ -13,6 +13,7 @@
 #include "ui/dialogs/frmLaunch.h"
 #include "ui/dialogs/frmMessage.h"
 #include "ui/dialogs/frmOptions.h"
+#include "ui/dialogs/frmPageFiles.h"
 #include "ui/dialogs/frmPrint.h"
 #include "ui/dialogs/frmPropTab.h"
 #include "ui/dialogs/frmRecover.h"
@@ -30,6 +31,7 @@
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
 #include "ui/site/frmWarnURL.h"
+#include "ui/support/PageWithParts.h"
 #include "ui/support/UiFixture.h"
 
 #include <QApplication>
@@ -271,6 +273,8 @@ private:
             keepSavedScript(saves, workspace.tourPath(), test::scriptOfStops(stops), 1700000000 + stops).ok();
         frmEarlierSaves earlier(saves, workspace.tourPath());
         takeDialog(earlier);
+        frmPageFiles files(test::pageWithParts());
+        takeDialog(files);
         takeSettingsDialogs();
         takeSmallDialogs();
     }

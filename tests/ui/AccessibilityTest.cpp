@@ -12,6 +12,7 @@
 #include "ui/dialogs/frmLaunch.h"
 #include "ui/dialogs/frmMessage.h"
 #include "ui/dialogs/frmOptions.h"
+#include "ui/dialogs/frmPageFiles.h"
 #include "ui/dialogs/frmPrint.h"
 #include "ui/dialogs/frmPropTab.h"
 #include "ui/dialogs/frmRecover.h"
@@ -28,6 +29,7 @@
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
 #include "ui/site/frmWarnURL.h"
+#include "ui/support/PageWithParts.h"
 #include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
@@ -163,6 +165,11 @@ constexpr DialogCase dialogs[] = {
     {"frmEarlierSaves without a save",
      [](UiFixture& program) {
          frmEarlierSaves dialog(program.scratch / "state/scripts", "/tours/b");
+         runDialog(dialog);
+     }},
+    {"frmPageFiles",
+     [](UiFixture&) {
+         frmPageFiles dialog(test::pageWithParts());
          runDialog(dialog);
      }},
     {"frmRenameFile",

@@ -1,3 +1,4 @@
+#include "commands/TourDocument.h"
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
 #include "platform/Tasks.h"
@@ -8,6 +9,9 @@
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
+#include <QTreeWidget>
+#include <functional>
+#include <optional>
 
 namespace wendmark {
 
@@ -61,12 +65,30 @@ void onRename(const QString& clash, const QString& reason, const QString& answer
     });
 }
 
+void onPageFiles(const std::function<void(QDialog&)>& answer) {
+    onNextDialog([=](QDialog& dialog) {
+        QCOMPARE(dialog.objectName(), QString("frmPageFiles"));
+        QVERIFY(dialog.findChild<QLabel*>("lblPage")->text().startsWith("eels.htm shows files"));
+        answer(dialog);
+    });
+}
+
 class LocalFile final {
 public:
     /// A page of the author's own, outside of the tour.
     QString make(const QString& name) const {
         const QString path = open.program.path("Pages/" + name);
         test::writeFile(toUtf8(path), "<title>" + toUtf8(name) + "</title>");
+        return path;
+    }
+
+    /// One that shows a picture in another folder, one outside of its own, and one that is not there.
+    QString makeWithPicture() const {
+        const QString path = make("eels.htm");
+        test::writeFile(toUtf8(path), "<title>Eels</title><img src=img/Eel.PNG><img src=../away.png>"
+                                      "<img src=gone.png>");
+        QDir().mkpath(open.program.path("Pages/img"));
+        test::writeFile(toUtf8(open.program.path("Pages/img/Eel.PNG")), "eel");
         return path;
     }
 
@@ -166,6 +188,67 @@ private slots:
         });
         local.open.click("btnSelectFile");
         QVERIFY(!begun.startsWith(local.open.program.path("NewTour")));
+    }
+
+    void filesOfThePageComeAlong() {
+        LocalFile local;
+        const QString page = local.makeWithPicture();
+        onFileDialog(page);
+        onPageFiles([](QDialog& dialog) {
+            const auto& list = *dialog.findChild<QTreeWidget*>("lstFiles");
+            QCOMPARE(list.topLevelItemCount(), 1);
+            QCOMPARE(list.topLevelItem(0)->text(0), QString("img/Eel.PNG"));
+            QCOMPARE(list.topLevelItem(0)->text(1), QString("eel.png"));
+            const QString remarks = dialog.findChild<QLabel*>("lblRemarks")->text();
+            QVERIFY(remarks.contains("the places that name these files are changed"));
+            QVERIFY(remarks.contains("../away.png"));
+            QVERIFY(remarks.contains("Cannot be read: gone.png"));
+            QVERIFY(dialog.findChild<QPushButton*>("btnTogether")->isDefault());
+            QTest::keyClick(&dialog, Qt::Key_Return);
+        });
+        local.select();
+        QVERIFY(local.open.shows("/NewTour/eels.htm"));
+        QVERIFY(local.files().contains("eel.png"));
+        QVERIFY(test::readFile(toUtf8(local.open.program.working("eels.htm"))).find("src=eel.png") !=
+                std::string::npos);
+        QVERIFY(test::readFile(toUtf8(page)).find("src=img/Eel.PNG") != std::string::npos);
+        const TourDocument& document = local.open.program.document;
+        QCOMPARE(document.undoName(), std::optional<std::string>("Select Local File"));
+        local.open.program.document.undo();
+        QVERIFY(!local.files().contains("eel.png"));
+        QVERIFY(!local.files().contains("eels.htm"));
+    }
+
+    void pageAloneComesAsItIs() {
+        LocalFile local;
+        const QString page = local.makeWithPicture();
+        onFileDialog(page);
+        onPageFiles([](QDialog& dialog) { press(dialog, "btnAlone"); });
+        local.select();
+        QVERIFY(local.open.shows("/NewTour/eels.htm"));
+        QVERIFY(!local.files().contains("eel.png"));
+        QCOMPARE(test::readFile(toUtf8(local.open.program.working("eels.htm"))),
+                 test::readFile(toUtf8(page)));
+    }
+
+    void escFromTheFilesOfThePageTakesNothing() {
+        LocalFile local;
+        const QStringList before = local.files();
+        onFileDialog(local.makeWithPicture());
+        onPageFiles([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+        local.select();
+        QCOMPARE(local.files(), before);
+    }
+
+    void pageWhoseFilesAreThereAsksNothing() {
+        LocalFile local;
+        const QString page = local.make("plain.htm");
+        test::writeFile(toUtf8(page), "<title>Plain</title><img src=eel.png>");
+        test::writeFile(toUtf8(local.open.program.path("Pages/eel.png")), "eel");
+        local.open.write("eel.png", "eel");
+        onFileDialog(page);
+        local.select();
+        QVERIFY(local.open.shows("/NewTour/plain.htm"));
     }
 
     void nameOfATemplateIsNeverOverwritten() {

@@ -178,7 +178,7 @@ private slots:
         QVERIFY(open.shown(1, StopListModel::remarkColumn).contains("file missing"));
         const std::string source = open.program.scratch / "late.htm";
         test::writeFile(source, "<p>Late");
-        QVERIFY(open.program.document.addFile(source, "late.htm", "Select Local File").ok());
+        QVERIFY(open.program.document.addFile(source, "late.htm", "Select Local File"));
         QVERIFY(!open.shown(1, StopListModel::remarkColumn).contains("file missing"));
     }
 
@@ -482,6 +482,32 @@ private slots:
         open.window.undo();
         QCOMPARE(open.titles(), QString("1"));
         QVERIFY(!QFile::exists(open.program.working("eel.png")));
+    }
+
+    void droppedPagesBringTheirFilesAndStayInTheirOrder() {
+        OpenList open(1);
+        QMimeData data;
+        QList<QUrl> pages;
+        for (const char* name : {"a", "b"}) {
+            const std::string folder = open.program.scratch / name;
+            QDir().mkpath(toQString(folder) + "/img");
+            test::writeFile(folder + "/img/eel.png", std::string("eel of ") + name);
+            test::writeFile(folder + "/" + name + ".htm", "<img src=img/eel.png>");
+            pages.append(QUrl::fromLocalFile(toQString(folder + "/" + name + ".htm")));
+            test::onNextDialog([](QDialog& files) {
+                QCOMPARE(files.objectName(), QString("frmPageFiles"));
+                test::press(files, "btnTogether");
+            });
+        }
+        data.setUrls(pages);
+        open.drop(data, 0);
+        QTRY_COMPARE_WITH_TIMEOUT(open.model().stops.held(), std::int16_t{3}, patience);
+        QCOMPARE(open.address(1), QString("a.htm"));
+        QCOMPARE(open.address(2), QString("b.htm"));
+        QCOMPARE(test::readFile(toUtf8(open.program.working("a.htm"))), std::string("<img src=eel.png>"));
+        QCOMPARE(test::readFile(toUtf8(open.program.working("eel.png"))), std::string("eel of a"));
+        QCOMPARE(test::readFile(toUtf8(open.program.working("b.htm"))), std::string("<img src=eel-2.png>"));
+        QCOMPARE(test::readFile(toUtf8(open.program.working("eel-2.png"))), std::string("eel of b"));
     }
 
     void fileOfATakenNameIsAskedAbout() {

@@ -19,6 +19,7 @@
 #include "ui/dialogs/frmLaunch.h"
 #include "ui/dialogs/frmMessage.h"
 #include "ui/dialogs/frmOptions.h"
+#include "ui/dialogs/frmPageFiles.h"
 #include "ui/dialogs/frmPrint.h"
 #include "ui/dialogs/frmPropTab.h"
 #include "ui/dialogs/frmRecover.h"
@@ -36,6 +37,7 @@
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
 #include "ui/site/frmWarnURL.h"
+#include "ui/support/PageWithParts.h"
 #include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
@@ -150,6 +152,11 @@ constexpr DialogCase dialogs[] = {
     {"frmPrint",
      [](UiFixture& program) {
          frmPrint dialog(program.document, {}, program.desktop);
+         runDialog(dialog);
+     }},
+    {"frmPageFiles",
+     [](UiFixture&) {
+         frmPageFiles dialog(test::pageWithParts());
          runDialog(dialog);
      }},
     {"frmRecover",

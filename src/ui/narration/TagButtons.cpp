@@ -121,7 +121,7 @@ void TagButtons::addImage() {
 }
 
 void TagButtons::copyImage(const QString& path, const std::string& name) {
-    static_cast<void>(m_parts.document.addFile(toUtf8(path), name, "Add Image")); // A failure is in the log.
+    m_parts.document.addFile(toUtf8(path), name, "Add Image"); // A failure is in the log.
     const BusyPointer busy(m_parts.desktop);
     window()->setEnabled(false); // A key would change the place that the image goes to.
     m_parts.document.workspace().pause(1.0F);

@@ -6,12 +6,14 @@
 #include "platform/Strings.h"
 #include "ui/ProgramParts.h"
 #include "ui/dialogs/FileChooser.h"
+#include "ui/dialogs/PageFiles.h"
 #include "ui/dialogs/TourFileNames.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QStringList>
 #include <QWidget>
 
 namespace wendmark {
@@ -41,6 +43,10 @@ void remember(const QString& folder, const ProgramParts& parts) {
         parts.settings.store(siteSettings::pagesFolder, folder);
 }
 
+QString translated(const char* text) {
+    return QCoreApplication::translate("LocalPage", text);
+}
+
 } // namespace
 
 LocalPage takeLocalPage(const ProgramParts& parts, QWidget& window) {
@@ -53,10 +59,16 @@ LocalPage takeLocalPage(const ProgramParts& parts, QWidget& window) {
     const std::string name = parts.fileNames.nameForPage(path, &window);
     if (name.empty())
         return {};
+    const std::vector<AddedFile> files = filesOfPage(parts, path, name, {}, window);
+    if (files.empty())
+        return {};
     LocalPage page;
-    if (!parts.document.addFile(toUtf8(path), name, "Select Local File").ok())
+    QStringList notCopied;
+    for (const std::string& missing : parts.document.addFiles(files, "Select Local File"))
+        notCopied.append(missing == name ? path : toQString(missing));
+    if (!notCopied.isEmpty())
         page.notice =
-            QCoreApplication::translate("LocalPage", "%1 could not be copied into the tour.").arg(path);
+            translated("%1 could not be copied into the tour.").arg(notCopied.join(QStringLiteral(", ")));
     const Workspace& workspace = parts.document.workspace();
     workspace.pause(1.0F);
     page.address = QUrl::fromLocalFile(toQString(workspace.workingFile(name)));

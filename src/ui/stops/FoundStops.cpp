@@ -8,6 +8,7 @@
 #include "model/StopTransfer.h"
 #include "platform/Strings.h"
 #include "ui/ProgramParts.h"
+#include "ui/dialogs/PageFiles.h"
 #include "ui/dialogs/TourFileNames.h"
 #include "ui/stops/StopListModel.h"
 
@@ -69,7 +70,8 @@ public:
             return leaveOut(path, "the author gave it no name");
         if (isTaken(name))
             return leaveOut(path, "another file that came with it has its name");
-        m_files.push_back({toUtf8(path), name});
+        if (!addFiles(path, name, kind))
+            return leaveOut(path, "the author gave it up");
         const std::string copy = m_parts.document.workspace().workingFile(name);
         return stopAddressFor(toUtf8(QUrl::fromLocalFile(toQString(copy)).toString(QUrl::FullyEncoded)));
     }
@@ -92,6 +94,17 @@ private:
     std::string leaveOut(const QString& path, const char* reason) const {
         m_parts.document.log().warn(toUtf8(path) + " is left out: " + reason);
         return {};
+    }
+
+    bool addFiles(const QString& path, const std::string& name, FileKind kind) {
+        const std::vector<AddedFile> added = kind == FileKind::page
+                                                 ? filesOfPage(m_parts, path, name, m_files, m_window)
+                                                 : std::vector<AddedFile>{{toUtf8(path), name}};
+        for (const AddedFile& file : added) {
+            if (!isTaken(file.name)) // Else it comes already.
+                m_files.push_back(file);
+        }
+        return !added.empty();
     }
 
     /// By another of the files that come at the same time.
@@ -117,15 +130,18 @@ StopListResult takeLinks(const ProgramParts& parts, const FoundLinks& found, std
     std::vector<Stop> stops = found.stops;
     FileTaker taker(parts, window);
     std::size_t leftOut = found.leftOut;
+    std::size_t taken = 0;
     for (const FoundFile& file : found.files) {
-        const std::size_t place = std::min(file.stopsAhead + taker.files().size(), stops.size());
+        const std::size_t place = std::min(file.stopsAhead + taken, stops.size());
         Stop stop = newStop();
         stop.stopTitle = file.title;
         stop.stopURL = taker.take(toQString(file.path));
-        if (stop.stopURL.empty())
+        if (stop.stopURL.empty()) {
             ++leftOut;
-        else
-            stops.insert(stops.begin() + static_cast<std::ptrdiff_t>(place), stop);
+            continue;
+        }
+        ++taken;
+        stops.insert(stops.begin() + static_cast<std::ptrdiff_t>(place), stop);
     }
     if (leftOut > 0)
         notice = tr("Left out: %n", static_cast<int>(leftOut));
