@@ -406,11 +406,15 @@ private:
         waitUntilLoaded(*editor.findChild<BrowserView*>());
         take(editor, QStringLiteral("frmNarEdit"));
         takeInTwoSizes(editor, QStringLiteral("frmNarEdit"));
+        auto* const words = editor.findChild<QPlainTextEdit*>(QStringLiteral("txtText"));
+        words->insertPlainText(QStringLiteral("<IMG SRC=\"fr-logo.gif\" ALT=\"An eel\">"));
+        takeInTwoSizes(editor, QStringLiteral("frmNarEdit-picture"));
+        words->undo();
         editor.findChild<QPushButton*>(QStringLiteral("btnPreview"))->click();
         takeAt(editor, QSize(0, 0), QStringLiteral("frmNarEdit-folded-smallest"));
         takeNextMessage("nothing-to-link");
         editor.findChild<QPushButton*>(QStringLiteral("btnHLink"))->click();
-        editor.findChild<QPlainTextEdit*>(QStringLiteral("txtText"))->selectAll();
+        words->selectAll();
         takeNextMessage("address-of-link");
         editor.findChild<QPushButton*>(QStringLiteral("btnHLink"))->click();
         editor.reject();

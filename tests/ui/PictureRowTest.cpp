@@ -58,13 +58,18 @@ private slots:
 
     void rowTakesNoRoomFromTheButtons() {
         const OpenPicture open;
-        open.editor().resize(open.editor().minimumSize());
-        const QRect inside = open.editor().rect();
-        for (const QWidget* const part :
-             {static_cast<QWidget*>(&open.row()), static_cast<QWidget*>(&open.button("btnOK")),
-              static_cast<QWidget*>(&open.button("btnFitPicture")), static_cast<QWidget*>(&open.width())})
-            QVERIFY2(inside.contains({part->mapTo(&open.editor(), QPoint()), part->size()}),
-                     qPrintable(part->objectName()));
+        for (const QSize size : {open.editor().minimumSize(), QSize(1200, 800)}) {
+            open.editor().resize(size);
+            QTRY_COMPARE_WITH_TIMEOUT(open.editor().size(), size, patience);
+            for (const QWidget* const part : std::initializer_list<const QWidget*>{
+                     &open.description(), &open.decoration(), &open.width(), &open.button("btnFitPicture"),
+                     &open.button("btnOK")}) {
+                const QRect place(part->mapTo(&open.editor(), QPoint()), part->size());
+                QVERIFY2(open.editor().rect().contains(place), qPrintable(part->objectName()));
+                QVERIFY2(part->width() >= part->minimumSizeHint().width(), qPrintable(part->objectName()));
+            }
+        }
+        QVERIFY(open.description().width() > 400);
     }
 
     void lettersGoIntoTheTagAndAreOneStep() {

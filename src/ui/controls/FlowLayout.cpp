@@ -3,6 +3,7 @@
 #include <QStyle>
 #include <QWidget>
 #include <algorithm>
+#include <utility>
 
 namespace wendmark {
 
@@ -48,8 +49,11 @@ void FlowLayout::setGeometry(const QRect& rect) {
     int top = inner.top();
     for (const Row& row : rowsFor(inner.width())) {
         int left = inner.left();
+        int spare = std::max(inner.width() - row.width, 0);
         for (QLayoutItem* item : row.items) {
-            const QSize size = item->sizeHint();
+            QSize size = item->sizeHint();
+            if (item->expandingDirections().testFlag(Qt::Horizontal))
+                size.rwidth() += std::exchange(spare, 0);
             const QRect place(QPoint(left, top + (row.height - size.height()) / 2), size);
             item->setGeometry(QStyle::visualRect(parentWidget()->layoutDirection(), inner, place));
             left += size.width() + m_gap;
@@ -60,16 +64,16 @@ void FlowLayout::setGeometry(const QRect& rect) {
 
 QList<FlowLayout::Row> FlowLayout::rowsFor(int width) const {
     QList<Row> rows;
-    int used = 0;
     for (QLayoutItem* item : m_items) {
         const QSize size = item->sizeHint();
-        if (rows.isEmpty() || used + size.width() > width) {
+        const int used = rows.isEmpty() ? 0 : rows.last().width + m_gap;
+        const bool fits = !rows.isEmpty() && used + size.width() <= width;
+        if (!fits)
             rows.append(Row());
-            used = 0;
-        }
-        rows.last().items.append(item);
-        rows.last().height = std::max(rows.last().height, size.height());
-        used += size.width() + m_gap;
+        Row& row = rows.last();
+        row.items.append(item);
+        row.height = std::max(row.height, size.height());
+        row.width = (fits ? used : 0) + size.width();
     }
     return rows;
 }

@@ -6,7 +6,8 @@
 namespace wendmark {
 
 /// Lays its widgets out in rows and goes on to a further row where the width ends, so that none ever
-/// disappears. The widgets of a row are centred on its height.
+/// disappears. The widgets of a row are centred on its height; one that wants to be wide takes what the
+/// others leave of the row.
 class FlowLayout final : public QLayout {
 public:
     /// `gap`: pixels between widgets and between rows.
@@ -29,6 +30,7 @@ private:
     struct Row {
         QList<QLayoutItem*> items;
         int height = 0;
+        int width = 0;
     };
     QList<Row> rowsFor(int width) const;
 

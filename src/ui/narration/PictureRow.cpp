@@ -2,6 +2,7 @@
 
 #include "commands/TourDocument.h"
 #include "platform/Strings.h"
+#include "ui/controls/FlowLayout.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/narration/HtmlField.h"
 
@@ -68,19 +69,27 @@ void PictureRow::setupParts() {
     auto* const width = new QLabel(tr("&Width :"), this);
     width->setObjectName(QStringLiteral("lblPictureWidth"));
     width->setBuddy(m_width);
-    auto* const row = new QHBoxLayout(this);
+    auto* const row = new FlowLayout(dialogGap);
+    setLayout(row);
     row->setContentsMargins({});
-    row->setSpacing(dialogGap);
-    row->addWidget(text);
-    row->addWidget(m_text, 1);
+    row->addWidget(makeGroup({text, m_text}));
     row->addWidget(m_decoration);
-    row->addWidget(width);
-    row->addWidget(m_width);
-    row->addWidget(m_fit);
+    row->addWidget(makeGroup({width, m_width, m_fit}));
     connect(m_text, &QLineEdit::textEdited, this, &PictureRow::describe);
     connect(m_decoration, &QCheckBox::clicked, this, &PictureRow::describe);
     connect(m_width, &QSpinBox::valueChanged, this, &PictureRow::resizePicture);
     connect(m_fit, &QPushButton::clicked, this, [this] { m_width->setValue(m_fitting); });
+}
+
+/// Parts that stay beside one another where the row is narrow; the first field among them takes the width.
+QWidget* PictureRow::makeGroup(const QList<QWidget*>& parts) {
+    auto* const group = new QWidget(this);
+    auto* const row = new QHBoxLayout(group);
+    row->setContentsMargins({});
+    row->setSpacing(dialogGap);
+    for (QWidget* const part : parts)
+        row->addWidget(part, part == m_text ? 1 : 0);
+    return group;
 }
 
 bool PictureRow::eventFilter(QObject* watched, QEvent* event) {

@@ -2,6 +2,7 @@
 
 #include "model/PictureTag.h"
 
+#include <QList>
 #include <QWidget>
 #include <optional>
 #include <string>
@@ -34,6 +35,7 @@ protected:
 
 private:
     void setupParts();
+    QWidget* makeGroup(const QList<QWidget*>& parts);
     void follow();
     void ask();
     void show(const PictureTag& picture);
