@@ -21,6 +21,9 @@ inline const Setting<QString> htmlEditor{"HTMLEditor", QStringLiteral("NONE")};
 inline constexpr Setting<bool> warnURLChange{"WarnURLChange", true};
 inline constexpr Setting<bool> autoCloseBrowser{"AutoCloseBrowser", false};
 
+/// Folder from which the author took a logo last; empty: none yet.
+inline const Setting<QString> logoFolder{"LogoFolder", QString()};
+
 } // namespace mainSettings
 
 namespace stopListSettings {
@@ -72,6 +75,9 @@ inline const Setting<QString> searchPage{"SearchPage", QStringLiteral("https://d
 } // namespace siteSettings
 
 namespace narrationSettings {
+
+/// Folder from which the author took a picture last; empty: none yet.
+inline const Setting<QString> picturesFolder{"PicturesFolder", QString()};
 
 /// Value of spellingLanguage with which words are not checked.
 inline const QString noSpelling = QStringLiteral("NONE");

@@ -15,7 +15,9 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDialog>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -617,6 +619,33 @@ private slots:
                  std::string("GIF of My Cäctus.GIF"));
         open.text().undo();
         QCOMPARE(open.text().toPlainText(), QString("ab"));
+    }
+
+    void nextImageIsLookedForWhereTheLastOneWas() {
+        OpenEditor open;
+        open.fill("ab", 1, 0);
+        const QString image = imageFile(open.program, QStringLiteral("eel.gif"));
+        onImageDialog(image);
+        open.click("btnImage");
+        const Setting<QString> remembered{"PicturesFolder", {}};
+        const QString folder = QFileInfo(image).absolutePath();
+        QCOMPARE(open.program.settings.read(remembered), folder);
+        QString begun;
+        const auto look = [&](QDialog& dialog) {
+            begun = qobject_cast<QFileDialog*>(&dialog)->directory().absolutePath();
+            dialog.reject();
+        };
+        onNextDialog(look);
+        open.click("btnImage");
+        QCOMPARE(begun, folder);
+        open.program.settings.store(remembered, open.program.path("NewTour"));
+        onNextDialog(look);
+        open.click("btnImage");
+        QVERIFY(!begun.startsWith(open.program.path("NewTour")));
+        open.program.settings.store(remembered, open.program.path("no such folder"));
+        onNextDialog(look);
+        open.click("btnImage");
+        QVERIFY(QDir(begun).exists());
     }
 
     void imageWithASelectionOnlyBeeps() {

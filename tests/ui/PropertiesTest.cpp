@@ -470,6 +470,28 @@ private slots:
         });
     }
 
+    void nextLogoIsLookedForWhereTheLastOneWas() {
+        Properties properties;
+        const QString folder = properties.program.path("Logos");
+        QVERIFY(QDir().mkpath(folder));
+        QVERIFY(QFile::copy(WENDMARK_ASSETS "/Template/grbullet.gif", folder + "/eel.gif"));
+        properties.open([&](QDialog& dialog) {
+            onFileDialog("Select Logo File", folder + "/eel.gif");
+            press(dialog, "btnAdvBrowse");
+            press(dialog, "CancelButton");
+        });
+        QString begun;
+        properties.open([&](QDialog& dialog) {
+            onNextDialog([&](QDialog& files) {
+                begun = qobject_cast<QFileDialog*>(&files)->directory().absolutePath();
+                files.reject();
+            });
+            press(dialog, "btnAdvBrowse");
+            press(dialog, "CancelButton");
+        });
+        QCOMPARE(begun, folder);
+    }
+
     // Options
 
     void optionsShowAndStoreTheirValues() {

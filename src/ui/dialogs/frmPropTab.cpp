@@ -11,6 +11,7 @@
 #include "ui/Messages.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/FileChooser.h"
+#include "ui/dialogs/LastFolder.h"
 #include "ui/dialogs/LayoutDiagram.h"
 #include "ui/dialogs/Spinner.h"
 
@@ -295,9 +296,13 @@ void frmPropTab::resetLayout() {
 
 void frmPropTab::chooseLogo() {
     const QString file =
-        chooseFile(this, tr("Select Logo File"), QStringLiteral("*.jpg;*.gif (*.jpg *.JPG *.gif *.GIF)"));
-    if (!file.isEmpty())
-        setLogo(file);
+        chooseFile(this, tr("Select Logo File"), QStringLiteral("*.jpg;*.gif (*.jpg *.JPG *.gif *.GIF)"), {},
+                   m_logoFolder == nullptr ? QString() : m_logoFolder->folder());
+    if (file.isEmpty())
+        return;
+    if (m_logoFolder != nullptr)
+        m_logoFolder->remember(file);
+    setLogo(file);
 }
 
 void frmPropTab::setLogo(const QString& file) {

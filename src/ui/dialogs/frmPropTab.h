@@ -13,6 +13,7 @@ class QTabWidget;
 namespace wendmark {
 
 class LayoutDiagram;
+class LastFolder;
 class QtDesktop;
 class TourDocument;
 
@@ -24,6 +25,10 @@ class frmPropTab final : public QDialog {
 public:
     /// `logoFile` is the logo that the author chose last in this run of the program, or empty.
     frmPropTab(TourDocument& document, std::string logoFile, QtDesktop& desktop, QWidget* parent = nullptr);
+
+    /// Where the file dialog for logos begins; without it where the program was started. Must outlive the
+    /// dialog.
+    void setLogoFolder(LastFolder& folder) { m_logoFolder = &folder; }
 
     /// The logo that the author has chosen by now, also when the dialog was cancelled.
     const std::string& logoFile() const { return m_logoFile; }
@@ -54,6 +59,7 @@ private:
     TourDocument& m_document;
     std::string m_logoFile;
     QtDesktop& m_desktop;
+    LastFolder* m_logoFolder = nullptr;
     QTabWidget* m_tabs; ///< TabStrip1
     QLineEdit* m_tourTitle = nullptr;
     QLineEdit* m_author = nullptr;

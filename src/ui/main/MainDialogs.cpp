@@ -2,7 +2,9 @@
 
 #include "commands/TourDocument.h"
 #include "platform/Gate.h"
+#include "platform/Settings.h"
 #include "ui/dialogs/DialogParts.h"
+#include "ui/dialogs/LastFolder.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmLaunch.h"
 #include "ui/dialogs/frmOptions.h"
@@ -34,7 +36,10 @@ void MainDialogs::printTourScript() {
 
 void MainDialogs::editTourProperties() {
     run([this] {
+        LastFolder logos(m_parts.settings, mainSettings::logoFolder, m_parts.document.workspace(),
+                         QStandardPaths::PicturesLocation);
         frmPropTab dialog(m_parts.document, m_logoFile, m_parts.desktop, &m_window);
+        dialog.setLogoFolder(logos);
         runDialog(dialog);
         m_logoFile = dialog.logoFile();
         m_parts.document.showCurrentStop();

@@ -3,11 +3,13 @@
 #include "commands/TourDocument.h"
 #include "platform/Gate.h"
 #include "platform/QtDesktop.h"
+#include "platform/Settings.h"
 #include "platform/Strings.h"
 #include "ui/Messages.h"
 #include "ui/controls/FlowLayout.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/FileChooser.h"
+#include "ui/dialogs/LastFolder.h"
 #include "ui/dialogs/TourFileNames.h"
 #include "ui/narration/HtmlField.h"
 
@@ -109,10 +111,14 @@ void TagButtons::addImage() {
         m_parts.desktop.beep();
         return;
     }
-    const QString path = chooseFile(window(), tr("Add Image"),
-                                    tr("Images (*.gif *.jpg *.jpeg *.png *.svg *.webp *.bmp);;All (*)"));
+    LastFolder last(m_parts.settings, narrationSettings::picturesFolder, m_parts.document.workspace(),
+                    QStandardPaths::PicturesLocation);
+    const QString path =
+        chooseFile(window(), tr("Add Image"),
+                   tr("Images (*.gif *.jpg *.jpeg *.png *.svg *.webp *.bmp);;All (*)"), {}, last.folder());
     if (path.isEmpty())
         return;
+    last.remember(path);
     const std::string name = m_parts.fileNames.nameForImage(path, window());
     if (name.empty())
         return;

@@ -2,46 +2,20 @@
 
 #include "commands/TourDocument.h"
 #include "platform/Settings.h"
-#include "platform/SettingsStore.h"
 #include "platform/Strings.h"
 #include "ui/ProgramParts.h"
 #include "ui/dialogs/FileChooser.h"
+#include "ui/dialogs/LastFolder.h"
 #include "ui/dialogs/PageFiles.h"
 #include "ui/dialogs/TourFileNames.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QFileInfo>
-#include <QStandardPaths>
 #include <QStringList>
 #include <QWidget>
 
 namespace wendmark {
 
 namespace {
-
-/// The working copy is the program's own: what lies there is in the tour already.
-bool isOfAuthor(const QString& folder, const Workspace& workspace) {
-    const QString own = QFileInfo(toQString(workspace.folders().newTourPath)).canonicalFilePath();
-    const QString path = QFileInfo(folder).canonicalFilePath();
-    return !path.isEmpty() && path != own && !path.startsWith(own + QLatin1Char('/'));
-}
-
-/// Where the author has found a page last, else where documents are.
-QString folderToBeginIn(const ProgramParts& parts) {
-    const QString last = parts.settings.read(siteSettings::pagesFolder);
-    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    for (const QString& folder : {last, documents}) {
-        if (isOfAuthor(folder, parts.document.workspace()))
-            return folder;
-    }
-    return QDir::homePath();
-}
-
-void remember(const QString& folder, const ProgramParts& parts) {
-    if (isOfAuthor(folder, parts.document.workspace()))
-        parts.settings.store(siteSettings::pagesFolder, folder);
-}
 
 QString translated(const char* text) {
     return QCoreApplication::translate("LocalPage", text);
@@ -50,12 +24,14 @@ QString translated(const char* text) {
 } // namespace
 
 LocalPage takeLocalPage(const ProgramParts& parts, QWidget& window) {
-    const QString path = chooseFile(&window, QStringLiteral("Wendmark - Select Local File"),
-                                    QStringLiteral("HTML (*.htm *.html);;All (*)"), QStringLiteral("htm"),
-                                    folderToBeginIn(parts));
+    LastFolder last(parts.settings, siteSettings::pagesFolder, parts.document.workspace(),
+                    QStandardPaths::DocumentsLocation);
+    const QString path =
+        chooseFile(&window, QStringLiteral("Wendmark - Select Local File"),
+                   QStringLiteral("HTML (*.htm *.html);;All (*)"), QStringLiteral("htm"), last.folder());
     if (path.isEmpty())
         return {};
-    remember(QFileInfo(path).absolutePath(), parts);
+    last.remember(path);
     const std::string name = parts.fileNames.nameForPage(path, &window);
     if (name.empty())
         return {};
