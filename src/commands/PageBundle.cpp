@@ -7,6 +7,7 @@
 #include "model/Workspace.h"
 
 #include <algorithm>
+#include <deque>
 #include <map>
 #include <set>
 #include <utility>
@@ -39,59 +40,71 @@ public:
     }
 
     PageBundle bundle() {
-        const files::Contents page = files::read(m_bundle.page.source);
-        if (page.bytes.size() > longestText)
-            return std::move(m_bundle);
-        const PageParts parts = partsOfPage(page.bytes);
-        take(parts);
-        std::string bytes = withPartNames(page.bytes, parts, m_names);
-        if (bytes != page.bytes)
-            m_bundle.page.bytes = std::move(bytes);
+        open({}, files::read(m_bundle.page.source).bytes);
+        while (!m_texts.empty()) {
+            Text& text = m_texts.back();
+            if (text.next < text.parts.references.size())
+                meet(text.parts.references[text.next++].path);
+            else
+                close();
+        }
         return std::move(m_bundle);
     }
 
 private:
-    void take(const PageParts& parts) {
-        m_bundle.elsewhere.insert(m_bundle.elsewhere.end(), parts.elsewhere.begin(), parts.elsewhere.end());
-        for (const PartReference& reference : parts.references) {
-            if (m_met.insert(reference.path).second)
-                takePart(reference.path);
-        }
+    /// The page, or a style sheet, that is being read; those above it on the stack have led to it.
+    struct Text {
+        std::string path; ///< Empty: the page.
+        std::string bytes;
+        PageParts parts;
+        std::size_t next = 0; ///< Of its references.
+    };
+
+    void open(const std::string& path, std::string bytes) {
+        Text text{path, std::move(bytes), {}};
+        if (text.bytes.size() <= longestText)
+            text.parts =
+                path.empty() ? partsOfPage(text.bytes) : partsOfStyleSheet(text.bytes, folderOf(path, '/'));
+        const std::vector<std::string>& elsewhere = text.parts.elsewhere;
+        m_bundle.elsewhere.insert(m_bundle.elsewhere.end(), elsewhere.begin(), elsewhere.end());
+        m_texts.push_back(std::move(text));
     }
 
-    void takePart(const std::string& path) {
+    /// Its parts have names now. One that leads back to another one that is just being read keeps that name.
+    void close() {
+        const Text text = std::move(m_texts.back());
+        m_texts.pop_back();
+        std::optional<std::string> bytes = withPartNames(text.bytes, text.parts, m_names);
+        if (bytes == text.bytes)
+            bytes.reset();
+        if (text.path.empty())
+            m_bundle.page.bytes = std::move(bytes);
+        else
+            add(text.path, std::move(bytes));
+    }
+
+    void meet(const std::string& path) {
+        if (!m_met.insert(path).second)
+            return;
         const std::string source = m_folder + path;
-        if (!files::canBeRead(source)) {
+        if (!files::canBeRead(source))
             m_bundle.missing.push_back(path);
-            return;
-        }
-        if (!files::leadsInside(source, m_folder)) {
+        else if (!files::leadsInside(source, m_folder))
             m_bundle.elsewhere.push_back(path);
-            return;
-        }
-        if (m_met.size() > mostPageParts) {
+        else if (m_met.size() > mostPageParts)
             ++m_bundle.leftOut;
-            return;
-        }
-        AddedFile file{source, {}, {}};
-        if (isStyleSheet(path))
-            file.bytes = styleSheet(source, folderOf(path, '/'));
+        else if (isStyleSheet(path))
+            open(path, files::read(source).bytes);
+        else
+            add(path, std::nullopt);
+    }
+
+    void add(const std::string& path, std::optional<std::string> bytes) {
+        AddedFile file{m_folder + path, {}, std::move(bytes)};
         bool isThere = false;
         file.name = freeName(file, lastPathPart(path, '/'), isThere);
         m_names[path] = file.name;
         m_bundle.parts.push_back({path, std::move(file), isThere});
-    }
-
-    /// What a style sheet has to hold beside its parts; none when it can stay as it is. Its parts come before
-    /// it. One that leads back to another one that is just being read keeps that name.
-    std::optional<std::string> styleSheet(const std::string& source, const std::string& folder) {
-        const files::Contents css = files::read(source);
-        if (css.bytes.size() > longestText)
-            return std::nullopt;
-        const PageParts parts = partsOfStyleSheet(css.bytes, folder);
-        take(parts);
-        std::string bytes = withPartNames(css.bytes, parts, m_names);
-        return bytes == css.bytes ? std::nullopt : std::optional(std::move(bytes));
     }
 
     std::string freeName(const AddedFile& file, const std::string& wanted, bool& isThere) {
@@ -123,6 +136,7 @@ private:
     const std::vector<AddedFile>& m_others;
     std::string m_folder;
     PageBundle m_bundle;
+    std::deque<Text> m_texts; ///< References into it hold while it grows.
     std::set<std::string> m_met;
     std::set<std::string> m_taken;
     std::map<std::string, std::string> m_names; ///< By path.

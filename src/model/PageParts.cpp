@@ -77,8 +77,8 @@ std::optional<std::string> normalised(std::string_view path) {
     return whole;
 }
 
-std::string asUtf8(std::string text) {
-    return isUtf8(text) ? text : windows1252::decode(text);
+std::string asUtf8(std::string_view text) {
+    return isUtf8(text) ? std::string(text) : windows1252::decode(text);
 }
 
 /// Collects the parts of a text.
@@ -107,7 +107,7 @@ public:
         const std::optional<std::string> inside =
             isRelative ? normalised(std::string(m_folder) + path) : std::nullopt;
         if (!inside) {
-            m_parts.elsewhere.push_back(asUtf8(std::string(address)));
+            m_parts.elsewhere.push_back(asUtf8(address));
             return;
         }
         if (inside->empty() || inside->find('\0') != none)

@@ -77,6 +77,8 @@ Range findAttribute(std::string_view tag, std::string_view name) {
     std::size_t end = tag.ends_with('>') ? tag.size() - 1 : tag.size();
     while (end > behindName && (isHtmlSpace(tag[end - 1]) || (tag[end - 1] == '/' && end > range.end)))
         --end;
+    if (tag[end - 1] == '=') // What came behind it would be its value.
+        end = behindName;
     return {end, end};
 }
 

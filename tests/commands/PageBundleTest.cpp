@@ -45,7 +45,7 @@ protected:
 TEST_F(PageBundleTest, pageWithoutPartsComesAlone) {
     const PageBundle found = bundle("<a href=other.htm>Eels</a><img src=http://127.0.0.1:9/a.png>");
     EXPECT_FALSE(found.needsMore());
-    EXPECT_EQ(found.files().size(), 1u);
+    EXPECT_EQ(found.files().size(), 1U);
 }
 
 TEST_F(PageBundleTest, partsBesideThePageLeaveItAsItIs) {
@@ -142,7 +142,7 @@ TEST_F(PageBundleTest, isBounded) {
     }
     const PageBundle found = bundle(html);
     EXPECT_EQ(found.parts.size(), mostPageParts);
-    EXPECT_EQ(found.leftOut, 1u);
+    EXPECT_EQ(found.leftOut, 1U);
 }
 
 TEST_F(PageBundleTest, allOfItIsOneStepOfUndo) {

@@ -67,6 +67,7 @@ TEST(DescribedTag, getsADescriptionAtItsEndOrInPlaceOfItsOwn) {
     EXPECT_EQ(describedTag("<img>", "x"), "<img ALT=\"x\">");
     EXPECT_EQ(describedTag("<img src=a />", "x"), "<img src=a ALT=\"x\" />");
     EXPECT_EQ(describedTag("<img src=a/>", "x"), "<img src=a/ ALT=\"x\">"); // The stroke is the address's.
+    EXPECT_EQ(describedTag("<img src=a width=>", "x"), "<img ALT=\"x\" src=a width=>");
     EXPECT_EQ(describedTag("<IMG alt='old' SRC=a>", "new"), "<IMG ALT=\"new\" SRC=a>");
     EXPECT_EQ(describedTag("<IMG alt SRC=a>", "new"), "<IMG ALT=\"new\" SRC=a>");
     EXPECT_EQ(describedTag("<IMG SRC=a alt = old>", "new"), "<IMG SRC=a ALT=\"new\">");

@@ -93,8 +93,9 @@ QWidget* PictureRow::makeGroup(const QList<QWidget*>& parts) {
 }
 
 bool PictureRow::eventFilter(QObject* watched, QEvent* event) {
-    const auto* const key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
-    const bool isReturn = key != nullptr && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter);
+    const auto* const key = dynamic_cast<const QKeyEvent*>(event);
+    const bool isReturn = key != nullptr && event->type() == QEvent::KeyPress &&
+                          (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter);
     if (!isReturn || key->modifiers().testFlag(Qt::ControlModifier))
         return QWidget::eventFilter(watched, event);
     m_width->interpretText();
