@@ -24,7 +24,7 @@ set(CPACK_DEBIAN_PACKAGE_MAINTAINER "Brenholt Inc. <wendmark@${WENDMARK_MAKER_HO
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "${WENDMARK_MAKER_SITE}")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 if(WENDMARK_BUILD_WINDOW_PROGRAM)
-    set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "hunspell-en-us | hunspell-dictionary")
+    set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "hunspell-en-us | hunspell-dictionary, qt6-wayland")
     set(CPACK_DEBIAN_PACKAGE_SUGGESTS qt6-wayland)
 endif()
 include(CPack)

@@ -41,6 +41,8 @@ sanitizer_packages=(clang libclang-rt-14-dev libfuzzer-14-dev llvm)
 benchmark_packages=(libbenchmark-dev)
 lint_packages=(clang-format clang-tidy clang libclang-dev llvm llvm-dev python3)
 desktop_packages=(xvfb x11-utils openbox xdotool imagemagick)
+# A desktop without X.
+wayland_packages=(weston qt6-wayland)
 # What assistive tools see: tests look for controls by that.
 assistive_packages=(at-spi2-core dbus-daemon gir1.2-atspi-2.0 python3-gi)
 player_packages=(chromium firefox-esr)

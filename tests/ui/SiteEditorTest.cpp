@@ -93,6 +93,13 @@ class SiteEditorTest final : public QObject {
     Q_OBJECT
 
 private slots:
+    void keyClosesTheEditor() {
+        SiteEditor open;
+        QTRY_VERIFY_WITH_TIMEOUT(test::hasKeys(open.editor()), test::patience);
+        QTest::keyClick(&open.editor(), Qt::Key_W, Qt::ControlModifier);
+        QTRY_VERIFY_WITH_TIMEOUT(!open.isOpen(), test::patience);
+    }
+
     void opensOverTheMainWindowWithTheStopsPage() {
         const SiteEditor open;
         QVERIFY(open.editor().isVisible());

@@ -259,6 +259,9 @@ void frmBrowser::setupActions() {
             [this] { m_parts.gate.run(*this, [this] { m_test->showDialog(); }); });
     connect(addCommand(*this, tr("Address"), {QKeySequence(Qt::CTRL | Qt::Key_L), QKeySequence(Qt::Key_F6)}),
             &QAction::triggered, m_address, &AddressBox::edit);
+    // Not every desktop has a key of its own for that.
+    connect(addCommand(*this, tr("Close"), QKeySequence::keyBindings(QKeySequence::Close)),
+            &QAction::triggered, this, &frmBrowser::close);
     // While a test runs, the toolbar's own Esc has no effect.
     m_abandonTest = addCommand(*this, tr("Give the Test Up"), {QKeySequence(Qt::Key_Escape)});
     m_abandonTest->setEnabled(false);
