@@ -36,6 +36,7 @@
 #include "ui/main/frmMain.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
+#include "ui/site/frmTestFrame.h"
 #include "ui/site/frmWarnURL.h"
 #include "ui/support/PageWithParts.h"
 #include "ui/support/Patience.h"
@@ -50,6 +51,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -386,6 +388,12 @@ private slots:
         press(editor, QStringLiteral("btnPreview"));
         press(editor, QStringLiteral("btnPreview"));
         QCOMPARE(findings(editor).join(QLatin1String("; ")), QString());
+        auto* const words = editor.findChild<QPlainTextEdit*>(QStringLiteral("txtText"));
+        words->setPlainText(QStringLiteral("<IMG SRC=\"fr-logo.gif\">"));
+        words->moveCursor(QTextCursor::End);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            editor.findChild<QWidget*>(QStringLiteral("txtPictureDescription"))->isVisible(), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(findings(editor).join(QLatin1String("; ")), QString(), patience);
     }
 
     void siteEditorIsInsideTheScreenAndShowsItsTexts() {
@@ -393,6 +401,15 @@ private slots:
         open.window.editSiteFrame();
         auto& editor = *open.window.findChild<frmBrowser*>();
         QCOMPARE(findings(editor).join(QLatin1String("; ")), QString());
+        onNextDialog([](QDialog& shown) {
+            QCOMPARE(shown.objectName(), QStringLiteral("frmTestFrame"));
+            QTRY_VERIFY_WITH_TIMEOUT(dynamic_cast<frmTestFrame&>(shown).frameTestDone(), patience);
+            const QStringList found = findings(shown);
+            shown.reject();
+            QCOMPARE(found.join(QLatin1String("; ")), QString());
+        });
+        editor.findChild<QAction*>(QStringLiteral("mnuTestFrame"))->trigger();
+        QCOMPARE(test::dialogsExpected(), 0);
         editor.closeNow();
     }
 

@@ -96,6 +96,11 @@ void runDialog(QDialog& dialog) {
     dialog.exec();
 }
 
+void makeRoomForTexts(QDialog& dialog) {
+    keepWrappedTextVisible(dialog);
+    keepOnScreen(dialog);
+}
+
 bool mayOpenTourIn(const QString& path, const WorkspaceFolders& folders, QWidget* parent) {
     const std::string reserved = reservedTourMessage(folders, toUtf8(path));
     if (!reserved.empty())

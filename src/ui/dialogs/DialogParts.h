@@ -43,6 +43,9 @@ QDialogButtonBox* makeSelectionButtons(QWidget* parent);
 /// Shows the dialog modally in the middle of the screen, until it is left.
 void runDialog(QDialog& dialog);
 
+/// Makes a dialog that is on screen large enough for texts that have changed.
+void makeRoomForTexts(QDialog& dialog);
+
 /// Whether `path` is no folder of the program's own, such as Template, in which no tour is kept. Else the
 /// author is told why it is not opened.
 bool mayOpenTourIn(const QString& path, const WorkspaceFolders& folders, QWidget* parent);

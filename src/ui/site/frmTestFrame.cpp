@@ -86,6 +86,7 @@ void frmTestFrame::runTest() {
         QDialog::done(Rejected);
         return;
     }
+    makeRoomForTexts(*this);
     m_done = result != FrameTest::Result::notRun;
 }
 
