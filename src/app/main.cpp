@@ -22,6 +22,7 @@
 #include "ui/dialogs/FolderEntry.h"
 #include "ui/dialogs/TourFileNames.h"
 #include "ui/dialogs/frmSplash.h"
+#include "ui/looks/Looks.h"
 #include "ui/main/FileCommands.h"
 #include "ui/main/frmMain.h"
 #include "ui/site/HtmlEditor.h"
@@ -106,6 +107,7 @@ void showWindow(frmMain& window, SingleProgram& program, QStringList tours) {
 
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
+    const Looks looks;
     QCommandLineParser parser;
     prepareApplication(parser, application);
 
