@@ -48,6 +48,7 @@ void prepareApplication(QCommandLineParser& parser, const QApplication& applicat
     QApplication::setApplicationVersion(QLatin1String(programVersion));
     QApplication::setDesktopFileName(QStringLiteral("example.brenholt.Wendmark"));
     QApplication::setWindowIcon(programIcon());
+    new Looks(QApplication::instance());
     QApplication::setQuitOnLastWindowClosed(
         false); // The wizard comes and goes before the main window is shown.
     parser.setApplicationDescription(QObject::tr("Authoring tool for guided web tours"));
@@ -107,7 +108,6 @@ void showWindow(frmMain& window, SingleProgram& program, QStringList tours) {
 
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
-    const Looks looks;
     QCommandLineParser parser;
     prepareApplication(parser, application);
 

@@ -34,9 +34,10 @@ void CommandButton::changeEvent(QEvent* event) {
 }
 
 bool CommandButton::event(QEvent* event) {
-    if (event->type() != QEvent::ToolTip)
+    const auto* const help = dynamic_cast<const QHelpEvent*>(event);
+    if (help == nullptr || help->type() != QEvent::ToolTip)
         return QToolButton::event(event);
-    QToolTip::showText(static_cast<const QHelpEvent*>(event)->globalPos(), toolTipWithKeys(), this);
+    QToolTip::showText(help->globalPos(), toolTipWithKeys(), this);
     return true;
 }
 

@@ -26,8 +26,9 @@ bool hasCheapWindows() {
 /// How strong the dot in this place is while the one in the place `leading` leads the others round.
 float strengthOf(int place, int leading) {
     constexpr int count = LoadingIndicator::frameCount;
+    constexpr float tail = 4; // Places.
     const int behind = (leading - place + count) % count;
-    return std::max(faintest, 1 - static_cast<float>(behind) / (count / 2));
+    return std::max(faintest, 1 - static_cast<float>(behind) / tail);
 }
 
 void paintDots(QPainter& painter, const QSizeF& size, QColor ink, std::optional<int> leading) {

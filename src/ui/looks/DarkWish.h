@@ -19,10 +19,8 @@ public:
 signals:
     void changed();
 
-private slots:
-    void takeSetting(const QString& group, const QString& key, const QDBusVariant& value);
-
 private:
+    Q_SLOT void takeSetting(const QString& group, const QString& key, const QDBusVariant& value);
     void ask();
     void take(const QVariant& value);
 

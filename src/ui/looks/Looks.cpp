@@ -8,6 +8,7 @@
 #include <QFont>
 #include <QPalette>
 #include <QStyle>
+#include <memory>
 
 namespace wendmark {
 
@@ -26,7 +27,7 @@ bool desktopBringsLooks() {
 
 void applyLooks(bool dark) {
     if (qobject_cast<LookStyle*>(QApplication::style()) == nullptr)
-        QApplication::setStyle(new LookStyle); // Which the application takes over.
+        QApplication::setStyle(std::make_unique<LookStyle>().release()); // Which the application takes over.
     QApplication::setPalette(lookPalette(dark));
     QFont font = QApplication::font();
     if (font.pointSizeF() > 0 && font.pointSizeF() < smallestText) {
