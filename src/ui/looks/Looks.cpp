@@ -8,7 +8,6 @@
 #include <QFont>
 #include <QPalette>
 #include <QStyle>
-#include <memory>
 
 namespace wendmark {
 
@@ -26,8 +25,11 @@ bool desktopBringsLooks() {
 }
 
 void applyLooks(bool dark) {
-    if (qobject_cast<LookStyle*>(QApplication::style()) == nullptr)
-        QApplication::setStyle(std::make_unique<LookStyle>().release()); // Which the application takes over.
+    if (qobject_cast<LookStyle*>(QApplication::style()) == nullptr) {
+        auto* const style = new LookStyle;
+        style->setParent(QApplication::instance());
+        QApplication::setStyle(style);
+    }
     QApplication::setPalette(lookPalette(dark));
     QFont font = QApplication::font();
     if (font.pointSizeF() > 0 && font.pointSizeF() < smallestText) {
