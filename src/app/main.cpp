@@ -22,6 +22,7 @@
 #include "ui/dialogs/FolderEntry.h"
 #include "ui/dialogs/TourFileNames.h"
 #include "ui/dialogs/frmSplash.h"
+#include "ui/looks/Looks.h"
 #include "ui/main/FileCommands.h"
 #include "ui/main/frmMain.h"
 #include "ui/site/HtmlEditor.h"
@@ -47,6 +48,7 @@ void prepareApplication(QCommandLineParser& parser, const QApplication& applicat
     QApplication::setApplicationVersion(QLatin1String(programVersion));
     QApplication::setDesktopFileName(QStringLiteral("example.brenholt.Wendmark"));
     QApplication::setWindowIcon(programIcon());
+    new Looks(QApplication::instance());
     QApplication::setQuitOnLastWindowClosed(
         false); // The wizard comes and goes before the main window is shown.
     parser.setApplicationDescription(QObject::tr("Authoring tool for guided web tours"));

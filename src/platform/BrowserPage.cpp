@@ -58,6 +58,26 @@ QString freshMark() {
     return QUuid::createUuid().toString(QUuid::WithoutBraces);
 }
 
+/// For pages from disk only. The root element may not be there yet.
+QString lookScript(bool dark) {
+    return QStringLiteral(R"((function (look) {
+  const tell = () => {
+    const root = document.documentElement;
+    if (root) root.dataset.look = look;
+    return root;
+  };
+  if (location.protocol === 'file:' && !tell())
+    new MutationObserver((changes, observer) => { if (tell()) observer.disconnect(); })
+      .observe(document, {childList: true});
+})('%1');)")
+        .arg(dark ? QStringLiteral("dark") : QStringLiteral("light"));
+}
+
+const QString& lookScriptName() {
+    static const QString name = QStringLiteral("look");
+    return name;
+}
+
 const QString& frameScriptName() {
     static const QString name = QStringLiteral("first frame");
     return name;
@@ -88,7 +108,8 @@ BrowserPage::BrowserPage(QWebEngineProfile& profile, QObject* parent)
     : QWebEnginePage(&profile, parent)
     , m_confinement(this)
     , m_statusMark(freshMark())
-    , m_frameMark(freshMark()) {
+    , m_frameMark(freshMark())
+    , m_paintMark(freshMark()) {
     setUrlRequestInterceptor(&m_confinement);
     restrictRights();
     watchStatusTexts();
@@ -161,12 +182,30 @@ void BrowserPage::watchFramesOf(const QUrl& address) {
                                             QWebEngineScript::ApplicationWorld));
 }
 
+void BrowserPage::setDark(bool dark) {
+    for (const QWebEngineScript& script : scripts().find(lookScriptName()))
+        scripts().remove(script);
+    scripts().insert(
+        scriptForAllFrames(lookScriptName(), lookScript(dark), QWebEngineScript::ApplicationWorld));
+    runJavaScript(lookScript(dark), QWebEngineScript::ApplicationWorld);
+}
+
+void BrowserPage::watchPainting() {
+    // What there is at the first of two pictures is on screen at the second.
+    runJavaScript(
+        QStringLiteral("requestAnimationFrame(() => requestAnimationFrame(() => console.debug('%1')));")
+            .arg(m_paintMark),
+        QWebEngineScript::ApplicationWorld);
+}
+
 void BrowserPage::javaScriptConsoleMessage(JavaScriptConsoleMessageLevel level, const QString& message, int,
                                            const QString&) {
     if (message.startsWith(m_statusMark)) {
         const qsizetype addressEnd = message.indexOf(QLatin1Char('\n'));
         const QString address = message.mid(m_statusMark.size(), addressEnd - m_statusMark.size());
         emit statusTextSet(message.mid(addressEnd + 1), QUrl(address));
+    } else if (message == m_paintMark) {
+        emit painted();
     } else if (watchesFrames() && message.startsWith(m_frameMark)) {
         emit firstFrameFilled(QUrl(message.mid(m_frameMark.size())));
     } else if (watchesFrames() && isTakeOver(level, message)) {

@@ -35,12 +35,19 @@ public:
     /// pages to take over the top window. An empty address ends it.
     void watchFramesOf(const QUrl& address);
 
+    /// The root element of each page from disk has data-look="dark" from now on, or "light".
+    void setDark(bool dark);
+
+    /// Reports once when what the page consists of by now has been painted.
+    void watchPainting();
+
 signals:
     void statusTextSet(const QString& text, const QUrl& source);
 
     /// The top window stays where it is: it may not go to this address.
     void navigationRefused(const QUrl& address);
 
+    void painted();
     void dialogEnded();
 
     /// Whoever is connected answers at once, with a dialog of its own. Without an answer the page does not
@@ -87,6 +94,7 @@ private:
     int m_dialogs = 0;    ///< On screen.
     QString m_statusMark; ///< Begins the console messages that carry a status text; not known to any page.
     QString m_frameMark;  ///< Same, for the messages that carry the address of the first frame.
+    QString m_paintMark;  ///< The message that the page has been painted.
     QUrl m_watched;
 };
 

@@ -1,12 +1,11 @@
 #include "platform/BrowserView.h"
 
 #include "platform/BrowserPage.h"
+#include "platform/FrameScripts.h"
 #include "platform/PageMenu.h"
 
 #include <QChildEvent>
 #include <QDir>
-#include <QJsonArray>
-#include <QJsonDocument>
 #include <QVBoxLayout>
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineLoadingInfo>
@@ -174,34 +173,19 @@ void BrowserView::scrollTo(const QPointF& place) {
 }
 
 void BrowserView::replaceBody(const QString& frame, const QString& html) {
-    runInFrame(frame, html, QStringLiteral(R"(
-  const page = frame.contentDocument;
-  if (page && page.body) {
-    const fresh = new DOMParser().parseFromString(text, 'text/html');
-    page.body.replaceChildren(...page.importNode(fresh.body, true).childNodes);
-    page.dispatchEvent(new Event('bodyreplaced'));
-  })"));
+    m_page->runJavaScript(scriptToReplaceBody(frame, html), QWebEngineScript::ApplicationWorld);
 }
 
 void BrowserView::replaceFrame(const QString& frame, const QUrl& address) {
-    runInFrame(frame, address.toString(QUrl::FullyEncoded),
-               QStringLiteral("frame.contentWindow.location.replace(text);"));
+    m_page->runJavaScript(scriptToReplaceFrame(frame, address), QWebEngineScript::ApplicationWorld);
 }
 
-/// `script` knows the element as "frame", and the text as "text".
-void BrowserView::runInFrame(const QString& frame, const QString& text, const QString& script) {
-    // An array of texts is written in JSON as in the language of pages.
-    const QString arguments =
-        QString::fromUtf8(QJsonDocument(QJsonArray{frame, text}).toJson(QJsonDocument::Compact));
-    m_page->runJavaScript(QStringLiteral(R"((([name, text]) => {
-  const frame = document.querySelector('frame[name="' + name + '"]');
-  if (!frame)
-    return;
-  %1
-})()")
-                                  .arg(script) +
-                              arguments + QLatin1Char(')'),
-                          QWebEngineScript::ApplicationWorld);
+void BrowserView::setDark(bool dark) {
+    m_page->setDark(dark);
+}
+
+void BrowserView::watchPainting() {
+    m_page->watchPainting();
 }
 
 void BrowserView::setBackground(const QColor& colour) {
@@ -254,6 +238,7 @@ void BrowserView::connectPage() {
     connect(m_page, &BrowserPage::downloadRefused, this, &BrowserView::downloadRefused);
     connect(m_page, &BrowserPage::certificateRefused, this, &BrowserView::certificateRefused);
     connect(m_page, &BrowserPage::passwordWanted, this, &BrowserView::passwordWanted);
+    connect(m_page, &BrowserPage::painted, this, &BrowserView::painted);
     connect(m_page, &QWebEnginePage::linkHovered, this, &BrowserView::linkHovered);
     connect(m_page, &QWebEnginePage::titleChanged, this, &BrowserView::locationNameChanged);
     connect(m_page, &QWebEnginePage::urlChanged, this, &BrowserView::locationChanged);

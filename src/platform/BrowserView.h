@@ -106,6 +106,13 @@ public:
     /// Shows a page in a frame of this name, in place of the one there. Nothing happens without such a frame.
     void replaceFrame(const QString& frame, const QUrl& address);
 
+    /// Tells pages from disk whether windows are dark, of which the engine knows nothing: the root element
+    /// has data-look="dark" or "light".
+    void setDark(bool dark);
+
+    /// Asks for painted().
+    void watchPainting();
+
     /// What is seen where a page has no background of its own, and until it comes.
     void setBackground(const QColor& colour);
 
@@ -122,6 +129,10 @@ signals:
     void linkHovered(const QString& address);
 
     void busyChanged(bool busy);
+
+    /// Once after watchPainting(), unless the page goes before: what it and its frames had got by then is on
+    /// screen. Nothing is painted, and so told, while the view is hidden.
+    void painted();
 
     /// location() has become another one: a page is on its way, has come, or comes no more.
     void locationChanged();
@@ -160,7 +171,6 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void runInFrame(const QString& frame, const QString& text, const QString& script);
     void connectPage();
     void noteStart(const QUrl& address);
     void noteEnd(bool ok);

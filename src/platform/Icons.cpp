@@ -26,11 +26,13 @@ QColor inkFor(QIcon::Mode mode) {
 /// Draws anew each time, so that a change of the palette shows at once.
 class ThemedIconEngine final : public QIconEngine {
 public:
-    explicit ThemedIconEngine(QByteArray svg) : m_svg(std::move(svg)) {}
+    /// Without a valid colour, in that of the text around it.
+    explicit ThemedIconEngine(QByteArray svg, const QColor& colour)
+        : m_svg(std::move(svg)), m_colour(colour) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
         QByteArray inked = m_svg;
-        inked.replace("currentColor", inkFor(mode).name().toLatin1());
+        inked.replace("currentColor", (m_colour.isValid() ? m_colour : inkFor(mode)).name().toLatin1());
         QSvgRenderer(inked).render(painter, rect);
     }
 
@@ -42,20 +44,25 @@ public:
         return picture;
     }
 
-    QIconEngine* clone() const override { return new ThemedIconEngine(m_svg); }
+    QIconEngine* clone() const override { return new ThemedIconEngine(m_svg, m_colour); }
 
 private:
     QByteArray m_svg;
+    QColor m_colour;
 };
 
 } // namespace
 
 QIcon themedIcon(const QString& name) {
+    return colouredIcon(name, {});
+}
+
+QIcon colouredIcon(const QString& name, const QColor& colour) {
     loadIconResources();
     QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    return QIcon(new ThemedIconEngine(file.readAll()));
+    return QIcon(new ThemedIconEngine(file.readAll(), colour));
 }
 
 QIcon programIcon() {

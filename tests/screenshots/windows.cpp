@@ -25,6 +25,7 @@
 #include "ui/dialogs/frmWizard2.h"
 #include "ui/dialogs/frmWizard3.h"
 #include "ui/find/frmFind.h"
+#include "ui/looks/Looks.h"
 #include "ui/main/Editors.h"
 #include "ui/main/SidePanels.h"
 #include "ui/main/frmMain.h"
@@ -42,7 +43,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPalette>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabWidget>
@@ -65,20 +65,6 @@ constexpr int patience = 30000;     // Milliseconds that a page may take.
 constexpr int paintingTime = 150;   // Milliseconds in which something changes if a window is not complete.
 constexpr int mostPaintings = 8;    // A clock or a moon may go on changing.
 constexpr qreal largeFontSize = 18; // Points.
-
-QPalette darkPalette() {
-    QPalette palette(QColor(0x35, 0x35, 0x38), QColor(0x24, 0x24, 0x27));
-    palette.setColor(QPalette::Base, QColor(0x1b, 0x1b, 0x1d));
-    palette.setColor(QPalette::AlternateBase, QColor(0x2b, 0x2b, 0x2e));
-    palette.setColor(QPalette::ToolTipBase, QColor(0x35, 0x35, 0x38));
-    palette.setColor(QPalette::Link, QColor(0x8a, 0xb4, 0xf8));
-    palette.setColor(QPalette::Highlight, QColor(0x2f, 0x65, 0xb0));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(0x8c, 0x8c, 0x8c));
-    palette.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(0x8c, 0x8c, 0x8c));
-    palette.setColor(QPalette::Disabled, QPalette::Text, QColor(0x8c, 0x8c, 0x8c));
-    return palette;
-}
 
 void letTimePass(int milliseconds) {
     test::waitUntil([] { return false; }, milliseconds);
@@ -472,8 +458,7 @@ private:
 };
 
 void applyOptions(const QCommandLineParser& options) {
-    if (options.isSet(QStringLiteral("dark")))
-        QApplication::setPalette(darkPalette());
+    applyLooks(options.isSet(QStringLiteral("dark")));
     if (options.isSet(QStringLiteral("large-font"))) {
         QFont font = QApplication::font();
         font.setPointSizeF(largeFontSize);
@@ -490,7 +475,7 @@ int main(int argc, char* argv[]) {
     QCommandLineParser options;
     options.setApplicationDescription(QStringLiteral("Takes pictures of every window and dialog"));
     options.addHelpOption();
-    options.addOption({QStringLiteral("dark"), QStringLiteral("With a dark palette")});
+    options.addOption({QStringLiteral("dark"), QStringLiteral("In dark")});
     options.addOption({QStringLiteral("large-font"), QStringLiteral("With text of 18 points")});
     options.addPositionalArgument(QStringLiteral("folder"), QStringLiteral("Where the pictures go"));
     options.process(application);

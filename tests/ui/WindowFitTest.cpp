@@ -31,6 +31,7 @@
 #include "ui/dialogs/frmWizard2.h"
 #include "ui/dialogs/frmWizard3.h"
 #include "ui/find/frmFind.h"
+#include "ui/looks/Looks.h"
 #include "ui/main/Editors.h"
 #include "ui/main/SidePanels.h"
 #include "ui/main/frmMain.h"
@@ -432,6 +433,7 @@ private slots:
 
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
+    wendmark::applyLooks(false); // As authors see it where the desktop brings no theme.
     if (const int points = qEnvironmentVariableIntValue("WENDMARK_TEXT_SIZE"); points > 0) {
         QFont font = QApplication::font();
         font.setPointSize(points);

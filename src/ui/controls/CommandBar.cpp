@@ -1,10 +1,9 @@
 #include "ui/controls/CommandBar.h"
 
+#include "ui/controls/CommandButton.h"
 #include "ui/controls/FlowLayout.h"
 
-#include <QAction>
 #include <QHBoxLayout>
-#include <QToolButton>
 
 namespace wendmark {
 
@@ -12,14 +11,6 @@ namespace {
 
 constexpr int gap = 2;
 constexpr int groupGap = 8;
-constexpr int iconSide = 24;
-
-void followAction(QToolButton* button, const QAction& action) {
-    button->setIcon(action.icon());
-    button->setEnabled(action.isEnabled());
-    QObject::connect(&action, &QAction::changed, button,
-                     [button, &action] { button->setEnabled(action.isEnabled()); });
-}
 
 } // namespace
 
@@ -32,16 +23,15 @@ CommandBar::CommandBar(QWidget* parent) : QWidget(parent), m_layout(new FlowLayo
 }
 
 void CommandBar::addButton(const QString& key, const QString& toolTip, const QAction& action) {
-    auto* const button = new QToolButton(this);
+    auto* const button = new CommandButton(toolTip, action, this);
     button->setObjectName(key);
-    button->setToolTip(toolTip);
-    button->setAccessibleName(toolTip);
-    button->setAutoRaise(true);
-    button->setFocusPolicy(Qt::TabFocus);
-    button->setIconSize(QSize(iconSide, iconSide));
-    followAction(button, action);
     connect(button, &QToolButton::clicked, this, [this, key] { emit buttonClicked(key); });
     m_layout->addWidget(button);
+}
+
+void CommandBar::showText(const QString& key) {
+    auto& button = *findChild<CommandButton*>(key);
+    button.showText(button.toolTip());
 }
 
 void CommandBar::addPlaceholder(const QString& key, QWidget* control) {

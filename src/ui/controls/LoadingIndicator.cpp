@@ -1,40 +1,78 @@
 #include "ui/controls/LoadingIndicator.h"
 
+#include "ui/controls/IconSide.h"
+
+#include <QEvent>
+#include <QGuiApplication>
 #include <QPainter>
-#include <QPainterPath>
-#include <cmath>
-#include <numbers>
+#include <QRasterWindow>
+#include <algorithm>
+#include <optional>
 
 namespace wendmark {
 
 namespace {
 
-constexpr int side = 24; // Pixels, like the toolbar's icons.
-constexpr qreal radius = 8;
+constexpr qreal sideOfDrawing = 24;
+constexpr qreal radius = 7.5;
+constexpr qreal dot = 1.75;
+constexpr float faintest = 0.3F; // Share of the ink.
 
-/// The lit part of the moon in frame 1 (new) to 8: the half disc towards the sun, plus or minus the ellipse
-/// whose edge is the border between day and night.
-QPainterPath litPart(std::int16_t frame, const QPointF& centre) {
-    const qreal phase = (frame - 1) * 2 * std::numbers::pi / LoadingIndicator::frameCount;
-    const bool waxing = phase < std::numbers::pi;
-    QPainterPath half;
-    half.moveTo(centre);
-    const QRectF disc(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius);
-    half.arcTo(disc, waxing ? -90 : 90, 180);
-    half.closeSubpath();
-    const qreal width = std::abs(std::cos(phase)) * radius;
-    QPainterPath border;
-    border.addEllipse(centre, width, radius);
-    return std::cos(phase) > 0 ? half.subtracted(border) : half.united(border);
+/// Whether windows inside windows cost little and lie where they should.
+bool hasCheapWindows() {
+    return QGuiApplication::platformName() == QLatin1String("xcb");
+}
+
+/// How strong the dot in this place is while the one in the place `leading` leads the others round.
+float strengthOf(int place, int leading) {
+    constexpr int count = LoadingIndicator::frameCount;
+    constexpr float tail = 4; // Places.
+    const int behind = (leading - place + count) % count;
+    return std::max(faintest, 1 - static_cast<float>(behind) / tail);
+}
+
+void paintDots(QPainter& painter, const QSizeF& size, QColor ink, std::optional<int> leading) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(size.width() / sideOfDrawing, size.height() / sideOfDrawing);
+    painter.translate(sideOfDrawing / 2, sideOfDrawing / 2);
+    painter.setPen(Qt::NoPen);
+    for (int place = 0; place < LoadingIndicator::frameCount; ++place) {
+        ink.setAlphaF(leading ? strengthOf(place, *leading) : faintest);
+        painter.setBrush(ink);
+        painter.drawEllipse(QPointF(0, -radius), dot, dot);
+        painter.rotate(360.0 / LoadingIndicator::frameCount);
+    }
 }
 
 } // namespace
 
+/// The turning dots in a window of the system inside the program's. Where a page of the web is in a window,
+/// all of that is composed anew whenever a widget in it paints; here, only the dots are.
+class LoadingIndicator::Turning final : public QRasterWindow {
+public:
+    explicit Turning(const LoadingIndicator& indicator) : m_indicator(indicator) {
+        setFlags(Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.fillRect(QRect(QPoint(), size()), m_indicator.palette().color(QPalette::Window));
+        paintDots(painter, size(), m_indicator.palette().color(QPalette::ButtonText),
+                  m_indicator.m_shownFrame - 1);
+    }
+
+private:
+    const LoadingIndicator& m_indicator;
+};
+
 LoadingIndicator::LoadingIndicator(QWidget* parent) : QWidget(parent) {
-    setFixedSize(side, side);
+    fitText();
+    setAccessibleName(tr("Not loading"));
 }
 
 void LoadingIndicator::tick(bool busy) {
+    showBusy(busy);
     if (m_busyFrame == 0)
         m_busyFrame = 1;
     if (!busy) {
@@ -49,19 +87,49 @@ void LoadingIndicator::tick(bool busy) {
 
 void LoadingIndicator::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QColor ink = palette().color(QPalette::ButtonText);
-    const QPointF centre(width() / 2.0, height() / 2.0);
-    painter.fillPath(litPart(m_shownFrame, centre), ink);
-    painter.setPen(QPen(ink, 1.5));
-    painter.drawEllipse(centre, radius, radius);
+    paintDots(painter, size(), palette().color(QPalette::ButtonText),
+              m_busy ? std::optional(m_shownFrame - 1) : std::nullopt);
+}
+
+void LoadingIndicator::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        fitText();
+}
+
+void LoadingIndicator::fitText() {
+    const int side = iconSideFor(fontMetrics());
+    setFixedSize(side, side);
+}
+
+void LoadingIndicator::showBusy(bool busy) {
+    if (busy == m_busy)
+        return;
+    m_busy = busy;
+    setAccessibleName(busy ? tr("Loading") : tr("Not loading"));
+    showTurning(busy && isVisible() && hasCheapWindows());
+    update();
+}
+
+void LoadingIndicator::showTurning(bool turning) {
+    if (turning && m_turning == nullptr) {
+        m_turning = new Turning(*this);
+        m_place = createWindowContainer(m_turning, this); // Which takes it over.
+    }
+    if (m_place == nullptr)
+        return;
+    m_place->setGeometry(rect());
+    m_place->setVisible(turning);
 }
 
 void LoadingIndicator::show(std::int16_t frame) {
     if (frame == m_shownFrame)
         return;
     m_shownFrame = frame;
-    update();
+    if (m_place != nullptr && m_place->isVisible())
+        m_turning->update();
+    else
+        update();
 }
 
 } // namespace wendmark

@@ -5,7 +5,8 @@
 
 namespace wendmark {
 
-/// A moon that waxes and wanes while a page is being loaded, and rests otherwise.
+/// A ring of dots, one of which leads the others round while a page is being loaded. Its accessible name says
+/// which it is, and its size follows the text.
 class LoadingIndicator final : public QWidget {
     Q_OBJECT
 
@@ -22,12 +23,21 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    class Turning;
+
+    void fitText();
+    void showBusy(bool busy);
+    void showTurning(bool turning);
     void show(std::int16_t frame);
 
     std::int16_t m_busyFrame = 0; ///< Next frame while busy; 0 before the first tick.
     std::int16_t m_shownFrame = 1;
+    bool m_busy = false;          ///< As told by the last tick.
+    Turning* m_turning = nullptr; ///< Where windows inside windows cost little, from the first load on.
+    QWidget* m_place = nullptr;   ///< Of that.
 };
 
 } // namespace wendmark

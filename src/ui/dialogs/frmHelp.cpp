@@ -3,6 +3,7 @@
 #include "platform/BrowserView.h"
 #include "ui/WindowPlace.h"
 
+#include <QEvent>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -15,6 +16,7 @@ frmHelp::frmHelp(QWebEngineProfile& profile, const QString& helpFolder, QWidget*
     m_browser->setObjectName(QStringLiteral("brwHelp"));
     m_browser->setAccessibleName(tr("Help page"));
     m_browser->setAllowedFolders({helpFolder});
+    takeColours();
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->addWidget(m_browser);
@@ -32,6 +34,18 @@ void frmHelp::showPage(const QString& helpStartPage) {
     raise();
     activateWindow();
     m_browser->navigate(helpStartPage);
+}
+
+void frmHelp::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        takeColours();
+}
+
+void frmHelp::takeColours() {
+    const QColor paper = palette().color(QPalette::Window);
+    m_browser->setDark(paper.lightness() < palette().color(QPalette::WindowText).lightness());
+    m_browser->setBackground(paper);
 }
 
 } // namespace wendmark

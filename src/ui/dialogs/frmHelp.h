@@ -8,7 +8,7 @@ namespace wendmark {
 
 class BrowserView;
 
-/// Shows the program's help, or the maker's web site. Not modal.
+/// Shows the program's help, dark in dark windows, or the maker's web site. Not modal.
 class frmHelp final : public QWidget {
     Q_OBJECT
 
@@ -19,7 +19,12 @@ public:
     /// Comes to the front, neither minimised nor maximised, with this page.
     void showPage(const QString& helpStartPage);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void takeColours();
+
     BrowserView* m_browser;
 };
 

@@ -2,16 +2,25 @@
 
 #include "commands/TourDocument.h"
 #include "ui/controls/ElidedLabel.h"
+#include "ui/dialogs/DialogParts.h"
 
 #include <QDateTime>
 #include <QLabel>
 #include <QLocale>
+#include <QRegularExpression>
 
 namespace wendmark {
 
 namespace {
 
-constexpr int noticeShare = 3; ///< Of the width that the other panels leave, to one of the first panel.
+constexpr int noticeShare = 3;      ///< Of the width that the other panels leave, to one of the first panel.
+constexpr qsizetype mostRead = 500; ///< Characters of an address that are read out.
+
+/// Without seconds, which would paint the whole window anew each time.
+QString clockFormat() {
+    QString format = QLocale().timeFormat(QLocale::ShortFormat);
+    return format.remove(QRegularExpression(QStringLiteral("[:.]ss?")));
+}
 
 } // namespace
 
@@ -24,7 +33,7 @@ MainStatusBar::MainStatusBar(QWidget* parent)
     , m_saved(makePanel("Saved")) {
     setObjectName(QStringLiteral("sbStatusBar"));
     m_status->setObjectName(QStringLiteral("Status"));
-    m_status->setAccessibleName(tr("Status"));
+    showStatus({});
     addWidget(m_status, 1);
     m_notice->setObjectName(QStringLiteral("Notice"));
     m_notice->hide();
@@ -42,6 +51,8 @@ QLabel* MainStatusBar::makePanel(const char* name) {
 
 void MainStatusBar::showStatus(const QString& text) {
     m_status->showText(text);
+    m_status->setAccessibleName(text.isEmpty() ? tr("Status")
+                                               : tr("Status: %1").arg(shortened(text, mostRead)));
 }
 
 void MainStatusBar::showNotice(const QString& text) {
@@ -56,7 +67,7 @@ void MainStatusBar::showPrinted(const QString& path) {
 void MainStatusBar::runTick() {
     const QDateTime now = QDateTime::currentDateTime();
     m_date->setText(QLocale().toString(now.date(), QLocale::ShortFormat));
-    m_time->setText(QLocale().toString(now.time(), QLocale::ShortFormat));
+    m_time->setText(QLocale().toString(now.time(), clockFormat()));
 }
 
 void MainStatusBar::showHistory(const TourDocument& document) {
@@ -70,7 +81,7 @@ void MainStatusBar::showHistory(const TourDocument& document) {
 }
 
 void MainStatusBar::noteSaved(bool complete) {
-    m_savedAt = complete ? QLocale().toString(QTime::currentTime(), QLocale::ShortFormat) : QString();
+    m_savedAt = complete ? QLocale().toString(QTime::currentTime(), clockFormat()) : QString();
     if (!complete)
         showNotice(tr("The tour was not saved completely. The log says what failed."));
 }

@@ -1,16 +1,16 @@
 #pragma once
 
 class QCheckBox;
-class QLabel;
 
 namespace wendmark {
 
 class CommandBar;
 class LoadingIndicator;
+class StopNumber;
 
 /// What stands on the main window's toolbar beside its buttons.
 struct ToolBarPanels {
-    QLabel* stopNumber = nullptr;     ///< lblStopNum
+    StopNumber* stopNumber = nullptr; ///< picStopNum
     LoadingIndicator* busy = nullptr; ///< picBusy
     QCheckBox* offline = nullptr;     ///< chkOffline
 };

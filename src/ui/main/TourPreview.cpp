@@ -9,8 +9,9 @@
 #include "platform/Gate.h"
 #include "platform/QtDesktop.h"
 #include "platform/Strings.h"
+#include "ui/main/PreviewVeil.h"
+#include "ui/main/StopNumber.h"
 
-#include <QLabel>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -19,6 +20,7 @@ namespace wendmark {
 namespace {
 
 constexpr int typingDelay = 150; // Milliseconds that collect keys.
+constexpr int siteDelay = 400;   // Milliseconds that the words of a stop wait for its site.
 constexpr QLatin1String stopTag(">*>*>vosktourstop->");
 constexpr QLatin1String narrationFrame("nar");
 constexpr std::size_t longestInPlace = 500'000; // Bytes of a page.
@@ -26,12 +28,13 @@ constexpr std::size_t longestInPlace = 500'000; // Bytes of a page.
 } // namespace
 
 TourPreview::TourPreview(TourDocument& document, Gate& gate, QtDesktop& desktop, QWebEngineProfile& profile,
-                         QLabel& stopNumber, QWidget* parent)
+                         StopNumber& stopNumber, QWidget* parent)
     : QFrame(parent)
     , m_document(document)
     , m_gate(gate)
     , m_stopNumber(stopNumber)
-    , m_browser(new BrowserView(profile, this)) {
+    , m_browser(new BrowserView(profile, this))
+    , m_veil(new PreviewVeil(*m_browser)) {
     setObjectName(QStringLiteral("picBrowser"));
     setFrameShape(QFrame::StyledPanel);
     m_browser->setObjectName(QStringLiteral("broMain"));
@@ -49,12 +52,18 @@ TourPreview::TourPreview(TourDocument& document, Gate& gate, QtDesktop& desktop,
         m_previewComing = m_previewComing && m_browser->isBusy();
         if (std::exchange(m_typedMeanwhile, false))
             m_typing.start();
+        m_browser->watchPainting();
     });
+    connect(m_browser, &BrowserView::painted, this, &TourPreview::showPageCome);
+    m_slowPage.setSingleShot(true);
+    m_slowPage.setInterval(siteDelay);
+    m_slowPage.callOnTimeout(m_browser, &BrowserView::watchPainting);
     connect(&desktop, &QtDesktop::mainBrowserNavigationRequested, this, &TourPreview::goTo);
     m_typing.setSingleShot(true);
     m_typing.setInterval(typingDelay);
     m_typing.callOnTimeout(this, &TourPreview::showTypedText);
     document.addListener(*this);
+    tourChangedNow();
 }
 
 TourPreview::~TourPreview() {
@@ -92,7 +101,22 @@ void TourPreview::setInnerMargins(int beside) {
 void TourPreview::goTo(const QString& address) {
     m_previewComing = true;
     m_waitingStopNumber = QString(); // Of the page that is going away.
+    awaitPage();
     m_browser->navigate(address);
+}
+
+void TourPreview::awaitPage() {
+    m_slowPage.stop();
+    m_veil->cover();
+    m_stopNumber.showLoading(true);
+}
+
+void TourPreview::showPageCome() {
+    if (m_browser->isBusy() && m_previewComing)
+        return; // It is the page before.
+    m_slowPage.stop();
+    m_veil->lift();
+    m_stopNumber.showLoading(false);
 }
 
 void TourPreview::takeOverStatusText(const QString& text, const QUrl& source) {
@@ -112,7 +136,7 @@ void TourPreview::takeOverStopNumber(const QString& text) {
     const bool canBe = stop >= 0 && stop <= tourCapacity; // Pages of a tour may say anything.
     if (!canBe || isLateAnnouncement(stop))
         return;
-    m_stopNumber.setText(text);
+    m_stopNumber.showStop(text);
     m_document.takeAnnouncedStop(stop);
 }
 
@@ -121,6 +145,8 @@ bool TourPreview::isLateAnnouncement(std::int16_t stop) {
     if (m_previewComing && stop != m_document.model().currentStop)
         return true;
     m_previewComing = false;
+    if (m_veil->isVisible())
+        m_slowPage.start();
     return false;
 }
 
@@ -128,6 +154,10 @@ void TourPreview::stopContentChanged(std::int16_t stop) {
     m_typedMeanwhile = true; // A page that is on its way may have been read before.
     if (stop == m_document.model().currentStop && !m_typing.isActive())
         m_typing.start();
+}
+
+void TourPreview::tourChangedNow() {
+    m_stopNumber.showCount(m_document.model().stopCount());
 }
 
 /// The words of the stop, in place: nothing else of the tour is loaded again.
@@ -153,6 +183,8 @@ void TourPreview::showLinkOrStatus(const QString& address) {
 }
 
 void TourPreview::reportDeadRenderer(bool comesBack) {
+    m_veil->lift();
+    m_stopNumber.showLoading(false);
     m_lastStatus = comesBack ? tr("The page has crashed and is loaded again")
                              : tr("The page keeps crashing and stays away until you choose Refresh");
     m_document.log().warn(toUtf8(m_lastStatus));

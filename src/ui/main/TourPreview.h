@@ -7,14 +7,15 @@
 #include <QUrl>
 #include <cstdint>
 
-class QLabel;
 class QWebEngineProfile;
 
 namespace wendmark {
 
 class BrowserView;
 class Gate;
+class PreviewVeil;
 class QtDesktop;
+class StopNumber;
 class TourDocument;
 
 /// Shows the tour as visitors will see it, and learns from the pages which stop is on screen: "picBrowser"
@@ -23,9 +24,9 @@ class TourPreview final : public QFrame, private DocumentListener {
     Q_OBJECT
 
 public:
-    /// All must outlive the preview. `stopNumber` is the label that shows the stop on screen.
+    /// All must outlive the preview. `stopNumber` shows the stop on screen.
     TourPreview(TourDocument& document, Gate& gate, QtDesktop& desktop, QWebEngineProfile& profile,
-                QLabel& stopNumber, QWidget* parent);
+                StopNumber& stopNumber, QWidget* parent);
     ~TourPreview() override;
 
     void showOpeningPage();
@@ -54,12 +55,18 @@ private:
     void reportDeadRenderer(bool comesBack);
     void showTypedText();
 
+    void awaitPage();
+    void showPageCome();
+
     void stopContentChanged(std::int16_t stop) override;
+    void tourChangedNow() override;
 
     TourDocument& m_document;
     Gate& m_gate;
-    QLabel& m_stopNumber;          ///< lblStopNum
+    StopNumber& m_stopNumber;      ///< picStopNum
     BrowserView* m_browser;        ///< broMain
+    PreviewVeil* m_veil;           ///< Over the browser while the next page is on its way.
+    QTimer m_slowPage;             ///< Runs while a page that has announced itself gets its site.
     QString m_lastStatus;          ///< Shown again when the pointer leaves a link.
     QString m_waitingStopNumber;   ///< Announced while a command waited; null: none was.
     QTimer m_typing;               ///< Runs while something typed is not shown.

@@ -276,8 +276,8 @@ void frmBrowser::setupToolBar() {
         if (button.endsGroup)
             m_toolBar->addGap();
     }
+    m_toolBar->showText(QStringLiteral("Yes"));
     m_busy->setObjectName(QStringLiteral("picBusy"));
-    m_busy->setAccessibleName(tr("Loading"));
     m_toolBar->addPlaceholder(QStringLiteral("picBusy"), m_busy);
 }
 
