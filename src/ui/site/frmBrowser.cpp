@@ -76,6 +76,16 @@ QAction* addCommand(QWidget& window, const QString& text, const QList<QKeySequen
     return action;
 }
 
+void addKeys(QWidget& window, AddressBox& address) {
+    QAction* const edit = addCommand(window, frmBrowser::tr("Address"),
+                                     {QKeySequence(Qt::CTRL | Qt::Key_L), QKeySequence(Qt::Key_F6)});
+    QObject::connect(edit, &QAction::triggered, &address, &AddressBox::edit);
+    // Not every desktop has a key of its own for that.
+    QAction* const close =
+        addCommand(window, frmBrowser::tr("Close"), QKeySequence::keyBindings(QKeySequence::Close));
+    QObject::connect(close, &QAction::triggered, &window, &QWidget::close);
+}
+
 /// A stop holds the name of a local page as it stands in a link, percent-encoded.
 QUrl addressOfStop(const QString& text, const QString& folder) {
     if (!text.startsWith(folder))
@@ -257,11 +267,7 @@ void frmBrowser::setupActions() {
     m_testInWindow->setObjectName(QStringLiteral("mnuTestFrame"));
     connect(m_testInWindow, &QAction::triggered, this,
             [this] { m_parts.gate.run(*this, [this] { m_test->showDialog(); }); });
-    connect(addCommand(*this, tr("Address"), {QKeySequence(Qt::CTRL | Qt::Key_L), QKeySequence(Qt::Key_F6)}),
-            &QAction::triggered, m_address, &AddressBox::edit);
-    // Not every desktop has a key of its own for that.
-    connect(addCommand(*this, tr("Close"), QKeySequence::keyBindings(QKeySequence::Close)),
-            &QAction::triggered, this, &frmBrowser::close);
+    addKeys(*this, *m_address);
     // While a test runs, the toolbar's own Esc has no effect.
     m_abandonTest = addCommand(*this, tr("Give the Test Up"), {QKeySequence(Qt::Key_Escape)});
     m_abandonTest->setEnabled(false);
