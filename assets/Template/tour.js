@@ -12,13 +12,6 @@ var homePath = new URL('.', location.href).href;
 var startTimers;
 
 (() => {
-  const frameTitles = {
-    mw: 'Page of the stop',
-    logo: 'Logo',
-    nar: 'Narration',
-    nav: 'Navigator',
-    ahead: 'Stops loaded ahead',
-  };
   const entriesKept = 50; // Browsers drop the oldest entries of a longer history, so steps cannot be counted then.
 
   const waitingPatience = 1000;
@@ -253,18 +246,9 @@ var startTimers;
     history.go(entry - history.length);
   }
 
-  /** Reads a home page as people write it: an address, a host without a scheme, or a file beside the tour. */
-  function homeAddress(text) {
-    const isFileName = /^[^/]+\.(html?|xhtml|php|aspx?|jsp|pdf|txt)([?#].*)?$/i.test(text);
-    const startsWithHost = /^[\w-]+(\.[\w-]+)+(:\d+)?([/?#]|$)/.test(text) || /^[\w.-]+:\d+([/?#]|$)/.test(text);
-    if (text.startsWith('//') || (startsWithHost && !isFileName))
-      return `https://${text.replace(/^\/+/, '')}`;
-    return new URL(text, location.href).href;
-  }
-
   function leaveTour() {
     const text = String(homePage).trim();
-    const address = text && text !== 'AUTO' ? homeAddress(text) : '';
+    const address = text && text !== 'AUTO' ? tourPlace.homeAddress(text) : '';
     if (isPageAddress(address))
       location.href = address;
     else
@@ -361,18 +345,7 @@ var startTimers;
     answers[name][event.data.tour]?.(event.data);
   }
 
-  // Frames
-
-  /** Gives the frames what their generated lines lack: names for screen readers and calm borders. */
-  function prepareFrames() {
-    const line = getComputedStyle(document.documentElement).getPropertyValue('--line').trim();
-    for (const frameset of document.querySelectorAll('frameset:not([border])')) {
-      frameset.setAttribute('border', '2');
-      frameset.setAttribute('bordercolor', line);
-    }
-    for (const frame of document.querySelectorAll('frame:not([title])'))
-      frame.title = frameTitles[frame.name] || '';
-  }
+  // Beginning
 
   function framesParsed() {
     tourLayout.begin(tellBar);
@@ -400,11 +373,11 @@ var startTimers;
     addEventListener('keydown', pressKey);
     addEventListener('hashchange', followAddress);
     // Borders count only if they are set before the frames are laid out for the first time.
-    const parsing = new MutationObserver(prepareFrames);
+    const parsing = new MutationObserver(tourLayout.prepareFrames);
     parsing.observe(document.documentElement, { childList: true, subtree: true });
     document.addEventListener('DOMContentLoaded', () => {
       parsing.disconnect();
-      prepareFrames();
+      tourLayout.prepareFrames();
       framesParsed();
     });
   }

@@ -6,6 +6,13 @@
  * navigator lies below the words, as wide as the window. No frame is loaded again for it.
  */
 const tourLayout = (() => {
+  const frameTitles = {
+    mw: 'Page of the stop',
+    logo: 'Logo',
+    nar: 'Narration',
+    nav: 'Navigator',
+    ahead: 'Stops loaded ahead',
+  };
   const narrowWidth = 600;
   const lowHeight = 480;
   const mostForWords = 0.4;
@@ -18,6 +25,17 @@ const tourLayout = (() => {
   let least = null;
   let barIsBelow = false;
   let tellBar = () => {};
+
+  /** Gives the frames what their generated lines lack: names for screen readers and calm borders. */
+  function prepareFrames() {
+    const line = getComputedStyle(document.documentElement).getPropertyValue('--line').trim();
+    for (const frameset of document.querySelectorAll('frameset:not([border])')) {
+      frameset.setAttribute('border', '2');
+      frameset.setAttribute('bordercolor', line);
+    }
+    for (const frame of document.querySelectorAll('frame:not([title])'))
+      frame.title = frameTitles[frame.name] || '';
+  }
 
   function numbersIn(text) {
     return text.split(',').map((part) => Number(part) || 0);
@@ -87,5 +105,5 @@ const tourLayout = (() => {
     fit();
   }
 
-  return { begin, wordsNeed, navigatorNeeds, hasBar: () => barIsBelow };
+  return { prepareFrames, begin, wordsNeed, navigatorNeeds, hasBar: () => barIsBelow };
 })();

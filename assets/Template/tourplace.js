@@ -43,6 +43,15 @@ const tourPlace = (() => {
     history.replaceState(visit, '', inEditor ? undefined : addressOf(visit.stop));
   }
 
+  /** Reads a home page as people write it: an address, a host without a scheme, or a file beside the tour. */
+  function homeAddress(text) {
+    const isFileName = /^[^/]+\.(html?|xhtml|php|aspx?|jsp|pdf|txt)([?#].*)?$/i.test(text);
+    const startsWithHost = /^[\w-]+(\.[\w-]+)+(:\d+)?([/?#]|$)/.test(text) || /^[\w.-]+:\d+([/?#]|$)/.test(text);
+    if (text.startsWith('//') || (startsWithHost && !isFileName))
+      return `https://${text.replace(/^\/+/, '')}`;
+    return new URL(text, location.href).href;
+  }
+
   /** Where to go on; 0 when nothing is kept, or keeping is refused. */
   function keptStop() {
     try {
@@ -66,5 +75,5 @@ const tourPlace = (() => {
     }
   }
 
-  return { inEditor, readTourTitle, nameStop, inAddress, keep, keptStop, keepStop };
+  return { inEditor, homeAddress, readTourTitle, nameStop, inAddress, keep, keptStop, keepStop };
 })();

@@ -30,6 +30,12 @@ const misplaced = (least) => [...document.querySelectorAll('a, button')]
     || box.width < least || box.height < least)
   .map(({ name, box }) => `${name} ${JSON.stringify(box)}`);
 
+const tooSmall = (least) => [...document.querySelectorAll('a, button')]
+  .filter((control) => control.checkVisibility() && !control.closest('#address'))
+  .concat(least < 44 ? [] : [...document.querySelectorAll('#address a')])
+  .filter((control) => control.getBoundingClientRect().height < least)
+  .map((control) => control.textContent);
+
 /** The frames of a tour are as large as what is in them needs. */
 export function layout(context) {
   describe('the sizes of the frames', () => {
@@ -122,6 +128,8 @@ export function layout(context) {
           assert.equal(text, 'Open this page');
           assert.equal(href, visitor.url(`site${number}.htm`));
           assert.equal(lines, 1);
+          const small = await (await visitor.frame('nar')).evaluate(tooSmall, window.width <= 600 ? 44 : 24);
+          assert.deepEqual(small, []);
         }
       }));
     }
