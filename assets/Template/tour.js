@@ -14,7 +14,7 @@ var startTimers;
 (() => {
   const entriesKept = 50; // Browsers drop the oldest entries of a longer history, so steps cannot be counted then.
 
-  const waitingPatience = 1000;
+  const waitingPatience = 3000;
   const focusPatience = 3000;
   const traversalPatience = 300;
 
@@ -26,7 +26,7 @@ var startTimers;
   let titles = [];
   let requested = []; // Stops that were asked for and have not arrived.
   let requestedAt = -Infinity;
-  let wordsAreShown = true;
+  let awaited = null; // The stop whose waiting page has been asked for and has not come.
   let besideStop = ''; // The page of the tour's own that is in the site frame instead of the stop's.
   let visit = {};
 
@@ -85,28 +85,52 @@ var startTimers;
     return `${homePath}tourwait.htm?${encodeURIComponent(isPageAddress(address) ? address : '')}`;
   }
 
-  /** Where the waiting page does not come, the former stop's page is covered all the same before the words appear. */
+  /**
+   * Where the waiting page does not come in time, the former stop's page is hidden before the words appear; where
+   * something else comes in its place, as when its file is missing, the stop's page is gone to without it.
+   */
   function showStopPage(address) {
+    const waiting = { address, isFilled: false, isLate: false };
     shownAddress = address;
+    awaited = waiting;
     showInSiteFrame(waitingPage(address));
     setTimeout(() => {
-      if (shownAddress !== address || wordsAreShown)
+      if (awaited !== waiting)
         return;
       frameElement('mw').style.visibility = 'hidden';
-      if (isPageAddress(address))
-        showInSiteFrame(address);
+      waiting.isLate = true;
       showWords();
+      if (waiting.isFilled)
+        goWithoutWaiting();
     }, waitingPatience);
-    wordsAreShown = false;
+  }
+
+  function goWithoutWaiting() {
+    const { address } = awaited;
+    awaited = null;
+    if (isPageAddress(address))
+      showInSiteFrame(address);
+  }
+
+  function waitingPageCame({ address }) {
+    if (!awaited || address !== (isPageAddress(awaited.address) ? awaited.address : ''))
+      return;
+    awaited = null;
+    frameElement('mw').style.visibility = '';
+    showWords();
   }
 
   function showWords() {
-    wordsAreShown = true;
     tell('nar', { tour: 'show' });
   }
 
   function siteFilled() {
-    frameElement('mw').style.visibility = '';
+    if (awaited?.isLate)
+      goWithoutWaiting();
+    else if (awaited)
+      awaited.isFilled = true;
+    else
+      frameElement('mw').style.visibility = '';
     if (performance.now() - requestedAt < focusPatience)
       giveKeysToWords();
   }
@@ -153,6 +177,7 @@ var startTimers;
     if (!atStart)
       showInSiteFrame(`${homePath}openhelp.htm`);
     shownAddress = '';
+    awaited = null;
     arrivedAt(0);
   }
 
@@ -271,7 +296,7 @@ var startTimers;
       tellBar(tourLayout.hasBar());
     if (frame === 'ahead')
       tell('ahead', { tour: 'tell-titles' });
-    if (frame === 'nar' && wordsAreShown)
+    if (frame === 'nar' && (!awaited || awaited.isLate))
       showWords();
   }
 
@@ -294,10 +319,7 @@ var startTimers;
       // A link that was followed before its page had aimed it at the narration frame.
       stop: ({ stop }) => requestStop(stop),
       titles: ({ titles: all }) => titlesTold(all),
-      waiting: ({ address }) => {
-        if (address === (isPageAddress(shownAddress) ? shownAddress : ''))
-          showWords();
-      },
+      waiting: waitingPageCame,
     },
     logo: {
       hello: () => welcome('logo'),

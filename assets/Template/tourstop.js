@@ -65,7 +65,10 @@
   /** The words wait until the page of the former stop is gone; other things than the tour may lie around this page. */
   function hideWords() {
     document.documentElement.style.visibility = 'hidden';
-    setTimeout(showWords, framesetPatience);
+    setTimeout(() => {
+      if (!tourPage.isInTour())
+        showWords();
+    }, framesetPatience);
   }
 
   function showWords() {

@@ -50,7 +50,8 @@ export function places(context) {
     }));
 
     it('lead to the beginning when they name no stop', () => visit(async (visitor) => {
-      await visitor.openTour('playtour.htm#stop-77');
+      await visitor.goTo('playtour.htm#stop-77');
+      await visitor.navigatorShows('Start');
       await visitor.arriveAt(tour.stops[0], () => visitor.press('next'));
       await visitor.placeIs('playtour.htm#stop-1');
     }));

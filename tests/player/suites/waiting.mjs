@@ -36,7 +36,7 @@ export function waiting(context) {
       await test(visitor);
     }, { allowed: [remote.origin], ...options });
     const waitingPage = (visitor, { address }) => visitor.url(`tourwait.htm?${encodeURIComponent(address)}`);
-    const readWaiting = async (visitor) => (await visitor.frame('mw')).evaluate(() => ({
+    const readWaiting = async (visitor) => (await visitor.waitIn('mw', () => document.querySelector('.waiting'))).evaluate(() => ({
       url: location.href,
       words: document.querySelector('main').textContent,
       link: document.querySelector('.buttons a').href,
