@@ -94,19 +94,25 @@ var startTimers;
     shownAddress = address;
     awaited = waiting;
     showInSiteFrame(waitingPage(address));
-    setTimeout(() => {
-      if (awaited !== waiting)
-        return;
-      frameElement('mw').style.visibility = 'hidden';
-      waiting.isLate = true;
-      showWords();
-      if (waiting.isFilled)
-        goWithoutWaiting();
-    }, waitingPatience);
+    setTimeout(waitNoLonger, waitingPatience, waiting);
+    // Not every browser tells that a missing file is missing.
+    setTimeout(goWithoutWaiting, 2 * waitingPatience, waiting);
   }
 
-  function goWithoutWaiting() {
-    const { address } = awaited;
+  function waitNoLonger(waiting) {
+    if (awaited !== waiting)
+      return;
+    frameElement('mw').style.visibility = 'hidden';
+    waiting.isLate = true;
+    showWords();
+    if (waiting.isFilled)
+      goWithoutWaiting(waiting);
+  }
+
+  function goWithoutWaiting(waiting) {
+    if (awaited !== waiting)
+      return;
+    const { address } = waiting;
     awaited = null;
     if (isPageAddress(address))
       showInSiteFrame(address);
@@ -126,7 +132,7 @@ var startTimers;
 
   function siteFilled() {
     if (awaited?.isLate)
-      goWithoutWaiting();
+      goWithoutWaiting(awaited);
     else if (awaited)
       awaited.isFilled = true;
     else

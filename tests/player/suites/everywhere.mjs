@@ -35,9 +35,9 @@ function stage(browserName, way) {
   const context = {
     browserName,
     way,
-    // What drives Chromium stops a frame for good that goes from a page of another server by the waiting page on disk to
-    // the next server. Chromium on its own does not: see alone.mjs.
-    goesFromServerToServer: browserName !== 'chromium' || way !== 'from disk',
+    // What drives Chromium stops a frame for good that goes from a stranger's page by the waiting page to the next
+    // stranger's, each in a process of its own. Chromium on its own does not: see alone.mjs.
+    goesFromServerToServer: browserName !== 'chromium' || way === 'from a web server',
     browser: null,
     async visit(folder, test, { browser = context.browser, quiet = true, allowed = [], ...window } = {}) {
       const { base, close } = await openFolder(folder);

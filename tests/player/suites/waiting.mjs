@@ -47,7 +47,6 @@ export function waiting(context) {
     async function goTo(visitor, stop, go = () => visitor.press('next')) {
       const since = visitor.happened.length;
       await Promise.all([visitor.wordsShown(stop, { since }), visitor.announced(stop.number, { since }), go()]);
-      return visitor.happened.since(since);
     }
 
     const drivable = { skip: !context.goesFromServerToServer };
@@ -57,13 +56,12 @@ export function waiting(context) {
       for (const stop of tour.stops.slice(0, 3)) {
         const { pathname } = new URL(stop.address);
         remote.hold(pathname);
-        const happened = await goTo(visitor, stop);
+        const since = visitor.happened.length;
+        await Promise.all([visitor.wordsShown(stop, { since }), visitor.press('next')]);
+        // Nothing is waited for here: what is in the site frame now was there when the words appeared, or is later.
+        const shown = await (await visitor.frame('mw')).evaluate(() => location.href);
+        assert.equal(shown, waitingPage(visitor, stop));
         remote.release(pathname);
-        const position = (what, frame, url) => happened.findIndex(
-          (event) => event.what === what && event.frame === frame && event.url === url);
-        const covered = position('begin', 'mw', waitingPage(visitor, stop));
-        assert.ok(covered >= 0);
-        assert.ok(covered < position('words', 'nar', visitor.url(`page${stop.number}.htm`)));
         await visitor.loaded('mw', stop.address);
       }
     }));
@@ -125,14 +123,13 @@ export function waiting(context) {
 
     if (context.way === 'from a web server with https') {
       it('tells at once that a page without encryption cannot be shown, and asks for none', () => visit(async (visitor) => {
-        await visitor.arriveAt(tour.stops[0], () => visitor.press('next'));
         const asked = context.browser.outside.length;
         await visitor.openContents();
         await goTo(visitor, tour.stops[5], () => choose(visitor, 6));
         const shown = await readWaiting(visitor);
         assert.match(shown.words, /begins with http and that of the tour with https/);
         assert.equal(shown.link, tour.stops[5].address);
-        await visitor.chooseInContents(tour.stops[0]);
+        await goTo(visitor, tour.stops[4], () => visitor.press('previous'));
         const hosts = context.browser.outside.since(asked).map(({ host }) => host);
         assert.ok(!hosts.some((host) => host.startsWith('insecure.example')));
       }));

@@ -4,15 +4,11 @@ import { EventLog } from './event-log.mjs';
 const reportPrefix = '[tour] ';
 export const stopTag = '>*>*>vosktourstop->';
 
-/**
- * Runs in every document before its own scripts: reports what the frames do. 'begin': a document has taken the place of
- * the former one; 'words': what had been invisible can be seen.
- */
+/** Runs in every document before its own scripts: reports what the frames do. 'words': what was invisible is not. */
 function reportFrame(prefix) {
   const report = (what, details) => {
     console.debug(prefix + JSON.stringify({ what, frame: window === top ? 'top' : window.name, url: location.href, ...details }));
   };
-  report('begin', {});
   new MutationObserver(() => {
     if (document.documentElement?.style.visibility === '')
       report('words', {});
@@ -35,7 +31,7 @@ const fileName = (url) => new URL(url).pathname.split('/').pop();
 
 /** A visitor: one browser window that plays a tour, and a log of everything that happens in it. */
 export class Visitor {
-  /** What frames do: {what: 'begin' | 'words' | 'load' | 'status' | 'focus', frame, url, text}. */
+  /** What frames do: {what: 'words' | 'load' | 'status' | 'focus', frame, url, text}. */
   happened = new EventLog('in the window');
   requests = [];
   complaints = [];
