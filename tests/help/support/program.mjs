@@ -46,7 +46,8 @@ export const drawing = (svg) => svg.match(/<svg [^>]*>(.*)<\/svg>/s)[1].replace(
 
 /** What the controls on the toolbar are called: their tool tips, and the caption of the check box. */
 export function toolBarControls() {
-  const source = readFileSync(`${root}src/ui/main/ToolBarPanels.cpp`, 'utf8');
-  const body = source.match(/QFrame\* makeStopPanel\(.*?\n\}\n/s)[0] + source.match(/ToolBarPanels addPanels\(.*?\n\}\n/s)[0];
-  return [...body.matchAll(/(?:->setToolTip|new QCheckBox)\(tr\("([^"]+)"\)\)/g)].map((match) => match[1]);
+  const [number, panels] = ['StopNumber', 'ToolBarPanels'].map((name) =>
+    readFileSync(`${root}src/ui/main/${name}.cpp`, 'utf8'));
+  const body = number.match(/StopNumber::StopNumber\(.*?\n\}\n/s)[0] + panels.match(/ToolBarPanels addPanels\(.*?\n\}\n/s)[0];
+  return [...body.matchAll(/(?:setToolTip|new QCheckBox)\(tr\("([^"]+)"\)\)/g)].map((match) => match[1]);
 }
