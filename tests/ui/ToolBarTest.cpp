@@ -193,8 +193,9 @@ private slots:
         open.program.document.goToStop(3);
         QVERIFY(open.veil().isVisible());
         QTRY_VERIFY_WITH_TIMEOUT(!open.veil().isVisible(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(open.browser().isBusy(), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(open.nameOfNumber(), QString("Stop 3 of 3"), patience);
         QVERIFY(open.browser().isBusy());
-        QCOMPARE(open.nameOfNumber(), QString("Stop 3 of 3"));
         open.window.stopLoading();
     }
 
