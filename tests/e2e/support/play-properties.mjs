@@ -18,9 +18,10 @@ const sizesOfFrames = (visitor) => visitor.page.evaluate(() => Object.fromEntrie
 async function play(visitor, stops) {
   await visitor.openTour('_tourlaunch2.htm');
   const sizes = await sizesOfFrames(visitor);
-  assert.equal(sizes.nar[1], 160, 'height of the narration');
+  // What the author chose is the least; buttons and words get the room that they need.
+  assert.ok(sizes.nar[1] >= 160, 'height of the narration');
   assert.equal(sizes.logo[0], 80, 'width of the logo');
-  assert.equal(sizes.nav[0], 120, 'width of the navigator');
+  assert.ok(sizes.nav[0] >= 120, 'width of the navigator');
 
   const { text: opening } = await visitor.loaded('mw', 'openhelp.htm');
   assert.match(opening, /Rivers of Europe/);
@@ -44,8 +45,8 @@ assert.match(await readFile(join(folder, '_tourlaunch2.htm'), 'latin1'), /bufDel
 const stops = readStops(await readFile(join(folder, 'script.txt'), 'latin1'));
 const browser = await launchBrowser('chromium');
 try {
-  for (const open of Object.values(ways)) {
-    const { base, close } = await open(folder);
+  for (const way of ['from a web server', 'from disk']) {
+    const { base, close } = await ways[way](folder);
     const visitor = await Visitor.arrive(browser, base);
     await play(visitor, stops);
     await visitor.leave();
