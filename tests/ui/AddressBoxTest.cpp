@@ -26,7 +26,10 @@ using Kind = test::LoopbackServer::Answer::Kind;
 /// A site editor that has the keys.
 class Author final {
 public:
-    Author() {
+    Author() { takeKeys(); }
+
+    /// Offscreen, the list of completions may keep them when it has gone already.
+    void takeKeys() const {
         open.editor().activateWindow();
         waitUntil([this] { return hasKeys(open.editor()); });
     }
@@ -257,6 +260,7 @@ private slots:
         author.press(Qt::Key_Return);
         QVERIFY(author.open.shows("/plain.htm"));
         const QSignalSpy starts(&author.open.browser(), &BrowserView::navigationStarted);
+        author.takeKeys();
         author.press(Qt::Key_F6);
         author.type("brenholt.example/atlas");
         author.press(Qt::Key_Return);
