@@ -9,6 +9,7 @@
 #include "model/StopTexts.h"
 #include "platform/Gate.h"
 #include "platform/Strings.h"
+#include "ui/controls/FlowLayout.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/TypedAddress.h"
 #include "ui/narration/HtmlField.h"
@@ -17,7 +18,6 @@
 #include "ui/stops/TitleOffer.h"
 
 #include <QEvent>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -156,10 +156,9 @@ void StopPanel::setupLayout() {
     layout->addWidget(m_titleOffer);
     add(tr("Stop Te&xt :"), m_words, 3);
     add(tr("I&nstruction Text :"), m_instruction, 1);
-    auto* const buttons = new QHBoxLayout;
+    auto* const buttons = new FlowLayout(dialogGap);
     buttons->addWidget(m_siteButton);
     buttons->addWidget(m_fileButton);
-    buttons->addStretch();
     layout->addLayout(buttons);
     QWidget* before = m_address;
     for (QWidget* const next :
