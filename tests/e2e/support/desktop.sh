@@ -15,12 +15,16 @@ has_ended() {
     ! kill -0 "$1" 2>/dev/null
 }
 
-start_desktop() {
+start_display() {
     : >"$scratch/display"
     Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>"$scratch/display" 2>"$scratch/xvfb.log" &
     wait_until [ -s "$scratch/display" ] || return 1
     DISPLAY=":$(<"$scratch/display")"
     export DISPLAY
+}
+
+start_desktop() {
+    start_display || return 1
     openbox --sm-disable >"$scratch/openbox.log" 2>&1 &
     wait_until window_manager_runs
 }

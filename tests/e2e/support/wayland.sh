@@ -2,11 +2,7 @@
 # that what is in front is known by its picture and by what is on the disk.
 
 start_wayland() {
-    : >"$scratch/display"
-    Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>"$scratch/display" 2>"$scratch/xvfb.log" &
-    wait_until [ -s "$scratch/display" ] || return 1
-    DISPLAY=":$(<"$scratch/display")"
-    export DISPLAY
+    start_display || return 1
     mkdir -m 700 "$scratch/runtime" || return 1
     XDG_RUNTIME_DIR=$scratch/runtime weston --no-config --backend=x11-backend.so --use-pixman \
         --width=1366 --height=768 --idle-time=0 --socket=wayland-test >"$scratch/weston.log" 2>&1 &
