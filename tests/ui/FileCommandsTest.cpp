@@ -2,6 +2,7 @@
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
 #include "ui/dialogs/TourFolderModel.h"
+#include "ui/dialogs/frmSelectFolderOpen.h"
 #include "ui/main/frmMain.h"
 #include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
@@ -580,6 +581,23 @@ private slots:
             dialog.reject();
         });
         window.openTour();
+    }
+
+    void openJudgesTheFolderOfTheTourThatWasOpen() {
+        UiFixture program;
+        const WorkspaceFolders& folders = program.workspace.folders();
+        const auto choiceAfter = [&](const std::string& tourPath) {
+            frmSelectFolderOpen dialog(folders, tourPath);
+            press(dialog, "btnSample");
+            return dialog.folder();
+        };
+        expectMessage("Wendmark|The 'NewTour' folder is used for internal operations, and cannot be used to "
+                      "store or retrieve user tours.");
+        QCOMPARE(choiceAfter(folders.newTourPath + "walk"), QString());
+        expectMessage("Wendmark|The 'Template' folder is used for internal operations, and cannot be used to "
+                      "store or retrieve user tours.");
+        QCOMPARE(choiceAfter(folders.templatePath + "walk"), QString());
+        QCOMPARE(choiceAfter(folders.myToursPath + "walk"), program.path("MyTours/Sample"));
     }
 
     void openDialogBeginsWithTheToursInSight() {
