@@ -54,6 +54,9 @@ QWebEngineScript scriptForAllFrames(const QString& name, const QString& source,
     return script;
 }
 
+/// How the engine begins what it says of a page that may not be shown in a frame, among other things.
+constexpr QLatin1String frameRefusal("Refused to ");
+
 QString freshMark() {
     return QUuid::createUuid().toString(QUuid::WithoutBraces);
 }
@@ -210,6 +213,8 @@ void BrowserPage::javaScriptConsoleMessage(JavaScriptConsoleMessageLevel level, 
         emit firstFrameFilled(QUrl(message.mid(m_frameMark.size())));
     } else if (watchesFrames() && isTakeOver(level, message)) {
         emit takeOverTried();
+    } else if (watchesFrames() && level == ErrorMessageLevel && message.startsWith(frameRefusal)) {
+        emit frameRefused(message);
     }
 }
 

@@ -63,6 +63,9 @@ signals:
     /// A page in a frame, or in a frame of that, wants the top window for itself and was refused it.
     void takeOverTried();
 
+    /// What the engine has said on the console of a page that it refuses to show in a frame.
+    void frameRefused(const QString& message);
+
 protected:
     bool acceptNavigationRequest(const QUrl& address, NavigationType type, bool isMainFrame) override;
     void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel level, const QString& message, int lineNumber,

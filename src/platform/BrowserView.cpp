@@ -156,6 +156,7 @@ QString BrowserView::locationName() const {
 void BrowserView::grantTakeOverOf(const QUrl& address) {
     m_page->watchFramesOf(address);
     m_firstFrame.clear();
+    m_frameRefusals.clear();
 }
 
 bool BrowserView::firstFrameShowsError() const {
@@ -233,6 +234,8 @@ void BrowserView::connectPage() {
     connect(m_page, &BrowserPage::statusTextSet, this, &BrowserView::statusTextChanged);
     connect(m_page, &BrowserPage::firstFrameFilled, this,
             [this](const QUrl& address) { m_firstFrame = address; });
+    connect(m_page, &BrowserPage::frameRefused, this,
+            [this](const QString& message) { m_frameRefusals.append(message); });
     connect(m_page, &BrowserPage::takeOverTried, this, &BrowserView::noteIntruder);
     connect(m_page, &BrowserPage::navigationRefused, this, &BrowserView::navigationRefused);
     connect(m_page, &BrowserPage::downloadRefused, this, &BrowserView::downloadRefused);
@@ -258,6 +261,7 @@ void BrowserView::connectPage() {
 
 void BrowserView::noteStart(const QUrl& address) {
     m_firstFrame.clear();
+    m_frameRefusals.clear();
     m_stopped = false;
     emit busyChanged(true);
     emit navigationStarted(address);

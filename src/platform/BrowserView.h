@@ -92,6 +92,9 @@ public:
     /// be had, or may not be framed. Known of the page for which taking over is granted.
     bool firstFrameShowsError() const;
 
+    /// What the engine has said of refusing a page in a frame, one message for each policy. Known as above.
+    const QStringList& frameRefusals() const { return m_frameRefusals; }
+
     /// How far the page shown is scrolled, in pixels.
     QPointF scrollPosition() const;
 
@@ -184,6 +187,7 @@ private:
     QWebEngineView* m_view;
     BrowserPage* m_page;
     QUrl m_firstFrame;
+    QStringList m_frameRefusals;
     QUrl m_intruder;              ///< The page that takes the top window over next.
     QUrl m_next;                  ///< Where to go as soon as no other load is under way.
     bool m_stopped = false;       ///< By stop().

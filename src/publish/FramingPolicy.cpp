@@ -1,15 +1,18 @@
 #include "publish/FramingPolicy.h"
 
 #include "base/Names.h"
+#include "model/StopAddress.h"
 
 #include <algorithm>
-#include <optional>
+#include <functional>
 #include <set>
 
 namespace wendmark {
 
 namespace {
 
+constexpr std::string_view policyHeader = "Content-Security-Policy";
+constexpr std::string_view optionsHeader = "X-Frame-Options";
 constexpr std::string_view whiteSpace = " \t\n\f\r";
 
 std::string_view trimWhiteSpace(std::string_view text) {
@@ -67,47 +70,118 @@ FramingVerdict refusal(std::string_view header, std::string_view text) {
     return {false, std::string(header) + ": " + std::string(text)};
 }
 
-/// What the policies say; nothing when none of them speaks of frames. All that do must allow.
-std::optional<FramingVerdict> verdictOfPolicies(const HttpAnswer& answer) {
-    constexpr std::string_view header = "Content-Security-Policy";
-    const std::string value = headerValue(answer, header);
-    const bool secure = beginsIgnoringCase(answer.address, "https:");
+/// What the policies say; nothing when none of them speaks of frames. In each that does, one of the sources
+/// must take the tour in.
+std::optional<FramingVerdict> verdictOfPolicies(std::string_view policies,
+                                                const std::function<bool(std::string_view)>& takesIn) {
     std::optional<FramingVerdict> verdict;
-    for (const std::string_view policy : split(value, ',')) {
+    for (const std::string_view policy : split(policies, ',')) {
         const auto sources = frameAncestors(policy);
         if (!sources)
             continue;
-        if (std::ranges::none_of(*sources,
-                                 [&](std::string_view source) { return takesInEveryServer(source, secure); }))
-            return refusal(header, policy);
+        if (std::ranges::none_of(*sources, takesIn))
+            return refusal(policyHeader, policy);
         verdict = FramingVerdict{};
     }
     return verdict;
 }
 
+/// The same of the page at this address and tours on web servers.
+std::optional<FramingVerdict> verdictForServers(std::string_view address, std::string_view policies) {
+    const bool secure = beginsIgnoringCase(address, "https:");
+    return verdictOfPolicies(
+        policies, [secure](std::string_view source) { return takesInEveryServer(source, secure); });
+}
+
 /// Values other than these are ignored. In a list of different values each of them refuses, ALLOWALL among
 /// them: browsers take such a list for a mistake.
 FramingVerdict verdictOfFrameOptions(const HttpAnswer& answer) {
-    constexpr std::string_view header = "X-Frame-Options";
-    const std::string value = headerValue(answer, header);
+    const std::string value = headerValue(answer, optionsHeader);
     std::set<std::string> options;
     for (const std::string_view option : split(value, ','))
         options.insert(lowerCase(option));
     const bool mistake = options.size() > 1 && options.contains("allowall");
     if (mistake || options.contains("deny") || options.contains("sameorigin"))
-        return refusal(header, value);
+        return refusal(optionsHeader, value);
     return {};
+}
+
+/// None when all of them redirect.
+const HttpAnswer* answerThatCounts(const std::vector<HttpAnswer>& answers) {
+    const auto answer = std::find_if_not(answers.rbegin(), answers.rend(), isRedirect);
+    return answer == answers.rend() ? nullptr : &*answer;
+}
+
+/// What stands between `before` and the next `after`; nothing where one of them is missing. The rest of the
+/// text is that behind `after`.
+std::optional<std::string_view> takeBetween(std::string_view& text, std::string_view before,
+                                            std::string_view after) {
+    const std::size_t begin = text.find(before);
+    if (begin == std::string_view::npos)
+        return std::nullopt;
+    const std::size_t start = begin + before.size();
+    const std::size_t end = text.find(after, start);
+    if (end == std::string_view::npos)
+        return std::nullopt;
+    const std::string_view found = text.substr(start, end - start);
+    text.remove_prefix(end + after.size());
+    return found;
+}
+
+/// In small letters, without the name of a user and the port.
+std::string hostName(std::string_view address) {
+    std::string host = lowerCase(hostOf(address));
+    host.erase(0, host.find('@') + 1);
+    const std::size_t port = host.find(':', host.starts_with('[') ? host.find(']') : 0);
+    return host.substr(0, port);
 }
 
 } // namespace
 
 FramingVerdict framingPolicy(const std::vector<HttpAnswer>& answers) {
-    const auto answer = std::find_if_not(answers.rbegin(), answers.rend(), isRedirect);
-    if (answer == answers.rend())
+    const HttpAnswer* const answer = answerThatCounts(answers);
+    if (answer == nullptr)
         return {};
-    if (const std::optional<FramingVerdict> verdict = verdictOfPolicies(*answer))
-        return *verdict;
-    return verdictOfFrameOptions(*answer);
+    const auto verdict = verdictForServers(answer->address, headerValue(*answer, policyHeader));
+    return verdict ? *verdict : verdictOfFrameOptions(*answer);
+}
+
+FramingVerdict framingPolicyFromDisk(const std::vector<HttpAnswer>& answers) {
+    const HttpAnswer* const answer = answerThatCounts(answers);
+    if (answer == nullptr)
+        return {};
+    const auto isDisk = [](std::string_view source) { return lowerCase(source) == "file:"; };
+    const auto verdict = verdictOfPolicies(headerValue(*answer, policyHeader), isDisk);
+    return verdict ? *verdict : verdictOfFrameOptions(*answer);
+}
+
+std::optional<FramingVerdict> refusalOnConsole(std::string_view message) {
+    constexpr std::string_view display = "Refused to display '";
+    constexpr std::string_view frame = "Refused to frame '";
+    if (message.starts_with(display)) {
+        if (!takeBetween(message, display, "' in a frame because it set "))
+            return std::nullopt;
+        const auto one = takeBetween(message, "'X-Frame-Options' to '", "'");
+        const auto value = one ? one : takeBetween(message, "conflicting values ('", "')");
+        return refusal(optionsHeader, value.value_or("refused"));
+    }
+    if (!message.starts_with(frame))
+        return std::nullopt;
+    const auto address = takeBetween(message, frame, "' because an ancestor violates");
+    const auto policy = takeBetween(message, "Content Security Policy directive: \"", "\"");
+    if (!address || !policy)
+        return std::nullopt;
+    return verdictForServers(*address, *policy).value_or(refusal(policyHeader, *policy));
+}
+
+bool isInsecure(std::string_view address) {
+    if (!beginsIgnoringCase(address, "http:"))
+        return false;
+    const std::string host = hostName(address);
+    const bool isNumber = host.find_first_not_of("0123456789.") == std::string::npos;
+    const bool isOwn = host == "localhost" || host.ends_with(".localhost") || host == "[::1]" ||
+                       (isNumber && host.starts_with("127."));
+    return !isOwn;
 }
 
 bool isRedirect(const HttpAnswer& answer) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +29,18 @@ struct FramingVerdict {
 /// on any host and port. `answers` are those of one request in the order in which they came; those that
 /// redirect say nothing of the page, so the last one counts. Without an answer nothing refuses.
 FramingVerdict framingPolicy(const std::vector<HttpAnswer>& answers);
+
+/// The same of a tour that is opened from disk.
+FramingVerdict framingPolicyFromDisk(const std::vector<HttpAnswer>& answers);
+
+/// Same of what a browser's console says when it refuses a page in a frame, which is all that is known of
+/// what its server has answered to the browser. A browser that shows a tour from disk refuses pages, too,
+/// that are for web servers only; these are allowed. Nothing for other messages.
+std::optional<FramingVerdict> refusalOnConsole(std::string_view message);
+
+/// Whether browsers leave the page out of a tour that is posted on a server with https: its address begins
+/// with http, and it does not lie on the visitor's own computer.
+bool isInsecure(std::string_view address);
 
 /// Whether the answer only names another address to ask.
 bool isRedirect(const HttpAnswer& answer);

@@ -34,6 +34,33 @@ const QString failed =
 const QString timedOut = QStringLiteral("Test Timed out.... try again later \r\n\r\n");
 const QString question = QStringLiteral("Site testing is still incomplete - do you want to continue");
 
+/// Smallest that the engine's viewer shows.
+const QByteArray pdfPage = "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj\n"
+                           "2 0 obj<</Type/Pages/Kids[3 0 R]/Count 1>>endobj\n"
+                           "3 0 obj<</Type/Page/Parent 2 0 R/MediaBox[0 0 200 200]>>endobj\n"
+                           "trailer<</Root 1 0 R>>\n%%EOF\n";
+
+/// Pages of servers that look at who asks.
+void serveOddPages(test::LoopbackServer& server) {
+    using Answer = test::LoopbackServer::Answer;
+    const QByteArray plain = "<title>Plain</title><p>plain</p>";
+    const Answer forbidden{403, {{"X-Frame-Options", "DENY"}}, "<title>Forbidden</title>"};
+    server.page("/left.htm",
+                "<title>Left</title><script>if (top !== self) top.location = self.location;</script>");
+    server.answer("/browsers.htm", forbidden);
+    server.answerWhere("/browsers.htm", "sec-fetch-mode", "navigate", {200, {}, plain});
+    server.page("/noframes.htm", plain);
+    server.answerWhere("/noframes.htm", "sec-fetch-dest", "frame",
+                       {200, {{"X-Frame-Options", "SAMEORIGIN"}}, plain});
+    // What the program's own requests want, and browsers in other words.
+    const QByteArray own = "text/html,application/xhtml+xml,application/xml;q=0.9,*/*;q=0.8";
+    server.answer("/nobots.htm", {200, {}, plain});
+    server.answerWhere("/nobots.htm", "accept", own, forbidden);
+    server.answer("/silent-anybody.htm", {200, {{"Content-Security-Policy", "frame-ancestors *"}}, plain});
+    server.answerWhere("/silent-anybody.htm", "accept", own, {200, {}, {}, 0, Answer::Kind::silence});
+    server.answer("/guide.pdf", {200, {{"Content-Type", "application/pdf"}}, pdfPage});
+}
+
 /// Tests the page on show by the toolbar and returns what the message says.
 QString verdict(const SiteEditor& open) {
     QString text;
@@ -102,11 +129,18 @@ private slots:
         QTest::newRow("redirects") << "/redirect.htm" << passed;
         QTest::newRow("big") << "/big.htm" << passed;
         QTest::newRow("missing") << "/missing.htm" << passed;
+        QTest::newRow("takes over, with the test page's name in its own") << "/left.htm" << failed;
+        QTest::newRow("for browsers only") << "/browsers.htm" << passed;
+        QTest::newRow("refuses frames, and nothing else") << "/noframes.htm" << failed;
+        QTest::newRow("refuses whatever is no browser") << "/nobots.htm" << passed;
+        QTest::newRow("for web servers, and no answer but to browsers") << "/silent-anybody.htm" << passed;
+        QTest::newRow("PDF") << "/guide.pdf" << passed;
     }
     void pagesPassOrFail() {
         QFETCH(QString, path);
         QFETCH(QString, message);
-        const SiteEditor open;
+        SiteEditor open;
+        serveOddPages(open.server);
         open.address().lineEdit()->setText(open.served(path));
         QTest::keyClick(open.address().lineEdit(), Qt::Key_Return);
         QVERIFY(waitUntil(
@@ -116,6 +150,25 @@ private slots:
         QVERIFY(open.shows(page));
         QVERIFY(open.control<QToolButton>("Test").isEnabled());
         QCOMPARE(open.stopURL(2), std::string("newpage.htm"));
+    }
+
+    void pageWithoutEncryptionPassesWithAWordOnToursThatHaveIt() {
+        const SiteEditor open;
+        const QString page = open.served("/plain.htm").replace("127.0.0.1", "museum.test");
+        const QString notice = "Browsers leave this page out of a tour on a server with https, because its "
+                               "address begins with http.";
+        open.visit(page);
+        onNextDialog([&](QDialog& dialog) {
+            QCOMPARE(dialog.findChild<QLabel*>("Label1")->text(), passed);
+            QCOMPARE(dialog.findChild<QLabel*>("lblReason")->text(), notice);
+            press(dialog, "OKButton");
+        });
+        open.click("Test");
+        QVERIFY(open.shows(page));
+        open.click("Yes");
+        QVERIFY(waitUntil([&] { return open.program.gate.isOpen(); }));
+        QCOMPARE(open.stopURL(2), toUtf8(page));
+        QCOMPARE(open.notice(), notice);
     }
 
     void localPagePasses() {

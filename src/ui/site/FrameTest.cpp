@@ -23,6 +23,12 @@ QString say(const char* text) {
     return QCoreApplication::translate("FrameTest", text);
 }
 
+QString whyNot(const FramingVerdict& verdict) {
+    if (verdict.allowed)
+        return {};
+    return say("Its server refuses frames of other sites: %1").arg(toQString(verdict.reason));
+}
+
 /// Lets the browser give way to pages that try to take over the test page, for as long as it lives.
 class TakeOverGrant final {
 public:
@@ -85,8 +91,10 @@ FrameTest::Result FrameTest::run(const QUrl& location, const std::function<bool(
     QObject::connect(&m_browser, &BrowserView::navigationCompleted, &watcher, [&] { ended = begun; });
     m_browser.navigate(page);
     // The browser is not busy any more a little before it says that it has ended.
+    const auto isOpen = [&] { return m_browser.frameRefusals().isEmpty() && !request.isDone(); };
     const bool settled = waitWhile([&] { return !begun; }, goOn) &&
-                         waitWhile([&] { return m_browser.isBusy() || !ended || !request.isDone(); }, goOn);
+                         waitWhile([&] { return m_browser.isBusy() || !ended; }, goOn) &&
+                         waitWhile(isOpen, goOn);
     if (!settled)
         return Result::abandoned;
     const Result result = judge(request);
@@ -107,18 +115,35 @@ QUrl testedPageOf(const QUrl& location) {
 }
 
 bool FrameTest::showsTestPage() const {
-    return m_browser.locationURL().contains(toQString(testPage));
+    return m_browser.location() == QUrl::fromLocalFile(toQString(m_workspace.workingFile(testPage)));
 }
 
 FrameTest::Result FrameTest::judge(const HeaderRequest& request) {
-    const FramingVerdict verdict = framingPolicy(request.answers());
     if (!showsTestPage())
         m_reason = say("The page has left its frame and taken over the whole window.");
-    else if (!verdict.allowed)
-        m_reason = say("Its server refuses frames of other sites: %1").arg(toQString(verdict.reason));
-    else if (request.answers().empty() && m_browser.firstFrameShowsError())
-        m_reason = say("The page has not come: the frame shows an error of the browser.");
+    else if (m_browser.firstFrameShowsError())
+        m_reason = whyError(request);
+    else if (framingPolicyFromDisk(request.answers()).allowed)
+        m_reason = whyNot(framingPolicy(request.answers()));
     return m_reason.isEmpty() ? Result::passed : Result::failed;
+}
+
+/// Why an error page stands in place of the page; empty when browsers show it in tours on web servers, or
+/// its server has answered that there is none.
+QString FrameTest::whyError(const HeaderRequest& request) const {
+    bool refusesDisk = false;
+    for (const QString& message : m_browser.frameRefusals()) {
+        const std::optional<FramingVerdict> told = refusalOnConsole(toUtf8(message));
+        if (told && !told->allowed)
+            return whyNot(*told);
+        refusesDisk = refusesDisk || told;
+    }
+    if (refusesDisk)
+        return {};
+    if (request.answers().empty())
+        return say("The page has not come: the frame shows an error of the browser.");
+    // Should the engine use other words one day.
+    return whyNot(framingPolicy(request.answers()));
 }
 
 bool FrameTest::waitWhile(const std::function<bool()>& condition, const std::function<bool()>& goOn) {

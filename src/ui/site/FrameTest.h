@@ -16,8 +16,11 @@ class Log;
 /// that.
 ///
 /// Browsers keep a page in its frame that tries to leave it, and show nothing of a page whose server refuses
-/// frames. Both count as leaving: the test sends the browser to such a page. A server that cannot be asked
-/// does not refuse; then it counts what the browser shows in the frame.
+/// frames. Both count as leaving: the test sends the browser to such a page.
+///
+/// The test page comes from disk, tours are on web servers. What the browser shows and says on its console
+/// decides; what servers answer to a request of the program's own, which they may treat unlike a browser,
+/// only where it agrees with that: it tells pages that are for tours from disk alone.
 class FrameTest final {
 public:
     enum class Result {
@@ -47,6 +50,7 @@ public:
 private:
     Result judge(const HeaderRequest& request);
     bool showsTestPage() const;
+    QString whyError(const HeaderRequest& request) const;
     bool waitWhile(const std::function<bool()>& condition, const std::function<bool()>& goOn);
 
     BrowserView& m_browser;

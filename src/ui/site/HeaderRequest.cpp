@@ -12,6 +12,17 @@ namespace {
 constexpr std::size_t mostRedirects = 20; // As browsers allow.
 constexpr int patience = 10000;           // Milliseconds without a sign of the server.
 
+/// What browsers say of a request for the page of a frame. They say where it comes from to servers only that
+/// nobody can listen to.
+void addFetchLines(QNetworkRequest& request) {
+    request.setRawHeader("Upgrade-Insecure-Requests", "1");
+    if (isInsecure(toUtf8(request.url().toString(QUrl::FullyEncoded))))
+        return;
+    request.setRawHeader("Sec-Fetch-Site", "cross-site");
+    request.setRawHeader("Sec-Fetch-Mode", "navigate");
+    request.setRawHeader("Sec-Fetch-Dest", "frame");
+}
+
 } // namespace
 
 HeaderRequest::HeaderRequest(const QUrl& address, QString userAgent, QObject* parent)
@@ -32,6 +43,7 @@ void HeaderRequest::ask(const QUrl& address) {
     QNetworkRequest request(address);
     request.setHeader(QNetworkRequest::UserAgentHeader, m_userAgent);
     request.setRawHeader("Accept", "text/html,application/xhtml+xml,application/xml;q=0.9,*/*;q=0.8");
+    addFetchLines(request);
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     request.setTransferTimeout(patience);
     QNetworkReply* const reply = m_network.get(request);

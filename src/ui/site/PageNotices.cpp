@@ -1,6 +1,8 @@
 #include "ui/site/PageNotices.h"
 
 #include "platform/BrowserView.h"
+#include "platform/Strings.h"
+#include "publish/FramingPolicy.h"
 
 #include <QCoreApplication>
 
@@ -106,6 +108,14 @@ void connectNotices(BrowserView& browser, QObject& context, const ShowNotice& sh
                        : say("The page keeps crashing. Choose Refresh, or another page."),
              false);
     });
+}
+
+QString noticeOfSecureTours(const QString& address) {
+    if (!isInsecure(toUtf8(address)))
+        return {};
+    return say(
+        "Browsers leave this page out of a tour on a server with https, because its address begins with "
+        "http.");
 }
 
 } // namespace wendmark

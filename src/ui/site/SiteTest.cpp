@@ -8,6 +8,7 @@
 #include "ui/ProgramParts.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/frmMessage.h"
+#include "ui/site/PageNotices.h"
 #include "ui/site/frmTestFrame.h"
 
 #include <QScopedValueRollback>
@@ -58,7 +59,7 @@ void SiteTest::report() {
         return;
     emit pageWanted(page);
     if (result == FrameTest::Result::passed)
-        show(tr("Test Passed.... You can use this site in a tour"));
+        show(tr("Test Passed.... You can use this site in a tour"), noticeOfSecureTours(page.toString()));
     else
         showFailed();
 }

@@ -12,6 +12,7 @@
 #include "ui/dialogs/DialogParts.h"
 #include "ui/site/FrameTest.h"
 #include "ui/site/HistoryModel.h"
+#include "ui/site/PageNotices.h"
 #include "ui/site/SiteTest.h"
 #include "ui/site/frmWarnURL.h"
 
@@ -83,7 +84,7 @@ bool SiteUse::store(std::int16_t stop) {
         return false;
     m_document.setAddress(stop, m_siteEditResult);
     emit stored(stop);
-    tellIfNotInTour();
+    tellWhatVisitorsMiss();
     return true;
 }
 
@@ -99,7 +100,9 @@ bool SiteUse::mayReplace(const std::string& oldAddress, const QUrl& page) {
 }
 
 /// A local page is stored by its name alone, which leads nowhere while the page lies elsewhere.
-void SiteUse::tellIfNotInTour() {
+void SiteUse::tellWhatVisitorsMiss() {
+    if (const QString notice = noticeOfSecureTours(toQString(m_siteEditResult)); !notice.isEmpty())
+        emit noticeWanted(notice);
     const QString name = QUrl::fromPercentEncoding(QByteArray::fromStdString(m_siteEditResult));
     const std::string file = m_document.workspace().workingFile(toUtf8(name));
     if (!isRemoteAddress(m_siteEditResult) && !files::canBeRead(file))

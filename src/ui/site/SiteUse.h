@@ -44,7 +44,7 @@ private:
     bool mayUse(const QUrl& page);
     bool store(std::int16_t stop);
     bool mayReplace(const std::string& oldAddress, const QUrl& page);
-    void tellIfNotInTour();
+    void tellWhatVisitorsMiss();
     std::string location() const;
 
     const ProgramParts& m_parts;

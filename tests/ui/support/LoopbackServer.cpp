@@ -57,6 +57,19 @@ void LoopbackServer::answer(const QString& path, const Answer& answer) {
     m_answers.insert(path, answer);
 }
 
+void LoopbackServer::answerWhere(const QString& path, const QByteArray& header, const QByteArray& value,
+                                 const Answer& answer) {
+    m_specialAnswers.insert(path, {header, value, answer});
+}
+
+LoopbackServer::Answer LoopbackServer::chooseAnswer(const Request& request) const {
+    for (const SpecialAnswer& special : m_specialAnswers.values(request.path)) {
+        if (request.headers.value(special.header) == special.value)
+            return special.answer;
+    }
+    return m_answers.value(request.path, {404, {}, "<title>Missing</title>missing"});
+}
+
 void LoopbackServer::redirect(const QString& from, const QString& to) {
     answer(from, {302, {{"Location", to.toUtf8()}}, {}});
 }
@@ -101,8 +114,7 @@ void LoopbackServer::readRequest(QTcpSocket& socket) {
         return;
     socket.readAll();
     m_requests.append(requestFrom(received.left(headEnd)));
-    const QString path = m_requests.last().path;
-    const Answer chosen = m_answers.value(path, {404, {}, "<title>Missing</title>missing"});
+    const Answer chosen = chooseAnswer(m_requests.last());
     QTimer::singleShot(chosen.delay, &socket, [this, &socket, chosen] { respond(socket, chosen); });
 }
 

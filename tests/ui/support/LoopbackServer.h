@@ -57,6 +57,10 @@ public:
 
     /// Answers requests for the path from now on.
     void answer(const QString& path, const Answer& answer);
+    /// The same for requests alone whose header of that name, in lower case, has this value; takes
+    /// precedence.
+    void answerWhere(const QString& path, const QByteArray& header, const QByteArray& value,
+                     const Answer& answer);
     void page(const QString& path, const QByteArray& body) { answer(path, {200, {}, body}); }
     void redirect(const QString& from, const QString& to);
 
@@ -66,6 +70,13 @@ public:
     void forgetRequests() { m_requests.clear(); }
 
 private:
+    struct SpecialAnswer {
+        QByteArray header;
+        QByteArray value;
+        Answer answer;
+    };
+
+    Answer chooseAnswer(const Request& request) const;
     void addPages();
     void greet();
     void readRequest(QTcpSocket& socket);
@@ -73,6 +84,7 @@ private:
 
     QTcpServer m_server;
     QHash<QString, Answer> m_answers;
+    QMultiHash<QString, SpecialAnswer> m_specialAnswers;
     QList<Request> m_requests;
 };
 
