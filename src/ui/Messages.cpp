@@ -22,7 +22,7 @@ constexpr int besideText = 120; // Icon and margins.
 constexpr int belowText = 80;   // Margins, and those of the buttons.
 
 constexpr qsizetype longestToolTip = 2000;
-constexpr std::array<qsizetype, 4> longestWords = {500, 250, 120, 60};
+constexpr std::array<qsizetype, 5> longestWords = {500, 250, 120, 60, 30};
 constexpr QChar breakPoint(0x200B); // Zero-width space.
 
 /// A word that may break behind each of its parts, and anywhere in parts that are wider than a line.
@@ -66,6 +66,14 @@ int widestBox(int available) {
     return available <= largeScreen ? available : std::clamp(available - 480, 500, 1000);
 }
 
+/// Width of a box whose text is wrapped at `usual`; 0: Qt's own, which on small screens is half of them.
+int widthOfUsual(const QLabel& text, int usual, int available) {
+    constexpr int widestOfQt = 500;
+    const int longestLine = text.fontMetrics().size(0, text.text()).width();
+    const int needed = std::min(longestLine, usual) + besideText;
+    return std::min(needed, widestOfQt) > available / 2 ? needed : 0;
+}
+
 /// Puts as much of the words as there is room for into the box. Gives the width that it needs for that, 0:
 /// that of any box.
 int fitText(QMessageBox& box, const QSize& largest) {
@@ -82,7 +90,7 @@ int fitText(QMessageBox& box, const QSize& largest) {
             box.setText(fittedText(text, longest, metrics, width));
             shown.setText(box.text());
             if (shown.heightForWidth(width) <= height)
-                return width == usual ? 0 : widest + besideText;
+                return width == usual ? widthOfUsual(shown, usual, largest.width()) : widest + besideText;
         }
     }
     return widest + besideText;
@@ -112,9 +120,11 @@ int runMessage(QMessageBox& box) {
     // The box takes its size from its layout, whatever size it is given.
     auto* const layout = qobject_cast<QGridLayout*>(box.layout());
     const QMargins margins = layout->contentsMargins();
-    const QSize largest = largestSizeOf(box) - QSize(margins.left() + margins.right(), 0);
+    const QSize besideLayout(margins.left() + margins.right(), 0);
+    const QSize largest = largestSizeOf(box);
+    const int widest = widestBox(largest.width()) - besideLayout.width();
     const QString text = box.text();
-    const int width = std::max(fitText(box, largest), std::min(widthForTitle(box), largest.width()));
+    const int width = std::min(std::max(fitText(box, largest - besideLayout), widthForTitle(box)), widest);
     if (box.text() != text)
         box.setToolTip(text.left(longestToolTip));
     layout->addItem(new QSpacerItem(width, 0), layout->rowCount(), 0, 1, layout->columnCount());

@@ -9,6 +9,7 @@
 #include "ui/dialogs/FolderEntry.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmSplash.h"
+#include "ui/support/LockFile.h"
 #include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
@@ -29,37 +30,15 @@
 
 namespace wendmark {
 
+using test::leaveForeignLock;
+using test::LockFile;
+using test::lockIn;
 using test::onNextDialog;
 using test::patience;
 
 namespace {
 
 constexpr int mostProcesses = 1 << 22; // Linux counts its processes no further.
-
-std::string lockIn(const test::ScratchFolder& folder) {
-    return folder / ".wendmark.lock";
-}
-
-/// What a lock file of this process holds: process, program, machine, its id, and the id of its last start.
-struct LockFile {
-    LockFile() {
-        const test::ScratchFolder scratch;
-        QLockFile lock(toQString(scratch / "lock"));
-        if (lock.tryLock(0))
-            lines = QByteArray::fromStdString(test::readFile(scratch / "lock")).split('\n');
-    }
-
-    QByteArray text() const { return lines.join('\n'); }
-
-    QList<QByteArray> lines;
-};
-
-void leaveForeignLock(const test::ScratchFolder& folder) {
-    LockFile lock;
-    lock.lines[2] = "attic";
-    lock.lines[3] = "00000000000000000000000000000001";
-    test::writeFile(lockIn(folder), lock.text().toStdString());
-}
 
 } // namespace
 
@@ -268,19 +247,19 @@ private slots:
     void lockOfACrashedProgramIsTakenOverWithoutAWord() {
         QFETCH(QByteArray, lock);
         const test::ScratchFolder scratch;
-        test::writeFile(lockIn(scratch), lock.toStdString());
+        test::writeFile(lockIn(scratch.path()), lock.toStdString());
         SingleProgram program(toQString(scratch.path()));
         program.patience = 1;
         QVERIFY(enterFolder(program));
-        QVERIFY(QByteArray::fromStdString(test::readFile(lockIn(scratch))) == LockFile().text());
+        QVERIFY(QByteArray::fromStdString(test::readFile(lockIn(scratch.path()))) == LockFile().text());
         SingleProgram second(toQString(scratch.path()));
         QCOMPARE(second.enter(), SingleProgram::Entry::answered);
     }
 
     void lockOfAnotherMachineIsToldAndTakenOver() {
         const test::ScratchFolder scratch;
-        leaveForeignLock(scratch);
-        const QDateTime since = QFileInfo(toQString(lockIn(scratch))).lastModified();
+        leaveForeignLock(scratch.path());
+        const QDateTime since = QFileInfo(toQString(lockIn(scratch.path()))).lastModified();
         SingleProgram program(toQString(scratch.path()));
         onNextDialog([&](QDialog& message) {
             const QString text = test::textOf(message);
@@ -304,13 +283,13 @@ private slots:
     void programQuitsBeforeTheLockOfAnotherMachine() {
         QFETCH(int, key);
         const test::ScratchFolder scratch;
-        leaveForeignLock(scratch);
-        const std::string before = test::readFile(lockIn(scratch));
+        leaveForeignLock(scratch.path());
+        const std::string before = test::readFile(lockIn(scratch.path()));
         SingleProgram program(toQString(scratch.path()));
         onNextDialog([&](QDialog& message) { QTest::keyClick(&message, static_cast<Qt::Key>(key)); });
         QVERIFY(!enterFolder(program));
         QCOMPARE(test::dialogsExpected(), 0);
-        QCOMPARE(test::readFile(lockIn(scratch)), before);
+        QCOMPARE(test::readFile(lockIn(scratch.path())), before);
     }
 
     void sameNameIsNotTheSameMachine() {
@@ -319,14 +298,14 @@ private slots:
             QSKIP("this system gives machines no id");
         const test::ScratchFolder scratch;
         lock.lines[3] = "00000000000000000000000000000001";
-        test::writeFile(lockIn(scratch), lock.text().toStdString());
+        test::writeFile(lockIn(scratch.path()), lock.text().toStdString());
         SingleProgram program(toQString(scratch.path()));
         QCOMPARE(program.enter(), SingleProgram::Entry::elsewhere);
     }
 
     void programThatDoesNotAnswerIsToldAndTriedAgain() {
         const test::ScratchFolder scratch;
-        auto busy = std::make_unique<QLockFile>(toQString(lockIn(scratch)));
+        auto busy = std::make_unique<QLockFile>(toQString(lockIn(scratch.path())));
         QVERIFY(busy->tryLock(0));
         SingleProgram program(toQString(scratch.path()));
         program.patience = 1;
@@ -374,9 +353,10 @@ private slots:
 
     void lockThatCannotBeTakenAwayIsTold() {
         const test::ScratchFolder scratch;
-        QLockFile holder(toQString(lockIn(scratch)));
+        QLockFile holder(toQString(lockIn(scratch.path())));
         QVERIFY(holder.tryLock(0));
-        leaveForeignLock(scratch); // Into the same file, as a shared disk shows the lock of another machine.
+        leaveForeignLock(
+            scratch.path()); // Into the same file, as a shared disk shows the lock of another machine.
         SingleProgram program(toQString(scratch.path()));
         onNextDialog([](QDialog& message) { test::press(message, "Go On Here"); });
         onNextDialog([](QDialog& message) {

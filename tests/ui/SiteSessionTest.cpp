@@ -47,18 +47,19 @@ public:
         m_history.prepend(address);
     }
 
-    /// Waits for the message and the history, and looks at everything else.
+    /// Waits for the page, the message and the history, and looks at everything else.
     void verify(const QString& page, const QString& notice) {
         const bool settled = waitUntil([&] {
-            return m_open.notice() == notice && m_open.history() == m_history && !m_open.browser().isBusy();
+            return m_open.browser().locationURL() == page && m_open.notice() == notice &&
+                   m_open.history() == m_history && !m_open.browser().isBusy();
         });
-        QVERIFY2(settled, qPrintable("said: " + m_open.notice() + ", wanted: " + notice +
-                                     ", history: " + m_open.history().join(' ')));
-        QCOMPARE(m_open.browser().locationURL(), page);
+        QVERIFY2(settled, qPrintable("at: " + m_open.browser().locationURL() + ", said: " + m_open.notice() +
+                                     ", wanted: " + notice + ", history: " + m_open.history().join(' ')));
         QCOMPARE(m_open.address().currentText(), page);
         QCOMPARE(m_open.stopURL(2), m_stop);
     }
 
+    const QStringList& history() const { return m_history; }
     void expectStop(const QString& address) { m_stop = toUtf8(address); }
     SiteEditor& open() { return m_open; }
 
@@ -137,6 +138,77 @@ private slots:
         open.click("Stop");
         session.verify(open.served("/endless.htm"),
                        "Loading was stopped: parts of " + open.served("/endless.htm") + " may be missing.");
+    }
+
+    void slowPageThatIsLeftForAnotherIsNotVisited() {
+        Session session;
+        SiteEditor& open = session.open();
+        session.visit("/first.htm", "/first.htm");
+        session.enter(open.served("/slow.htm"));
+        QVERIFY(waitUntil([&] { return open.server.requestsFor("/slow.htm") > 0; }));
+        QCOMPARE(open.address().currentText(), open.served("/slow.htm"));
+        session.visit("/plain.htm", "/plain.htm");
+        open.click("Back");
+        session.record(open.served("/first.htm"));
+        session.verify(open.served("/first.htm"), {});
+        session.visit("/slow.htm", "/slow.htm");
+        open.click("Yes");
+        session.record(open.local("ft.htm"));
+        session.record(open.served("/slow.htm"));
+        session.expectStop(open.served("/slow.htm"));
+        session.verify(open.served("/slow.htm"), {});
+    }
+
+    void pageThatNeverEndsIsLeftByBackAndByAnAddress() {
+        Session session;
+        SiteEditor& open = session.open();
+        session.visit("/first.htm", "/first.htm");
+        session.enter(open.served("/never.htm"));
+        QVERIFY(waitUntil([&] { return open.browser().locationURL() == open.served("/never.htm"); }));
+        open.click("Back");
+        session.verify(open.served("/first.htm"), {});
+        session.enter(open.served("/never.htm"));
+        QVERIFY(waitUntil([&] { return open.browser().locationURL() == open.served("/never.htm"); }));
+        session.visit("/redirect.htm", "/plain.htm");
+    }
+
+    void pageThatReloadsItselfForEverIsThereOnce() {
+        Session session;
+        SiteEditor& open = session.open();
+        open.server.page("/restless.htm", "<title>Restless</title><script>onload = function () {"
+                                          "setTimeout(function () { location.reload(); }, 1); };</script>");
+        session.visit("/first.htm", "/first.htm");
+        session.enter(open.served("/restless.htm"));
+        session.record(open.served("/restless.htm"));
+        for (const int reloads : {2, 4, 8}) {
+            QVERIFY(waitUntil([&] { return open.server.requestsFor("/restless.htm") > reloads; }));
+            QVERIFY(waitUntil([&] { return open.history() == session.history(); }));
+            QCOMPARE(open.browser().locationURL(), open.served("/restless.htm"));
+            QCOMPARE(open.address().currentText(), open.served("/restless.htm"));
+            QCOMPARE(open.notice(), QString());
+        }
+        session.visit("/plain.htm", "/plain.htm");
+        open.click("Back");
+        QVERIFY(waitUntil([&] { return open.browser().locationURL() == open.served("/restless.htm"); }));
+        QCOMPARE(open.address().currentText(), open.served("/restless.htm"));
+        session.visit("/moving.htm", "/plain.htm");
+    }
+
+    void redirectToAPageThatFailsIsNotVisited() {
+        Session session;
+        SiteEditor& open = session.open();
+        open.server.redirect("/lost.htm", "/broken.htm");
+        open.server.redirect("/found.htm", "/slow.htm");
+        session.visit("/first.htm", "/first.htm");
+        session.enter(open.served("/lost.htm"));
+        session.verify(open.served("/broken.htm"),
+                       open.served("/broken.htm") +
+                           " could not be loaded: the server broke the connection off.");
+        session.visit("/found.htm", "/slow.htm");
+        open.click("Back");
+        session.verify(open.served("/broken.htm"),
+                       open.served("/broken.htm") +
+                           " could not be loaded: the server broke the connection off.");
     }
 };
 

@@ -4,6 +4,7 @@
 #include "model/Workspace.h"
 #include "platform/RecentTours.h"
 #include "platform/Settings.h"
+#include "platform/SingleProgram.h"
 #include "platform/Strings.h"
 #include "platform/Twips.h"
 #include "recovery/SavedScripts.h"
@@ -12,6 +13,7 @@
 #include "ui/controls/ElidedLabel.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/FileChooser.h"
+#include "ui/dialogs/FolderEntry.h"
 #include "ui/dialogs/WizardState.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmEarlierSaves.h"
@@ -33,12 +35,13 @@
 #include "ui/find/frmFind.h"
 #include "ui/looks/Looks.h"
 #include "ui/main/Editors.h"
-#include "ui/main/SidePanels.h"
 #include "ui/main/frmMain.h"
 #include "ui/narration/frmNarEdit.h"
 #include "ui/site/frmBrowser.h"
 #include "ui/site/frmTestFrame.h"
 #include "ui/site/frmWarnURL.h"
+#include "ui/stops/SideDock.h"
+#include "ui/support/LockFile.h"
 #include "ui/support/PageWithParts.h"
 #include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
@@ -48,10 +51,13 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <QDir>
+#include <QEvent>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
+#include <QLockFile>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
@@ -87,6 +93,13 @@ void runProperties(UiFixture& program, int tab) {
     frmPropTab dialog(program.document, {}, program.desktop);
     dialog.findChild<QTabWidget*>(QStringLiteral("TabStrip1"))->setCurrentIndex(tab);
     runDialog(dialog);
+}
+
+/// An application folder that lies deep down.
+std::string longFolderIn(const UiFixture& program) {
+    const QString folder = program.path(longPath.mid(1));
+    QDir().mkpath(folder);
+    return toUtf8(folder);
 }
 
 /// Every modal dialog and each kind of message box.
@@ -209,6 +222,29 @@ constexpr DialogCase dialogs[] = {
          frmWizard3 page(state, program.workspace.folders(), program.desktop);
          press(page, QStringLiteral("btnCreate"));
      }},
+    {"folder that another machine has locked",
+     [](UiFixture& program) {
+         const std::string folder = longFolderIn(program);
+         test::leaveForeignLock(folder);
+         SingleProgram start(toQString(folder));
+         enterFolder(start);
+     }},
+    {"program that does not answer",
+     [](UiFixture& program) {
+         const std::string folder = longFolderIn(program);
+         QLockFile busy(toQString(test::lockIn(folder)));
+         busy.tryLock(0);
+         SingleProgram start(toQString(folder));
+         start.patience = 1;
+         enterFolder(start, {longPath});
+     }},
+    {"folder that cannot be written",
+     [](UiFixture& program) {
+         const std::string folder = longFolderIn(program) + "/missing";
+         SingleProgram start(toQString(folder));
+         start.patience = 1;
+         enterFolder(start);
+     }},
     {"file",
      [](UiFixture&) { chooseFile(nullptr, QStringLiteral("Select a page"), QStringLiteral("*.htm"), {}); }},
 };
@@ -293,18 +329,42 @@ QString rectText(const QRect& rect) {
         .arg(rect.height());
 }
 
-/// What is wrong with a window that has just been opened: nothing.
-QStringList findings(QWidget& window) {
+/// What is wrong with a window that is on screen: nothing.
+QStringList findingsNow(const QWidget& window) {
     QStringList found;
-    if (!QTest::qWaitForWindowExposed(&window))
-        return {QStringLiteral("not shown")};
-    QCoreApplication::processEvents();
     const QRect screen = window.screen()->availableGeometry();
     if (!screen.contains(window.frameGeometry()))
         found.append(
             QStringLiteral("frame %1 outside %2").arg(rectText(window.frameGeometry()), rectText(screen)));
     return found + cutTexts(window);
 }
+
+/// Same, of a window that has just been opened.
+QStringList findings(QWidget& window) {
+    if (!QTest::qWaitForWindowExposed(&window))
+        return {QStringLiteral("not shown")};
+    QCoreApplication::processEvents();
+    return findingsNow(window);
+}
+
+/// Looks at the notice that pages are being made, each time it paints its text: it comes and goes by itself.
+class NoticeLook final : public QObject {
+public:
+    NoticeLook() { QCoreApplication::instance()->installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        const auto* const text = qobject_cast<const QLabel*>(watched);
+        if (event->type() == QEvent::Paint && text != nullptr &&
+            text->objectName() == QLatin1String("lblMaking")) {
+            ++looks;
+            found += findingsNow(*text->window());
+        }
+        return false;
+    }
+
+    int looks = 0;
+    QStringList found;
+};
 
 void useLongTexts(UiFixture& program) {
     program.model.tourTitle = toUtf8(longTitle);
@@ -351,7 +411,7 @@ private slots:
         for (const DialogCase& dialog : dialogs)
             QTest::newRow(dialog.name) << QString::fromLatin1(dialog.name);
     }
-    void dialogIsInsideTheScreenAndShowsItsTexts() {
+    void dialogIsInsideTheScreenAndShowsItsTexts() { // Also when it is made as small as it lets itself be.
         QFETCH(QString, name);
         UiFixture program;
         useLongTexts(program);
@@ -359,7 +419,9 @@ private slots:
             if (name != QLatin1String(dialog.name))
                 continue;
             onNextDialog([](QDialog& shown) {
-                const QStringList found = findings(shown);
+                QStringList found = findings(shown);
+                shown.resize(0, 0);
+                found += findings(shown);
                 shown.reject();
                 QCOMPARE(found.join(QLatin1String("; ")), QString());
             });
@@ -372,11 +434,35 @@ private slots:
         if (!isLargeEnough(open.window))
             QSKIP("The smallest size of the main window is larger than this screen.");
         QTRY_COMPARE_WITH_TIMEOUT(findings(open.window).join(QLatin1String("; ")), QString(), patience);
-        if (open.window.width() < roomForPanels)
-            return;
-        open.window.sides().toggleList();
-        open.window.sides().toggleStop();
+    }
+
+    void panelsAtTheSidesShowTheirTexts() {
+        OpenTour open;
+        if (!isLargeEnough(open.window))
+            QSKIP("The smallest size of the main window is larger than this screen.");
+        auto& list = *open.window.findChild<SideDock*>(QStringLiteral("stopList"));
+        auto& stop = *open.window.findChild<SideDock*>(QStringLiteral("stopPanel"));
+        const bool both = open.window.width() >= roomForPanels;
+        list.setVisible(true);
+        stop.setVisible(both);
         QTRY_COMPARE_WITH_TIMEOUT(findings(open.window).join(QLatin1String("; ")), QString(), patience);
+        list.setVisible(both);
+        stop.setVisible(true);
+        for (const int width : {1, 400}) {
+            open.window.resizeDocks({&list, &stop}, {width, width}, Qt::Horizontal);
+            QTRY_COMPARE_WITH_TIMEOUT(findings(open.window).join(QLatin1String("; ")), QString(), patience);
+        }
+    }
+
+    void noticeOfATourThatTakesLongFits() {
+        UiFixture program;
+        qint64 now = 0;
+        program.stepClock = [&now] { return now += 1000; }; // Each step is a long one.
+        NoticeLook look;
+        frmMain window(program.parts());
+        window.load(program.makeTour(longName, 3));
+        QVERIFY(look.looks > 0);
+        QCOMPARE(look.found.join(QLatin1String("; ")), QString());
     }
 
     void narrationEditorIsInsideTheScreenAndShowsItsTexts() {

@@ -20,13 +20,15 @@ namespace wendmark {
 
 namespace {
 
-/// A layout's own smallest size leaves wrapped text out of account.
-void keepWrappedTextVisible(QDialog& dialog) {
+/// A layout's own smallest size leaves wrapped text out of account, and does not count beside a dialog's.
+void keepTextsVisible(QDialog& dialog) {
     const QLayout* const layout = dialog.layout();
-    if (layout == nullptr || !layout->hasHeightForWidth())
+    if (layout == nullptr)
         return;
-    const int width = std::max(dialog.minimumWidth(), layout->totalMinimumSize().width());
-    dialog.setMinimumSize(width, layout->totalMinimumHeightForWidth(width));
+    const QSize smallest = layout->totalMinimumSize().expandedTo(QSize(dialog.minimumWidth(), 0));
+    const int height = layout->hasHeightForWidth() ? layout->totalMinimumHeightForWidth(smallest.width())
+                                                   : std::max(smallest.height(), dialog.minimumHeight());
+    dialog.setMinimumSize(smallest.width(), height);
 }
 
 } // namespace
@@ -88,7 +90,7 @@ QDialogButtonBox* makeSelectionButtons(QWidget* parent) {
 
 void runDialog(QDialog& dialog) {
     dialog.setMinimumWidth(std::max(dialog.minimumWidth(), widthForTitle(dialog)));
-    keepWrappedTextVisible(dialog);
+    keepTextsVisible(dialog);
     dialog.adjustSize(); // To two thirds of the screen at most.
     dialog.resize(dialog.size().expandedTo(dialog.sizeHint()));
     centreOnScreen(dialog);
@@ -97,7 +99,7 @@ void runDialog(QDialog& dialog) {
 }
 
 void makeRoomForTexts(QDialog& dialog) {
-    keepWrappedTextVisible(dialog);
+    keepTextsVisible(dialog);
     keepOnScreen(dialog);
 }
 

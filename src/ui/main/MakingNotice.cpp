@@ -59,11 +59,12 @@ void MakingNotice::tell() {
     if (anotherWindowIsShown(*this))
         return;
     const std::string folder = m_document.workspace().tourPath();
-    m_text->setText(folder.empty() ? tr("Making the pages of the tour...")
-                                   : tr("Making the pages of %1...").arg(nameOf(folder)));
-    setAccessibleDescription(m_text->text());
-    if (isVisible())
+    const QString text = folder.empty() ? tr("Making the pages of the tour...")
+                                        : tr("Making the pages of %1...").arg(nameOf(folder));
+    if (isVisible() && text == m_text->text())
         return;
+    m_text->setText(text);
+    setAccessibleDescription(text);
     adjustSize();
     centreOnScreen(*this);
     keepOnScreen(*this);

@@ -2,8 +2,12 @@
 
 #include "platform/Twips.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QMainWindow>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <algorithm>
 #include <utility>
 
 namespace wendmark {
@@ -11,6 +15,34 @@ namespace wendmark {
 namespace {
 
 constexpr int smallestWidth = 150; // Pixels.
+
+/// What the dock shows of its panel: all of it, or a part that scrolls where the window is too low for it.
+class PanelArea final : public QScrollArea {
+public:
+    PanelArea(QWidget* panel, QWidget* parent) : QScrollArea(parent) {
+        setWidgetResizable(true);
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setWidget(panel);
+        panel->setAutoFillBackground(false);
+        connect(qApp, &QApplication::focusChanged, this, &PanelArea::showFocus);
+    }
+
+    ~PanelArea() override { disconnect(qApp, nullptr, this, nullptr); } // The focus may leave its parts now.
+    Q_DISABLE_COPY_MOVE(PanelArea)
+
+    /// As wide as the panel's texts need, beside the scroll bar.
+    QSize minimumSizeHint() const override {
+        const int needed = widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width();
+        return {std::max(smallestWidth, needed), QScrollArea::minimumSizeHint().height()};
+    }
+
+private:
+    void showFocus(const QWidget*, QWidget* now) {
+        if (now != nullptr && widget()->isAncestorOf(now))
+            ensureWidgetVisible(now);
+    }
+};
 
 } // namespace
 
@@ -24,8 +56,7 @@ SideDock::SideDock(SideDockKind kind, QWidget* panel, SettingsStore& settings, Q
     setObjectName(m_kind.name);
     setFeatures(DockWidgetClosable | DockWidgetMovable);
     setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
-    panel->setMinimumWidth(smallestWidth);
-    setWidget(panel);
+    setWidget(new PanelArea(panel, this));
     window.addDockWidget(m_kind.area, this);
     window.installEventFilter(this);
     m_placed.setSingleShot(true);

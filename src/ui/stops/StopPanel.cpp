@@ -191,6 +191,10 @@ std::optional<StopTexts> StopPanel::unstoredTexts() const {
     return StopTexts{m_typed->after.stopTitle, m_typed->after.stopNarration, m_typed->after.stopInstruction};
 }
 
+int StopPanel::heightForWidth(int width) const {
+    return layout()->totalMinimumHeightForWidth(width);
+}
+
 /// The stop as the fields have it; what is no address leaves the one that it has.
 Stop StopPanel::present() const {
     std::string address = addressFromTyping(m_address->text(), m_parts.document.workspace());

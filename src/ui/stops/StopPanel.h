@@ -51,6 +51,9 @@ public:
     /// What was typed and has to wait for a command to end.
     std::optional<StopTexts> unstoredTexts() const;
 
+    /// The least that shows all of the fields.
+    int heightForWidth(int width) const override;
+
 signals:
     /// The author wants to choose the page in the site editor, or a file.
     void siteEditorWanted();
