@@ -109,7 +109,7 @@ private slots:
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("reason");
         QTest::newRow("header") << "/deny.htm"
-                                << "Its server refuses frames of other sites: X-Frame-Options: DENY";
+                                << "Its server refuses frames of other sites: X-Frame-Options: deny";
         QTest::newRow("script") << "/busting.htm"
                                 << "The page has left its frame and taken over the whole window.";
         QTest::newRow("no page") << "/broken.htm"
