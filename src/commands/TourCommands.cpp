@@ -12,7 +12,6 @@
 #include "model/Workspace.h"
 #include "publish/Framesets.h"
 #include "publish/StopPages.h"
-#include "publish/TourChoicesFile.h"
 #include "publish/TourPages.h"
 
 namespace wendmark {
@@ -51,7 +50,6 @@ ScriptReading openTour(TourContext& context) {
     makeIndexPage(context);
     makeTourGuide(context);
     makeOpeningPage(context);
-    makeWordsAndChoices(context);
     useEditingNavigator(context);
     context.desktop.navigateMainBrowser("file://" + context.workspace.folders().appPath + "/NewTour/fv1.htm");
     model.tourChanged = false;

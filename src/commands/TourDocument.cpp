@@ -9,7 +9,6 @@
 #include "model/ScriptFile.h"
 #include "publish/Framesets.h"
 #include "publish/StopPages.h"
-#include "publish/TourChoicesFile.h"
 #include "publish/TourPages.h"
 
 #include <algorithm>
@@ -57,7 +56,6 @@ void TourDocument::makeFinalForm() {
     m_model.editingMode = false;
     makeWorkingFrameset(m_context);
     makeTourFramesets(m_context);
-    makeWordsAndChoices(m_context);
 }
 
 void TourDocument::beginOpening() {

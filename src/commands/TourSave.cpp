@@ -10,7 +10,6 @@
 #include "model/TourModel.h"
 #include "model/Workspace.h"
 #include "publish/Framesets.h"
-#include "publish/TourChoicesFile.h"
 
 #include <string>
 
@@ -41,11 +40,9 @@ std::string composeLaunchList(const TourModel& model) {
     return list;
 }
 
-/// What differs between a tour that is edited and one that is saved, but for the navigator.
-bool makeWhatHasTwoForms(TourContext& context) {
-    bool complete = makeWorkingFrameset(context);
-    complete = makeTourFramesets(context) && complete;
-    return makeWordsAndChoices(context) && complete;
+bool makeAllFramesets(TourContext& context) {
+    const bool complete = makeWorkingFrameset(context);
+    return makeTourFramesets(context) && complete;
 }
 
 } // namespace
@@ -73,7 +70,7 @@ void writeLaunchList(TourContext& context) {
 bool makeFinalForm(TourContext& context) {
     bool complete = writeScript(context);
     context.model.editingMode = false;
-    complete = makeWhatHasTwoForms(context) && complete;
+    complete = makeAllFramesets(context) && complete;
     return useFinalNavigator(context) && complete;
 }
 
@@ -83,7 +80,7 @@ bool saveTourAs(TourContext& context) {
     complete = context.workspace.copyWorkingCopyToTour() && complete;
     useEditingNavigator(context);
     context.model.editingMode = true;
-    makeWhatHasTwoForms(context);
+    makeAllFramesets(context);
     return complete;
 }
 

@@ -8,7 +8,6 @@
 #include "publish/PageFile.h"
 #include "publish/StopPages.h"
 #include "publish/TemplateFiller.h"
-#include "publish/TourChoicesFile.h"
 
 #include <string>
 
@@ -137,7 +136,6 @@ void makeEveryPage(TourContext& context) {
     makeContentsPage(context);
     makeTourGuide(context);
     makeOpeningPage(context);
-    makeWordsAndChoices(context);
 }
 
 } // namespace wendmark

@@ -1,7 +1,5 @@
 #include "recovery/RecoveryRecord.h"
 
-#include "model/TourChoices.h"
-
 #include <algorithm>
 #include <charconv>
 #include <concepts>
@@ -60,13 +58,6 @@ void visitWork(Record& record, Visit visit) {
         visit("stopNarration", stop.stopNarration);
         visit("stopInstruction", stop.stopInstruction);
     }
-}
-
-/// Fields that a record has only where something is chosen, so that earlier records can be read, too.
-template <typename Record, typename Visit>
-void visitChoices(Record& record, Visit visit) {
-    visit("language", record.model.language);
-    visit("wordsBesidePage", record.model.wordsBesidePage);
 }
 
 template <typename Texts, typename Visit>
@@ -133,9 +124,6 @@ public:
         ok = ok && error == std::errc() && end == digits.data() + digits.size();
     }
 
-    bool isAt(std::string_view name) const {
-        return m_rest.starts_with(name) && m_rest.substr(name.size()).starts_with(' ');
-    }
     bool isAtEnd() const { return m_rest.empty(); }
 
     bool ok = true;
@@ -170,8 +158,6 @@ std::string encodeRecord(const RecoveryRecord& record) {
     visitFields(record, std::ref(writer));
     if (record.unapplied)
         visitTexts(*record.unapplied, std::ref(writer));
-    if (hasChoices(record.model))
-        visitChoices(record, std::ref(writer));
     writer("end", std::string());
     return std::move(writer.bytes);
 }
@@ -179,7 +165,6 @@ std::string encodeRecord(const RecoveryRecord& record) {
 std::string encodeWork(const RecoveryRecord& record) {
     Writer writer(record);
     visitWork(record, std::ref(writer));
-    visitChoices(record, std::ref(writer));
     return std::move(writer.bytes);
 }
 
@@ -196,14 +181,11 @@ std::optional<RecoveryRecord> decodeRecord(std::string_view bytes) {
             reader = withTexts;
         }
     }
-    if (reader.isAt("language"))
-        visitChoices(record, std::ref(reader));
     std::string end;
     reader("end", end);
     const TourModel& model = record.model;
-    const bool makesSense =
-        model.launchURLCount >= 0 && (model.language.empty() || isLanguageCode(model.language));
-    return reader.ok && reader.isAtEnd() && makesSense ? std::optional(std::move(record)) : std::nullopt;
+    const bool countsMakeSense = model.launchURLCount >= 0;
+    return reader.ok && reader.isAtEnd() && countsMakeSense ? std::optional(std::move(record)) : std::nullopt;
 }
 
 } // namespace wendmark

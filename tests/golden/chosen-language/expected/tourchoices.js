@@ -1,5 +1,0 @@
-'use strict';
-
-// What the author of this tour has chosen for it.
-tourChoices.language = 'de';
-tourChoices.layout = 'side';
