@@ -1,40 +1,28 @@
 'use strict';
 
 /**
- * Loads the pages of the next stops ahead, in the frame of no height, so that they come out of the browser's cache when
- * the visitor gets to them. Browsers that are asked to save data load none. The frame also reads the titles of all
- * stops from the contents page.
+ * Loads the pages of all stops ahead, in the frame of no height, so that they come out of the browser's cache when
+ * the visitor gets to them.
  */
 (() => {
-  const stopsAhead = 3;
-  let task = null; // What the tour has asked for: {stopCount, timeForEach}.
-  let shownStop = 0;
-  let loadedStop = 0;
-  let isLoading = false;
-
-  /**
-   * Opens an address in a frame of its own: only then is it certain whose load event is heard. A page of somebody
-   * else's may run there as it does in the site frame, but starts no download, opens no window and asks nothing.
-   */
-  function openFrame(address, { name = 'loading', isForeign = false } = {}) {
+  /** Opens an address in a frame of its own: only then is it certain whose load event is heard. */
+  function openFrame(address) {
     const frame = document.createElement('iframe');
-    frame.name = name;
-    frame.title = 'Loaded ahead';
-    if (isForeign)
-      frame.sandbox = 'allow-scripts allow-same-origin';
+    frame.name = 'loading';
+    frame.title = 'Stop loaded ahead';
     frame.src = address;
     document.querySelector('main').append(frame);
     return frame;
   }
 
-  /** The first message of this kind that the page in a frame sends. */
-  function messageOf(frame, kind) {
+  /** The address that the page of a stop tells. */
+  function addressToldBy(frame) {
     return new Promise((resolve) => {
       addEventListener('message', function listen(event) {
-        if (event.source !== frame.contentWindow || event.data?.tour !== kind)
+        if (event.source !== frame.contentWindow || event.data?.tour !== 'stop')
           return;
         removeEventListener('message', listen);
-        resolve(event.data);
+        resolve(event.data.address);
       });
     });
   }
@@ -49,44 +37,19 @@
 
   async function loadStop(stop, timeIsUp) {
     const stopFrame = openFrame(`page${stop}.htm`);
-    const told = await Promise.race([messageOf(stopFrame, 'stop'), timeIsUp]);
+    const address = await Promise.race([addressToldBy(stopFrame), timeIsUp]);
     stopFrame.remove();
-    if (!isPageAddress(told?.address))
+    if (!isPageAddress(address))
       return;
-    const siteFrame = openFrame(told.address, { isForeign: true });
+    const siteFrame = openFrame(address);
     await Promise.race([loaded(siteFrame), timeIsUp]);
     siteFrame.remove();
   }
 
-  function isWanted(stop) {
-    return task && stop <= Math.min(task.stopCount, shownStop + stopsAhead);
+  async function loadStops({ stopCount, timeForEach }) {
+    for (let stop = 1; stop <= stopCount; stop += 1)
+      await loadStop(stop, elapsed(timeForEach));
   }
 
-  async function loadStops() {
-    if (isLoading || navigator.connection?.saveData)
-      return;
-    isLoading = true;
-    while (isWanted(Math.max(loadedStop, shownStop) + 1)) {
-      loadedStop = Math.max(loadedStop, shownStop) + 1;
-      await loadStop(loadedStop, elapsed(task.timeForEach));
-    }
-    isLoading = false;
-  }
-
-  async function tellTitles() {
-    const frame = openFrame('toc.htm', { name: 'titles' });
-    const { titles } = await messageOf(frame, 'titles');
-    frame.remove();
-    tourPage.tell({ tour: 'titles', titles });
-  }
-
-  tourPage.hear('load-ahead', (asked) => {
-    task = asked;
-    loadStops();
-  });
-  tourPage.hear('state', ({ stop }) => {
-    shownStop = stop;
-    loadStops();
-  });
-  tourPage.hear('tell-titles', tellTitles);
+  tourPage.hear('load-ahead', loadStops);
 })();

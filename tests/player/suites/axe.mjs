@@ -18,8 +18,7 @@ async function openAnyPage(visitor, name) {
   await visitor.goTo(name);
   await visitor.announced(stop, { since });
   await visitor.happened.waitFor(
-    (event) => event.what === 'load' && event.frame === 'mw'
-      && !/\/(openhelp|tourwait)\.htm/.test(event.url),
+    (event) => event.what === 'load' && event.frame === 'mw' && !event.url.endsWith('openhelp.htm'),
     'the page of the stop', { since });
 }
 

@@ -1,7 +1,6 @@
 import { createReadStream } from 'node:fs';
-import { readFile, stat } from 'node:fs/promises';
+import { stat } from 'node:fs/promises';
 import { createServer } from 'node:http';
-import { createServer as createSecureServer } from 'node:https';
 import { extname, join, normalize } from 'node:path';
 import { EventLog } from './event-log.mjs';
 
@@ -38,20 +37,18 @@ async function sendFile(path, response) {
 
 /**
  * Serves a folder on the loopback address. `requests` logs every request as {path, at}, `at` in milliseconds. A path that is held gets no
- * answer until it is released. With `secure` it is a server for https, of a certificate that only these tests trust.
+ * answer until it is released.
  */
-export async function serveFolder(folder, { secure = false } = {}) {
+export async function serveFolder(folder) {
   const requests = new EventLog('request');
   const held = new Map();
-  const answer = async (request, response) => {
+  const server = createServer(async (request, response) => {
     const path = decodeURIComponent(new URL(request.url, 'http://server').pathname);
     requests.add({ path, at: performance.now() });
     await held.get(path)?.opened;
     await sendFile(join(folder, normalize(path)), response);
-  };
-  const pem = secure ? await readFile(new URL('loopback.pem', import.meta.url)) : null;
-  const server = secure ? createSecureServer({ key: pem, cert: pem }, answer) : createServer(answer);
-  const origin = `${secure ? 'https' : 'http'}://127.0.0.1:${await listen(server)}/`;
+  });
+  const origin = `http://127.0.0.1:${await listen(server)}/`;
   return {
     origin,
     requests,
