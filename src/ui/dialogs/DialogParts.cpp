@@ -20,15 +20,13 @@ namespace wendmark {
 
 namespace {
 
-/// A layout's own smallest size leaves wrapped text out of account, and does not count beside a dialog's.
-void keepTextsVisible(QDialog& dialog) {
+/// A layout's own smallest size leaves wrapped text out of account.
+void keepWrappedTextVisible(QDialog& dialog) {
     const QLayout* const layout = dialog.layout();
-    if (layout == nullptr)
+    if (layout == nullptr || !layout->hasHeightForWidth())
         return;
-    const QSize smallest = layout->totalMinimumSize().expandedTo(QSize(dialog.minimumWidth(), 0));
-    const int height = layout->hasHeightForWidth() ? layout->totalMinimumHeightForWidth(smallest.width())
-                                                   : std::max(smallest.height(), dialog.minimumHeight());
-    dialog.setMinimumSize(smallest.width(), height);
+    const int width = std::max(dialog.minimumWidth(), layout->totalMinimumSize().width());
+    dialog.setMinimumSize(width, layout->totalMinimumHeightForWidth(width));
 }
 
 } // namespace
@@ -90,7 +88,7 @@ QDialogButtonBox* makeSelectionButtons(QWidget* parent) {
 
 void runDialog(QDialog& dialog) {
     dialog.setMinimumWidth(std::max(dialog.minimumWidth(), widthForTitle(dialog)));
-    keepTextsVisible(dialog);
+    keepWrappedTextVisible(dialog);
     dialog.adjustSize(); // To two thirds of the screen at most.
     dialog.resize(dialog.size().expandedTo(dialog.sizeHint()));
     centreOnScreen(dialog);
@@ -99,7 +97,7 @@ void runDialog(QDialog& dialog) {
 }
 
 void makeRoomForTexts(QDialog& dialog) {
-    keepTextsVisible(dialog);
+    keepWrappedTextVisible(dialog);
     keepOnScreen(dialog);
 }
 
