@@ -1,28 +1,40 @@
 'use strict';
 
 /**
- * Loads the pages of all stops ahead, in the frame of no height, so that they come out of the browser's cache when
- * the visitor gets to them.
+ * Loads the pages of the next stops ahead, in the frame of no height, so that they come out of the browser's cache when
+ * the visitor gets to them. Browsers that are asked to save data load none. The frame also reads the titles of all
+ * stops from the contents page.
  */
 (() => {
-  /** Opens an address in a frame of its own: only then is it certain whose load event is heard. */
-  function openFrame(address) {
+  const stopsAhead = 3;
+  let task = null; // What the tour has asked for: {stopCount, timeForEach}.
+  let shownStop = 0;
+  let loadedStop = 0;
+  let isLoading = false;
+
+  /**
+   * Opens an address in a frame of its own: only then is it certain whose load event is heard. A page of somebody
+   * else's may run there as it does in the site frame, but starts no download, opens no window and asks nothing.
+   */
+  function openFrame(address, { name = 'loading', isForeign = false } = {}) {
     const frame = document.createElement('iframe');
-    frame.name = 'loading';
-    frame.title = 'Stop loaded ahead';
+    frame.name = name;
+    frame.title = 'Loaded ahead';
+    if (isForeign)
+      frame.sandbox = 'allow-scripts allow-same-origin';
     frame.src = address;
     document.querySelector('main').append(frame);
     return frame;
   }
 
-  /** The address that the page of a stop tells. */
-  function addressToldBy(frame) {
+  /** The first message of this kind that the page in a frame sends. */
+  function messageOf(frame, kind) {
     return new Promise((resolve) => {
       addEventListener('message', function listen(event) {
-        if (event.source !== frame.contentWindow || event.data?.tour !== 'stop')
+        if (event.source !== frame.contentWindow || event.data?.tour !== kind)
           return;
         removeEventListener('message', listen);
-        resolve(event.data.address);
+        resolve(event.data);
       });
     });
   }
@@ -37,19 +49,44 @@
 
   async function loadStop(stop, timeIsUp) {
     const stopFrame = openFrame(`page${stop}.htm`);
-    const address = await Promise.race([addressToldBy(stopFrame), timeIsUp]);
+    const told = await Promise.race([messageOf(stopFrame, 'stop'), timeIsUp]);
     stopFrame.remove();
-    if (!isPageAddress(address))
+    if (!isPageAddress(told?.address))
       return;
-    const siteFrame = openFrame(address);
+    const siteFrame = openFrame(told.address, { isForeign: true });
     await Promise.race([loaded(siteFrame), timeIsUp]);
     siteFrame.remove();
   }
 
-  async function loadStops({ stopCount, timeForEach }) {
-    for (let stop = 1; stop <= stopCount; stop += 1)
-      await loadStop(stop, elapsed(timeForEach));
+  function isWanted(stop) {
+    return task && stop <= Math.min(task.stopCount, shownStop + stopsAhead);
   }
 
-  tourPage.hear('load-ahead', loadStops);
+  async function loadStops() {
+    if (isLoading || navigator.connection?.saveData)
+      return;
+    isLoading = true;
+    while (isWanted(Math.max(loadedStop, shownStop) + 1)) {
+      loadedStop = Math.max(loadedStop, shownStop) + 1;
+      await loadStop(loadedStop, elapsed(task.timeForEach));
+    }
+    isLoading = false;
+  }
+
+  async function tellTitles() {
+    const frame = openFrame('toc.htm', { name: 'titles' });
+    const { titles } = await messageOf(frame, 'titles');
+    frame.remove();
+    tourPage.tell({ tour: 'titles', titles });
+  }
+
+  tourPage.hear('load-ahead', (asked) => {
+    task = asked;
+    loadStops();
+  });
+  tourPage.hear('state', ({ stop }) => {
+    shownStop = stop;
+    loadStops();
+  });
+  tourPage.hear('tell-titles', tellTitles);
 })();

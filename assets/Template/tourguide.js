@@ -2,11 +2,34 @@
 
 /** The tour guide: all narrations of the tour on one page, to read or to print. */
 (() => {
+  const isTitle = (element) => /^\s*Stop-\d+:/.test(element.textContent);
+
   function markStopHeadings() {
-    for (const title of document.querySelectorAll('main > p > b:first-child > font[color="#CC0000" i]')) {
+    for (const title of document.querySelectorAll('main p > b > font[color="#CC0000" i]')) {
+      if (!isTitle(title))
+        continue;
       title.closest('p').setAttribute('role', 'heading');
       title.closest('p').setAttribute('aria-level', '2');
     }
+  }
+
+  /**
+   * The words of each stop, for the contents page that has loaded this one to look into them. A title may hold mark-up
+   * that is not closed, so they are told apart by the numbers in the text.
+   */
+  function tellWords() {
+    const words = [];
+    const texts = document.createTreeWalker(document.querySelector('main'), NodeFilter.SHOW_TEXT);
+    let stop = 0;
+    while (texts.nextNode()) {
+      const { data, parentElement } = texts.currentNode;
+      const [, number] = /^\s*Stop-(\d+):/.exec(data) || [];
+      if (number && parentElement.closest('font[color="#CC0000" i]'))
+        stop = Number(number);
+      if (stop > 0)
+        words[stop - 1] = `${words[stop - 1] || ''}${data} `;
+    }
+    parent.postMessage({ tour: 'words', words }, '*');
   }
 
   /** Narrations link to sub-stops through this function; here it simply opens the page. */
@@ -17,6 +40,8 @@
 
   tourPage.documentReady.then(() => {
     markStopHeadings();
+    if (location.hash === '#words' && parent !== self)
+      tellWords();
     document.getElementById('print')?.addEventListener('click', () => print());
   });
 })();

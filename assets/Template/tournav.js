@@ -2,30 +2,67 @@
 
 /** The navigator: the buttons of the tour. Its status text is where the stop that is shown announces itself. */
 (() => {
+  const part = (id) => document.getElementById(id);
+
   function isUsable(step, state) {
     if (step === 'next')
       return state.stop < state.stopCount;
     return step === 'previous' ? state.stop > 0 : true;
   }
 
+  /** Puts text into a part of the navigator that an author may have taken out, and shows it if there is text. */
+  function fill(id, text) {
+    const element = part(id);
+    if (!element)
+      return;
+    if (element.textContent !== text)
+      element.textContent = text;
+    element.hidden = !text;
+  }
+
   // Buttons stay focusable while they cannot be used, so that the keyboard does not lose its place at the last
   // stop.
-  function show(state) {
+  function showButtons(state) {
     for (const button of document.querySelectorAll('[data-go]'))
       button.setAttribute('aria-disabled', String(!isUsable(button.dataset.go, state)));
-    const position = document.getElementById('position');
-    if (position)
-      position.textContent = state.stop > 0 ? `${state.stop} of ${state.stopCount}` : 'Start';
+    const open = part('open-page');
+    if (open) {
+      open.hidden = !isPageAddress(state.address);
+      open.href = state.address;
+    }
   }
 
-  function press(event) {
-    const button = event.target.closest('[data-go]');
-    if (button && button.getAttribute('aria-disabled') !== 'true')
-      tourPage.tell({ tour: 'go', to: button.dataset.go });
+  function comingText({ stop, stopCount, nextTitle }) {
+    if (stopCount > 0 && stop === stopCount)
+      return 'This is the last stop.';
+    return nextTitle ? `Next: ${nextTitle}` : '';
   }
 
-  document.addEventListener('click', press);
+  function spokenText({ stop, stopCount, title }) {
+    return stop > 0 ? `Stop ${stop} of ${stopCount}${title ? `: ${title}` : ''}` : 'Start of the tour';
+  }
+
+  function show(state) {
+    const { stop, stopCount } = state;
+    showButtons(state);
+    fill('position', stop > 0 ? `${stop} of ${stopCount}` : 'Start');
+    fill('coming', comingText(state));
+    fill('spoken', spokenText(state));
+    const progress = part('progress');
+    if (progress) {
+      progress.hidden = stopCount < 1;
+      progress.max = Math.max(1, stopCount);
+      progress.value = stop;
+    }
+  }
+
+  // What is said of the stop names it; the short form would only be said beside it.
+  tourPage.documentReady.then(() => {
+    if (part('spoken'))
+      part('position')?.removeAttribute('role');
+  });
   tourPage.hear('state', show);
+  tourPage.hear('layout', ({ bar }) => document.documentElement.classList.toggle('bar', bar));
   tourPage.hear('status', (message) => {
     window.status = message.text;
   });

@@ -3,7 +3,7 @@
 /** The words in the narration frame before the first stop, and below a page that is tested in a frame. */
 (() => {
   const sentences = {
-    ready: 'Choose <strong>Next</strong> to begin the tour, or press the <kbd>Right arrow</kbd> key.',
+    ready: 'Choose <strong>Next</strong> to begin the tour<span class="keys">, or press the <kbd>Right arrow</kbd> key</span>.',
     empty: 'This tour has no stops yet.',
     test: 'The page above is being tested: can it be shown in a frame?',
   };

@@ -3,12 +3,14 @@
 /** What the frameset of a tour and the pages in it both need. */
 
 /**
- * The keyboard shortcuts of a tour: which step ('next' or 'previous') a key press asks for, or null. Keys that
- * move the caret in a field stay with the field.
+ * The keyboard shortcuts of a tour: which step ('next', 'previous', 'first', 'last', 'contents' or 'keys') a key press
+ * asks for, or null. Keys that move the caret in a field stay with the field.
  */
 function tourStepOfKey(event) {
-  const steps = { ArrowRight: 'next', ArrowLeft: 'previous' };
-  const withModifier = event.altKey || event.ctrlKey || event.metaKey || event.shiftKey;
+  const steps = {
+    ArrowRight: 'next', ArrowLeft: 'previous', Home: 'first', End: 'last', Escape: 'contents', '?': 'keys',
+  };
+  const withModifier = event.altKey || event.ctrlKey || event.metaKey || (event.shiftKey && event.key !== '?');
   const inField = event.target instanceof Element
     && event.target.closest('input, select, textarea, audio, video, [contenteditable]');
   if (event.defaultPrevented || withModifier || inField)

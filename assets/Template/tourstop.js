@@ -7,6 +7,8 @@
   const framesetPatience = 3000;
   const tourPatience = location.protocol === 'file:' ? 3000 : 20000;
 
+  let state = {};
+
   /** The tour around this page where it can be read: on a web server, and in the editor. Else null. */
   function readableTour() {
     try {
@@ -60,6 +62,55 @@
     holder.replaceChildren(link);
   }
 
+  /** The words wait until the page of the former stop is gone; other things than the tour may lie around this page. */
+  function hideWords() {
+    document.documentElement.style.visibility = 'hidden';
+    setTimeout(() => {
+      if (!tourPage.isInTour())
+        showWords();
+    }, framesetPatience);
+  }
+
+  function showWords() {
+    document.documentElement.style.visibility = '';
+  }
+
+  /** What this page offers depends on where it stands in the tour. */
+  function offer({ stop, stopCount, inEditor }) {
+    for (const end of document.querySelectorAll('[data-tour-end]')) {
+      end.hidden = stop !== stopCount || stop !== linkPage;
+      for (const exit of end.querySelectorAll('[data-go="exit"]'))
+        exit.hidden = Boolean(inEditor);
+    }
+    for (const button of document.querySelectorAll('[data-tour-copy]'))
+      button.hidden = inEditor !== false;
+  }
+
+  /** Browsers give pages on disk and on servers without encryption no other way to the clipboard. */
+  function copyBySelection(text) {
+    const field = document.createElement('textarea');
+    field.value = text;
+    document.body.append(field);
+    field.select();
+    const isCopied = document.execCommand('copy');
+    field.remove();
+    return isCopied;
+  }
+
+  async function copyLink(button) {
+    const link = new URL(`playtour.htm#stop-${linkPage}`, location.href).href;
+    const isCopied = await navigator.clipboard?.writeText(link).then(() => true, () => false);
+    button.textContent = isCopied || copyBySelection(link) ? 'Link copied' : link;
+    button.focus();
+  }
+
+  /** The title without the number before it. */
+  function tellTitle() {
+    const heading = document.querySelector('[data-page-title]');
+    const text = heading ? heading.textContent.replace(/\s+/g, ' ').trim() : '';
+    tourPage.tell({ tour: 'title', title: text.replace(/^[^\u2014]*\d\s*\u2014/, '') });
+  }
+
   /** Links in a narration open where the pages of the stops are shown, not in the small narration frame. */
   function aimLinks() {
     for (const link of document.querySelectorAll('main a[href]:not([target])')) {
@@ -111,15 +162,29 @@
       tourPage.tell({ tour: 'sub-stop', address: absolute(address) });
   };
 
+  if (parent !== self)
+    hideWords();
+  tourPage.hear('show', showWords);
   tourPage.hear('announce', announce);
+  tourPage.hear('state', (told) => {
+    state = told;
+    offer(state);
+  });
+  document.addEventListener('click', (event) => {
+    const button = event.target.closest('[data-tour-copy]');
+    if (button)
+      copyLink(button);
+  });
   tourPage.hear('state', aimLinks);
   tourPage.tell(readStop());
   tourPage.documentReady.then(() => {
     linkAddress();
+    tellTitle();
     // The editor shows what its author types.
     document.addEventListener('bodyreplaced', () => {
       linkAddress();
       aimLinks();
+      offer(state);
     });
     setTimeout(leaveSolitude, parent === self ? 0 : framesetPatience);
   });

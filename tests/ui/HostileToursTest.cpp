@@ -911,7 +911,7 @@ private slots:
         for (const QDeadlineTimer end(test::patience); watch.successes().isEmpty() && !end.hasExpired();) {
             // Each process that draws the pages has another one.
             QWidget& surface = *tour.browser().focusProxy()->focusProxy();
-            QTest::mouseClick(&surface, Qt::LeftButton, {}, {surface.width() / 2, surface.height() / 3});
+            QTest::mouseClick(&surface, Qt::LeftButton, {}, {surface.width() / 2, surface.height() / 8});
             static_cast<void>(waitUntil([&] { return !watch.successes().isEmpty(); }, clickTime));
         }
         judge(watch, true);

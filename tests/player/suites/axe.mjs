@@ -18,7 +18,8 @@ async function openAnyPage(visitor, name) {
   await visitor.goTo(name);
   await visitor.announced(stop, { since });
   await visitor.happened.waitFor(
-    (event) => event.what === 'load' && event.frame === 'mw' && !event.url.endsWith('openhelp.htm'),
+    (event) => event.what === 'load' && event.frame === 'mw'
+      && !/\/(openhelp|tourwait)\.htm/.test(event.url),
     'the page of the stop', { since });
 }
 

@@ -6,26 +6,49 @@ import { checkedByAxe } from './axe.mjs';
 import { contents } from './contents.mjs';
 import { edited } from './edited.mjs';
 import { framing } from './framing.mjs';
+import { hands } from './hands.mjs';
+import { layout } from './layout.mjs';
 import { leaving } from './leaving.mjs';
 import { loadingAhead } from './loading-ahead.mjs';
+import { older } from './older.mjs';
+import { places } from './places.mjs';
 import { preview } from './preview.mjs';
 import { standAlone } from './stand-alone.mjs';
 import { stepping } from './stepping.mjs';
 import { strangers } from './strangers.mjs';
 import { subStops } from './sub-stops.mjs';
 import { usable } from './usable.mjs';
+import { waiting } from './waiting.mjs';
+import { whereabouts } from './whereabouts.mjs';
 
+// What axe looks at does not depend on where the pages come from; what headers allow is told for web servers only.
+const suitesOfServers = [checkedByAxe, framing];
 const suites = [
-  stepping, contents, subStops, loadingAhead, leaving, standAlone, strangers, preview, edited, usable,
+  stepping, contents, subStops, loadingAhead, leaving, standAlone, strangers, preview, edited, usable, waiting,
+  layout, places, hands, whereabouts, older,
 ];
+
+/** Those of these suites that the environment names in PLAYER_SUITES, with blanks between; without it all. */
+function chosen(offered) {
+  const names = process.env.PLAYER_SUITES?.split(' ');
+  const unknown = names?.filter((name) => ![...suites, ...suitesOfServers].some((suite) => suite.name === name));
+  if (unknown?.length)
+    throw new Error(`No such suites: ${unknown.join(' ')}`);
+  return names ? offered.filter((suite) => names.includes(suite.name)) : offered;
+}
 
 /**
  * What every suite works with: the `browser`, and visit(folder, test), which opens a folder in this way, lets the
  * test use it as a visitor and checks at the end that nothing went wrong unseen.
  */
-function stage(browserName, openFolder) {
+function stage(browserName, way) {
+  const openFolder = ways[way];
   const context = {
     browserName,
+    way,
+    // What drives Chromium stops a frame for good that goes from a stranger's page by the waiting page to the next
+    // stranger's, each in a process of its own. Chromium on its own does not: see alone.mjs.
+    goesFromServerToServer: browserName !== 'chromium' || way === 'from a web server',
     browser: null,
     async visit(folder, test, { browser = context.browser, quiet = true, allowed = [], ...window } = {}) {
       const { base, close } = await openFolder(folder);
@@ -49,15 +72,15 @@ export function playEverywhere(browserName) {
     let browser;
     before(async () => { browser = await launchBrowser(browserName); });
     after(() => browser.close());
-    const suitesInWay = (way, chosen) => describe(way, () => {
-      const context = stage(browserName, ways[way]);
+    const suitesInWay = (way, offered) => describe(way, () => {
+      const context = stage(browserName, way);
       before(() => { context.browser = browser; });
-      for (const suite of chosen)
+      for (const suite of chosen(offered))
         suite(context);
     });
-    for (const way of Object.keys(ways))
-      suitesInWay(way, suites);
-    // What axe looks at does not depend on where the pages come from; what headers allow is told for web servers only.
-    suitesInWay('from a web server', [checkedByAxe, framing]);
+    suitesInWay('from a web server', suites);
+    suitesInWay('from disk', suites);
+    suitesInWay('from a web server with https', [waiting]);
+    suitesInWay('from a web server', suitesOfServers);
   });
 }

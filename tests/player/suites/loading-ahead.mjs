@@ -10,7 +10,8 @@ import {
 /** Loading stops ahead in the frame of no height. */
 export function loadingAhead(context) {
   describe('loading ahead', () => {
-    const count = 4;
+    const count = 6;
+    const drivable = { skip: !context.goesFromServerToServer };
     let elsewhere;
     let remote;
     before(async () => {
@@ -39,11 +40,46 @@ export function loadingAhead(context) {
       .map((event) => event.url.split('/').pop());
     const aheadOf = (visitor, stop) => visitor.loaded('loading', `${remote.origin}far${stop}.htm`);
 
-    it('loads the pages of all stops one after the other', () => visit(['#AutoBuffer'], async (visitor) => {
+    const sitesAhead = (visitor) => loadedAhead(visitor).filter((name) => name.startsWith('far'));
+
+    it('loads the pages of the next three stops, one after the other, and one more with each step', drivable, () =>
+      visit(['#AutoBuffer'], async (visitor, tour) => {
+        await visitor.openTour();
+        await aheadOf(visitor, 3);
+        assert.deepEqual(sitesAhead(visitor), ['far1.htm', 'far2.htm', 'far3.htm']);
+        await visitor.arriveAt(tour.stops[0], () => visitor.press('next'));
+        await aheadOf(visitor, 4);
+        await visitor.arriveAt(tour.stops[1], () => visitor.press('next'));
+        await aheadOf(visitor, 5);
+        assert.deepEqual(sitesAhead(visitor), ['far1.htm', 'far2.htm', 'far3.htm', 'far4.htm', 'far5.htm']);
+      }));
+
+    it('makes no entry in the history', () => visit(['#AutoBuffer'], async (visitor) => {
       await visitor.openTour();
-      await aheadOf(visitor, count);
-      const sites = loadedAhead(visitor).filter((name) => name.startsWith('far'));
-      assert.deepEqual(sites, ['far1.htm', 'far2.htm', 'far3.htm', 'far4.htm']);
+      const lengthBefore = await visitor.historyLength();
+      await aheadOf(visitor, 3);
+      assert.equal(await visitor.historyLength(), lengthBefore);
+    }));
+
+    it('loads nothing where the visitor saves data', drivable, () => visit(['#AutoBuffer'], async (visitor, tour) => {
+      await visitor.page.evaluateOnNewDocument(() => {
+        Object.defineProperty(Navigator.prototype, 'connection', { get: () => ({ saveData: true }), configurable: true });
+      });
+      await visitor.openTour();
+      for (const stop of tour.stops.slice(0, 3))
+        await visitor.arriveAt(stop, () => visitor.press('next'));
+      assert.deepEqual(loadedAhead(visitor), []);
+    }));
+
+    it('gives pages of other people no right to download', () => visit(['#AutoBuffer'], async (visitor) => {
+      remote.hold('/far1.htm');
+      await visitor.openTour();
+      await remote.requests.waitFor(({ path }) => path === '/far1.htm', 'the request for stop 1');
+      const ahead = await visitor.frame('ahead');
+      const rights = await ahead.$eval('iframe[name="loading"]', (frame) => [...frame.sandbox].sort());
+      assert.deepEqual(rights, ['allow-same-origin', 'allow-scripts']);
+      remote.release('/far1.htm');
+      await aheadOf(visitor, 3);
     }));
 
     it('waits for a stop to load before it begins the next, and lets the visitor go on meanwhile', () =>
@@ -55,12 +91,12 @@ export function loadingAhead(context) {
         assert.ok(!loadedAhead(visitor).includes('far3.htm'));
         assert.ok(!remote.requests.entries.some(({ path }) => path === '/far3.htm'));
         remote.release('/far2.htm');
-        await aheadOf(visitor, count);
+        await aheadOf(visitor, 4);
       }));
 
     it('announces no stop that is only loaded ahead', () => visit(['#AutoBuffer'], async (visitor) => {
       await visitor.openTour();
-      await aheadOf(visitor, count);
+      await aheadOf(visitor, 3);
       const tags = visitor.happened.entries.filter((event) => event.what === 'status').map(({ text }) => text);
       assert.deepEqual(tags.filter((tag) => tag !== stopTag), []); // Only the opening page may have said something.
       await visitor.navigatorShows('Start');
@@ -77,12 +113,12 @@ export function loadingAhead(context) {
           ({ path }) => path === `/far${stop}.htm`, `the request for stop ${stop}`);
         const [first, third] = [await requestFor(1), await requestFor(3)];
         assert.ok(third.at - first.at > allowed, 'stop 2 should have been given its time');
-        await aheadOf(visitor, count);
+        await aheadOf(visitor, 3);
         assert.ok(remote.requests.entries.some(({ path }) => path === '/far2.htm'));
         assert.ok(!loadedAhead(visitor).includes('far2.htm'));
       }));
 
-    it('loads nothing ahead when the tour does not ask for it', () => visit([], async (visitor, tour) => {
+    it('loads nothing ahead when the tour does not ask for it', drivable, () => visit([], async (visitor, tour) => {
       await visitor.openTour();
       for (const stop of tour.stops)
         await visitor.arriveAt(stop, () => visitor.press('next'));

@@ -57,7 +57,7 @@ export function subStops(context) {
       await clickLink(visitor, 3);
       await visitor.load('mw', 'near.htm', () => clickLink(visitor, 1));
       assert.equal(await (await visitor.frame('nar')).title(), titleBefore);
-      assert.equal(await visitor.page.title(), 'Test tour');
+      assert.equal(await visitor.page.title(), '2. Title 2 - Test tour');
     }));
 
     it('opens an ordinary link in the site frame', () => visitSecondStop(async (visitor) => {

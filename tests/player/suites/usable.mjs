@@ -75,16 +75,6 @@ export function usable(context) {
       assert.ok(wordsWidth >= 200, `the narration should have room, not ${wordsWidth} pixels`);
     }, narrowWindow));
 
-    it('fits its buttons into the smallest usual navigator', () => visit(async (visitor) => {
-      await visitor.openTour();
-      const navigator = await visitor.frame('nav');
-      const room = await navigator.evaluate(() => {
-        const { scrollWidth, scrollHeight, clientWidth, clientHeight } = document.documentElement;
-        return { scrollWidth, scrollHeight, clientWidth, clientHeight };
-      });
-      assert.deepEqual(room, { scrollWidth: 94, scrollHeight: 100, clientWidth: 94, clientHeight: 100 });
-    }));
-
     it('fits the pages outside the frames into 320 pixels', () => visit(async (visitor) => {
       for (const name of ['index.htm', 'openhelp.htm', 'toc.htm', 'tguide.htm', 'search.htm', 'newpage.htm']) {
         await visitor.open(name);

@@ -4,11 +4,15 @@ import { EventLog } from './event-log.mjs';
 const reportPrefix = '[tour] ';
 export const stopTag = '>*>*>vosktourstop->';
 
-/** Runs in every document before its own scripts: reports what the frames do. */
+/** Runs in every document before its own scripts: reports what the frames do. 'words': what was invisible is not. */
 function reportFrame(prefix) {
   const report = (what, details) => {
     console.debug(prefix + JSON.stringify({ what, frame: window === top ? 'top' : window.name, url: location.href, ...details }));
   };
+  new MutationObserver(() => {
+    if (document.documentElement?.style.visibility === '')
+      report('words', {});
+  }).observe(document, { attributes: true, attributeFilter: ['style'], subtree: true });
   let status = '';
   Object.defineProperty(window, 'status', {
     get: () => status,
@@ -27,7 +31,7 @@ const fileName = (url) => new URL(url).pathname.split('/').pop();
 
 /** A visitor: one browser window that plays a tour, and a log of everything that happens in it. */
 export class Visitor {
-  /** What frames do: {what: 'load' | 'status' | 'focus', frame, url, text}. */
+  /** What frames do: {what: 'words' | 'load' | 'status' | 'focus', frame, url, text}. */
   happened = new EventLog('in the window');
   requests = [];
   complaints = [];
@@ -95,6 +99,15 @@ export class Visitor {
       (event) => event.what === 'focus', 'the focus to move', { since, timeout: 1000 }).catch(() => undefined));
   }
 
+  /** The words of a stop can be seen. */
+  wordsShown(stop, { since = 0 } = {}) {
+    return this.happened.waitFor(
+      (event) => event.what === 'words' && event.frame === 'nar' && event.url === this.url(`page${stop.number}.htm`),
+      `the words of stop ${stop.number}`,
+      { since },
+    );
+  }
+
   /** Runs an action that leads to a stop, and waits for everything that makes up its arrival. */
   async arriveAt(stop, action) {
     return this.#following(action, async (since) => {
@@ -130,6 +143,16 @@ export class Visitor {
     );
   }
 
+  /** Where the window is, behind the folder of the tour. */
+  place() {
+    return this.#page.url().slice(this.#base.length);
+  }
+
+  /** Waits until the address of the window is that of this place. */
+  async placeIs(name) {
+    await this.#page.waitForFunction((url) => location.href === url, { polling: 50 }, this.url(name));
+  }
+
   async openTour(name = 'playtour.htm') {
     await this.open(name);
     await this.navigatorShows('Start');
@@ -141,10 +164,21 @@ export class Visitor {
     return element.contentFrame();
   }
 
-  /** Reports from now on when the site frame has been filled, with a page or with the browser's own error page. */
+  /**
+   * Reports from now on when the site frame has been filled, with a page of another server or with the browser's own
+   * error page: neither can be looked into.
+   */
   reportSiteFrame() {
     return this.#page.$eval('frame[name="mw"]', (frame, prefix) => {
-      frame.addEventListener('load', () => console.debug(prefix + JSON.stringify({ what: 'filled', frame: 'mw' })));
+      frame.addEventListener('load', () => {
+        try {
+          if (frame.contentWindow.location.pathname.endsWith('/tourwait.htm'))
+            return;
+        } catch (error) {
+          // Then it is the page that was waited for.
+        }
+        console.debug(prefix + JSON.stringify({ what: 'filled', frame: 'mw' }));
+      });
     }, reportPrefix);
   }
 
@@ -152,6 +186,13 @@ export class Visitor {
   fillSite(action) {
     return this.#following(action, (since) => this.happened.waitFor(
       (event) => event.what === 'filled', 'the site frame to be filled', { since }));
+  }
+
+  /** Waits until something in a frame is so; `check` runs there. */
+  async waitIn(frameName, check, ...args) {
+    const frame = await this.frame(frameName);
+    await frame.waitForFunction(check, { polling: 50 }, ...args);
+    return frame;
   }
 
   /** Waits for the navigator to show where the visitor is, as in "2 of 9". */

@@ -1,6 +1,7 @@
 import { createReadStream } from 'node:fs';
-import { stat } from 'node:fs/promises';
+import { readFile, stat } from 'node:fs/promises';
 import { createServer } from 'node:http';
+import { createServer as createSecureServer } from 'node:https';
 import { extname, join, normalize } from 'node:path';
 import { EventLog } from './event-log.mjs';
 
@@ -37,18 +38,20 @@ async function sendFile(path, response) {
 
 /**
  * Serves a folder on the loopback address. `requests` logs every request as {path, at}, `at` in milliseconds. A path that is held gets no
- * answer until it is released.
+ * answer until it is released. With `secure` it is a server for https, of a certificate that only these tests trust.
  */
-export async function serveFolder(folder) {
+export async function serveFolder(folder, { secure = false } = {}) {
   const requests = new EventLog('request');
   const held = new Map();
-  const server = createServer(async (request, response) => {
+  const answer = async (request, response) => {
     const path = decodeURIComponent(new URL(request.url, 'http://server').pathname);
     requests.add({ path, at: performance.now() });
     await held.get(path)?.opened;
     await sendFile(join(folder, normalize(path)), response);
-  });
-  const origin = `http://127.0.0.1:${await listen(server)}/`;
+  };
+  const pem = secure ? await readFile(new URL('loopback.pem', import.meta.url)) : null;
+  const server = secure ? createSecureServer({ key: pem, cert: pem }, answer) : createServer(answer);
+  const origin = `${secure ? 'https' : 'http'}://127.0.0.1:${await listen(server)}/`;
   return {
     origin,
     requests,
