@@ -19,7 +19,7 @@
   function openFrame(address, { name = 'loading', isForeign = false } = {}) {
     const frame = document.createElement('iframe');
     frame.name = name;
-    frame.title = 'Loaded ahead';
+    frame.title = tourLanguage.say('ahead');
     if (isForeign)
       frame.sandbox = 'allow-scripts allow-same-origin';
     frame.src = address;

@@ -10,6 +10,24 @@
   let words = []; // Of each stop, in small letters, as far as the guide has told them.
   let guide = null;
 
+  /** "Stop 3" in the tour's language, and the title apart from it, which may be in a language of another direction. */
+  function nameLink(link) {
+    const text = document.createTreeWalker(link, NodeFilter.SHOW_TEXT).nextNode();
+    const [beginning] = /^Stop \d+\u2014/.exec(text?.data) || [];
+    if (!beginning)
+      return;
+    const name = `${tourLanguage.say('stopNumber', { n: stopOfLink(link) })}\u2014`;
+    if (text.parentNode !== link) {
+      text.data = name + text.data.slice(beginning.length);
+      return;
+    }
+    const title = document.createElement('span');
+    title.dir = 'auto';
+    text.data = text.data.slice(beginning.length);
+    title.append(...link.childNodes);
+    link.append(name, title);
+  }
+
   function titleOf(link) {
     return link.textContent.replace(/\s+/g, ' ').trim().replace(/^Stop \d+\s*\u2014/, '');
   }
@@ -25,7 +43,7 @@
     for (const link of links)
       link.hidden = !isFound(link, wanted);
     const found = links.filter((link) => !link.hidden).length;
-    count.textContent = wanted.length > 0 ? `${found} of ${links.length} stops` : `${links.length} stops`;
+    count.textContent = tourLanguage.say(wanted.length > 0 ? 'stopsFound' : 'stopsAll', { n: found, m: links.length });
   }
 
   /** Loads the guide in an invisible frame; it tells its words when it has been read. */
@@ -52,7 +70,7 @@
     box.type = 'search';
     box.autocomplete = 'off';
     count.setAttribute('role', 'status');
-    label.append('Look for words in the stops', box);
+    label.append(tourLanguage.say('lookFor'), box);
     const holder = document.createElement('div');
     holder.className = 'filter';
     holder.append(label, count);
@@ -69,7 +87,7 @@
     for (const link of links) {
       const isVisited = visited.includes(stopOfLink(link));
       link.classList.toggle('visited', isVisited);
-      link.title = isVisited ? 'Visited' : '';
+      link.title = isVisited ? tourLanguage.say('visited') : '';
     }
   }
 
@@ -81,6 +99,7 @@
     // A title whose mark-up is not closed wraps the links that follow it.
     links = [...document.querySelectorAll('main a[href]')].filter((link) => stopOfLink(link) > 0);
     tourPage.tell({ tour: 'titles', titles: links.map(titleOf) });
+    links.forEach(nameLink);
     if (links.length > 0)
       addBox();
   });

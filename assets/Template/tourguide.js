@@ -32,6 +32,27 @@
     parent.postMessage({ tour: 'words', words }, '*');
   }
 
+  /** What the program writes before titles and names of files, in the tour's language. */
+  function translate() {
+    const texts = document.createTreeWalker(document.querySelector('main'), NodeFilter.SHOW_TEXT);
+    while (texts.nextNode()) {
+      const { currentNode } = texts;
+      const color = currentNode.parentElement.closest('font[color]')?.color.toUpperCase();
+      const [beginning, n] = (color === '#CC0000' && /^Stop-(\d+)/.exec(currentNode.data)) || [];
+      const [line, name] = (color === '#800000' && /^Local File: (.*)$/.exec(currentNode.data)) || [];
+      if (beginning)
+        currentNode.data = tourLanguage.say('stopNumber', { n }) + currentNode.data.slice(beginning.length);
+      else if (line)
+        currentNode.data = tourLanguage.say('localFile', { name });
+    }
+  }
+
+  /** Titles and narrations may be in a language of another direction. */
+  function letDirectionsFollow() {
+    for (const element of document.querySelectorAll('main > :not([dir], .buttons, .kicker)'))
+      element.dir = 'auto';
+  }
+
   /** Narrations link to sub-stops through this function; here it simply opens the page. */
   self.loadSubStop = (address) => {
     if (address)
@@ -42,6 +63,9 @@
     markStopHeadings();
     if (location.hash === '#words' && parent !== self)
       tellWords();
+    letDirectionsFollow();
+    if (tourLanguage.code !== 'en')
+      translate();
     document.getElementById('print')?.addEventListener('click', () => print());
   });
 })();

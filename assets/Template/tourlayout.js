@@ -3,21 +3,28 @@
 /**
  * The sizes of a tour's frames. What the author chose is the least: the row of the words grows with them, up to a part
  * of the window, and the navigator's frame holds all of its buttons. On a small screen the logo gives way and the
- * navigator lies below the words, as wide as the window. No frame is loaded again for it.
+ * navigator lies below the words, as wide as the window. On a wide one the author may have chosen to have the words beside
+ * the page, with the navigator below them. In a language that is read from right to left everything is the other way
+ * round. No frame is loaded again for any of this.
  */
 const tourLayout = (() => {
   const frameTitles = {
-    mw: 'Page of the stop',
-    logo: 'Logo',
-    nar: 'Narration',
-    nav: 'Navigator',
-    ahead: 'Stops loaded ahead',
+    mw: 'pageOfStop',
+    logo: 'logo',
+    nar: 'narration',
+    nav: 'navigator',
+    ahead: 'ahead',
   };
   const narrowWidth = 600;
   const lowHeight = 480;
   const mostForWords = 0.4;
   const mostForNavigator = 1 / 3;
   const border = 2;
+
+  const leastForBeside = 1200;
+  const partOfBeside = 0.3;
+  const widestBeside = 560;
+  const heightOfLogoBeside = 72;
 
   // What the pages say that they need, in pixels; first what they need in most browsers.
   const needs = { words: 0, beside: { width: 0, height: 0 }, below: 64 };
@@ -30,11 +37,16 @@ const tourLayout = (() => {
   function prepareFrames() {
     const line = getComputedStyle(document.documentElement).getPropertyValue('--line').trim();
     for (const frameset of document.querySelectorAll('frameset:not([border])')) {
-      frameset.setAttribute('border', '2');
+      // Borders stay where frames would be that are read from left to right.
+      const isRow = frameset.parentNode.localName === 'frameset' || tourChoices.layout === 'side';
+      frameset.setAttribute('border', tourLanguage.isMirrored && isRow ? '0' : '2');
       frameset.setAttribute('bordercolor', line);
     }
-    for (const frame of document.querySelectorAll('frame:not([title])'))
-      frame.title = frameTitles[frame.name] || '';
+    for (const frame of document.querySelectorAll('frame:not([data-titled])')) {
+      frame.dataset.titled = '';
+      if (frameTitles[frame.name])
+        frame.title = tourLanguage.say(frameTitles[frame.name]);
+    }
   }
 
   function numbersIn(text) {
@@ -61,12 +73,18 @@ const tourLayout = (() => {
       frameset.setAttribute('cols', cols);
   }
 
-  function fit() {
-    if (!framesets)
-      return;
-    barIsBelow = isSmallScreen();
+  function areWordsBeside() {
+    return tourChoices.layout === 'side' && innerWidth >= leastForBeside && innerHeight > lowHeight;
+  }
+
+  function putWordsBeside({ outer, inner }) {
+    const width = Math.min(Math.round(innerWidth * partOfBeside), widestBeside);
+    set(outer, '*', `*,${width},0`);
+    set(inner, `${least.logo > 0 ? heightOfLogoBeside : 0},*,${needs.below}`, '*');
+  }
+
+  function putWordsBelow({ outer, inner }) {
     const words = heightOfWords();
-    const { outer, inner } = framesets;
     if (barIsBelow) {
       set(outer, `*,${words + needs.below + 2 * border},0`, '*');
       set(inner, `0,*,${needs.below}`, '*');
@@ -74,7 +92,36 @@ const tourLayout = (() => {
       set(outer, `*,${Math.max(words, needs.beside.height)},0`, '*');
       set(inner, '*', `${least.logo},*,${Math.max(least.navigator, needs.beside.width)}`);
     }
-    document.documentElement.classList.toggle('narrow', barIsBelow);
+  }
+
+  /** Framesets have no direction: what is in each is moved to where it would be in a mirror. */
+  function mirrorFrames() {
+    const parts = [...document.querySelectorAll('frameset > *')];
+    for (const part of parts)
+      part.style.transform = '';
+    const distances = parts.map((part) => {
+      const own = part.getBoundingClientRect();
+      const around = part.parentNode.getBoundingClientRect();
+      return around.left + around.right - own.left - own.right;
+    });
+    parts.forEach((part, index) => {
+      part.style.transform = distances[index] === 0 ? '' : `translateX(${distances[index]}px)`;
+    });
+  }
+
+  function fit() {
+    if (!framesets)
+      return;
+    const isBeside = areWordsBeside();
+    barIsBelow = isBeside || isSmallScreen();
+    if (isBeside)
+      putWordsBeside(framesets);
+    else
+      putWordsBelow(framesets);
+    document.documentElement.classList.toggle('narrow', barIsBelow && !isBeside);
+    document.documentElement.classList.toggle('beside', isBeside);
+    if (tourLanguage.isMirrored)
+      mirrorFrames();
     tellBar(barIsBelow);
   }
 
@@ -86,6 +133,8 @@ const tourLayout = (() => {
     framesets = { outer, inner };
     least = { words, logo, navigator };
     tellBar = tell;
+    // There is nothing to scroll; where pages are read from right to left, Firefox leaves room for it.
+    document.documentElement.style.overflow = 'hidden';
     addEventListener('resize', fit);
     fit();
   }

@@ -34,18 +34,19 @@
 
   function comingText({ stop, stopCount, nextTitle }) {
     if (stopCount > 0 && stop === stopCount)
-      return 'This is the last stop.';
-    return nextTitle ? `Next: ${nextTitle}` : '';
+      return tourLanguage.say('lastStop');
+    return nextTitle ? tourLanguage.say('coming', { title: nextTitle }) : '';
   }
 
   function spokenText({ stop, stopCount, title }) {
-    return stop > 0 ? `Stop ${stop} of ${stopCount}${title ? `: ${title}` : ''}` : 'Start of the tour';
+    const place = tourLanguage.say(stop > 0 ? 'spoken' : 'spokenStart', { n: stop, m: stopCount });
+    return stop > 0 && title ? `${place}: ${title}` : place;
   }
 
   function show(state) {
     const { stop, stopCount } = state;
     showButtons(state);
-    fill('position', stop > 0 ? `${stop} of ${stopCount}` : 'Start');
+    fill('position', tourLanguage.say(stop > 0 ? 'position' : 'start', { n: stop, m: stopCount }));
     fill('coming', comingText(state));
     fill('spoken', spokenText(state));
     const progress = part('progress');
@@ -56,10 +57,19 @@
     }
   }
 
+  /** Where pages are read from right to left, the next one is on the left. */
+  function mirrorKeys() {
+    const opposite = { ArrowLeft: 'ArrowRight', ArrowRight: 'ArrowLeft' };
+    for (const button of document.querySelectorAll('[aria-keyshortcuts]'))
+      button.setAttribute('aria-keyshortcuts', opposite[button.getAttribute('aria-keyshortcuts')]);
+  }
+
   // What is said of the stop names it; the short form would only be said beside it.
   tourPage.documentReady.then(() => {
     if (part('spoken'))
       part('position')?.removeAttribute('role');
+    if (tourLanguage.isMirrored)
+      mirrorKeys();
   });
   tourPage.hear('state', show);
   tourPage.hear('layout', ({ bar }) => document.documentElement.classList.toggle('bar', bar));

@@ -2,17 +2,12 @@
 
 /** The words in the narration frame before the first stop, and below a page that is tested in a frame. */
 (() => {
-  const sentences = {
-    ready: 'Choose <strong>Next</strong> to begin the tour<span class="keys">, or press the <kbd>Right arrow</kbd> key</span>.',
-    empty: 'This tour has no stops yet.',
-    test: 'The page above is being tested: can it be shown in a frame?',
-  };
-  const say = (sentence) => { document.getElementById('invitation').innerHTML = sentence; };
+  const say = (word) => { document.getElementById('invitation').innerHTML = tourLanguage.say(word); };
 
   tourPage.tell({ tour: 'opening' });
   if (window.name === 'bw')
-    tourPage.documentReady.then(() => say(sentences.test));
+    tourPage.documentReady.then(() => say('test'));
   tourPage.hear('state', (state) => {
-    say(state.stopCount > 0 ? sentences.ready : sentences.empty);
+    say(state.stopCount > 0 ? 'ready' : 'noStops');
   });
 })();

@@ -115,7 +115,7 @@ const tourPage = (() => {
     for (const link of document.querySelectorAll('[data-go-on]')) {
       link.hidden = !goOn;
       link.href = `page${goOn}.htm`;
-      link.textContent = `Go on at stop ${goOn}`;
+      link.textContent = tourLanguage.say('goOnAt', { n: goOn });
     }
   }
 
@@ -141,7 +141,7 @@ const tourPage = (() => {
       const y = from ? to.clientY - from.clientY : 0;
       from = null;
       if (inTour && Math.abs(x) > Math.max(leastWay, 2 * Math.abs(y)) && getSelection().isCollapsed)
-        tell({ tour: 'go', to: x < 0 ? 'next' : 'previous' });
+        tell({ tour: 'go', to: (x < 0) !== tourLanguage.isMirrored ? 'next' : 'previous' });
     }, { passive: true });
   }
 

@@ -7,8 +7,14 @@
  * asks for, or null. Keys that move the caret in a field stay with the field.
  */
 function tourStepOfKey(event) {
+  const isMirrored = document.documentElement.dir === 'rtl';
   const steps = {
-    ArrowRight: 'next', ArrowLeft: 'previous', Home: 'first', End: 'last', Escape: 'contents', '?': 'keys',
+    ArrowRight: isMirrored ? 'previous' : 'next',
+    ArrowLeft: isMirrored ? 'next' : 'previous',
+    Home: 'first',
+    End: 'last',
+    Escape: 'contents',
+    '?': 'keys',
   };
   const withModifier = event.altKey || event.ctrlKey || event.metaKey || (event.shiftKey && event.key !== '?');
   const inField = event.target instanceof Element

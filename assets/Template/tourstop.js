@@ -82,7 +82,7 @@
       for (const exit of end.querySelectorAll('[data-go="exit"]'))
         exit.hidden = Boolean(inEditor);
     }
-    for (const button of document.querySelectorAll('[data-tour-copy]'))
+    for (const button of document.querySelectorAll('[data-tour-copy], [data-tour-print]'))
       button.hidden = inEditor !== false;
   }
 
@@ -100,7 +100,7 @@
   async function copyLink(button) {
     const link = new URL(`playtour.htm#stop-${linkPage}`, location.href).href;
     const isCopied = await navigator.clipboard?.writeText(link).then(() => true, () => false);
-    button.textContent = isCopied || copyBySelection(link) ? 'Link copied' : link;
+    button.textContent = isCopied || copyBySelection(link) ? tourLanguage.say('linkCopied') : link;
     button.focus();
   }
 
@@ -174,6 +174,9 @@
     const button = event.target.closest('[data-tour-copy]');
     if (button)
       copyLink(button);
+    // Browsers print the frame that asks for it; what they print of a frameset by themselves is any of them.
+    if (event.target.closest('[data-tour-print]'))
+      print();
   });
   tourPage.hear('state', aimLinks);
   tourPage.tell(readStop());

@@ -7,14 +7,6 @@
  */
 (() => {
   const patience = 6000; // From then on it is said that the page may not come.
-  const sentences = {
-    opens: 'The page opens...',
-    slow: 'The page has not opened so far. Some pages cannot be shown inside another one.',
-    insecure: 'Browsers do not show this page here: its address begins with http and that of the tour with https.',
-    none: 'This stop has no page that can be shown.',
-    file: 'This page is a file on the disk of the tour\u2019s author.',
-    open: 'Open this page in a tab of its own',
-  };
   const text = decodeURIComponent(location.search.slice(1));
 
   function pageAddress() {
@@ -37,17 +29,17 @@
   }
 
   function say(sentence) {
-    document.getElementById('waiting').textContent = sentences[sentence];
+    document.getElementById('waiting').textContent = tourLanguage.say(sentence);
   }
 
   function describe(address) {
     const link = document.querySelector('.buttons a');
-    document.getElementById('host').textContent = address?.host || address?.pathname.split('/').pop() || 'No page';
+    document.getElementById('host').textContent = address?.host || address?.pathname.split('/').pop() || tourLanguage.say('noPage');
     link.parentNode.hidden = !address;
     link.href = address ? address.href : '';
     link.target = '_blank';
     link.rel = 'noopener';
-    link.textContent = sentences.open;
+    link.textContent = tourLanguage.say('openTab');
   }
 
   function show() {

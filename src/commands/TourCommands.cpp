@@ -12,6 +12,7 @@
 #include "model/Workspace.h"
 #include "publish/Framesets.h"
 #include "publish/StopPages.h"
+#include "publish/TourChoicesFile.h"
 #include "publish/TourPages.h"
 
 namespace wendmark {
@@ -50,6 +51,7 @@ ScriptReading openTour(TourContext& context) {
     makeIndexPage(context);
     makeTourGuide(context);
     makeOpeningPage(context);
+    makeWordsAndChoices(context);
     useEditingNavigator(context);
     context.desktop.navigateMainBrowser("file://" + context.workspace.folders().appPath + "/NewTour/fv1.htm");
     model.tourChanged = false;

@@ -9,6 +9,7 @@
 #include "model/ScriptFile.h"
 #include "publish/Framesets.h"
 #include "publish/StopPages.h"
+#include "publish/TourChoicesFile.h"
 #include "publish/TourPages.h"
 
 #include <algorithm>
@@ -56,6 +57,7 @@ void TourDocument::makeFinalForm() {
     m_model.editingMode = false;
     makeWorkingFrameset(m_context);
     makeTourFramesets(m_context);
+    makeWordsAndChoices(m_context);
 }
 
 void TourDocument::beginOpening() {

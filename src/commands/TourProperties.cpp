@@ -49,6 +49,8 @@ void changeTourProperties(TourContext& context, const TourProperties& properties
     setDimension(model.navWidth, properties.navWidth, refuseDimension);
     model.autoInstruction = properties.autoInstruction;
     model.tourAuthor = properties.tourAuthor;
+    model.language = properties.language;
+    model.wordsBesidePage = properties.wordsBesidePage;
     copyLogo(context, properties.logoFile);
     makeEveryPage(context);
     writeLaunchList(context);

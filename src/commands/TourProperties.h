@@ -20,6 +20,8 @@ struct TourProperties {
     std::string narHeight;               ///< Pixels, as are the next two.
     std::string advWidth;
     std::string navWidth;
+    std::string language; ///< As in TourModel.
+    bool wordsBesidePage = false;
     std::string logoFile; ///< Full path; empty: the logo stays what it is.
 };
 

@@ -10,6 +10,7 @@
 #include "model/TourModel.h"
 #include "model/Workspace.h"
 #include "publish/Framesets.h"
+#include "publish/TourChoicesFile.h"
 
 #include <string>
 
@@ -40,9 +41,11 @@ std::string composeLaunchList(const TourModel& model) {
     return list;
 }
 
-bool makeAllFramesets(TourContext& context) {
-    const bool complete = makeWorkingFrameset(context);
-    return makeTourFramesets(context) && complete;
+/// What differs between a tour that is edited and one that is saved, but for the navigator.
+bool makeWhatHasTwoForms(TourContext& context) {
+    bool complete = makeWorkingFrameset(context);
+    complete = makeTourFramesets(context) && complete;
+    return makeWordsAndChoices(context) && complete;
 }
 
 } // namespace
@@ -70,7 +73,7 @@ void writeLaunchList(TourContext& context) {
 bool makeFinalForm(TourContext& context) {
     bool complete = writeScript(context);
     context.model.editingMode = false;
-    complete = makeAllFramesets(context) && complete;
+    complete = makeWhatHasTwoForms(context) && complete;
     return useFinalNavigator(context) && complete;
 }
 
@@ -80,7 +83,7 @@ bool saveTourAs(TourContext& context) {
     complete = context.workspace.copyWorkingCopyToTour() && complete;
     useEditingNavigator(context);
     context.model.editingMode = true;
-    makeAllFramesets(context);
+    makeWhatHasTwoForms(context);
     return complete;
 }
 

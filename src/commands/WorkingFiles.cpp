@@ -12,6 +12,7 @@
 #include "model/Workspace.h"
 #include "publish/Framesets.h"
 #include "publish/StopPages.h"
+#include "publish/TourChoicesFile.h"
 #include "publish/TourPages.h"
 
 #include <string_view>
@@ -43,8 +44,8 @@ int numberIn(std::string_view name, std::string_view beginning) {
 
 /// Whether the editor keeps the file up to date with the tour at every moment.
 bool isLivePage(const std::string& name, const TourSnapshot& tour) {
-    static const std::set<std::string> pages = {"framever.htm", "openhelp.htm", "index.htm", "toc.htm",
-                                                "tguide.htm"};
+    static const std::set<std::string> pages = {"framever.htm", "openhelp.htm", "index.htm",     "toc.htm",
+                                                "tguide.htm",   "tourwords.js", "tourchoices.js"};
     const int stop = numberIn(name, "page");
     return pages.contains(name) || (stop >= 1 && stop <= tour.stopCount);
 }
@@ -165,6 +166,10 @@ bool WorkingFiles::generate(const std::string& name, const TourMoment& shown) {
         return fillFrameset(context, name, makerSiteHost);
     if (name == "framever.htm" || name == "playtour.htm")
         return fillFrameset(context, name, "AUTO");
+    if (name == "tourwords.js")
+        return makeTourWords(context);
+    if (name == "tourchoices.js")
+        return makeTourChoices(context);
     static const std::map<std::string, void (*)(TourContext&)> pages = {{"openhelp.htm", makeOpeningPage},
                                                                         {"index.htm", makeIndexPage},
                                                                         {"toc.htm", makeContentsPage},

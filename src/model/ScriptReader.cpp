@@ -6,6 +6,7 @@
 #include "base/Windows1252.h"
 #include "model/Desktop.h"
 #include "model/ScriptFile.h"
+#include "model/TourChoices.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
 #include "model/Workspace.h"
@@ -120,13 +121,26 @@ void applyAuthor(const Command& command) {
         command.model.tourAuthor = windows1252::decodeHtml(*value);
 }
 
+/// A text that names no language changes nothing.
+void applyLanguage(const Command& command) {
+    const auto value = command.value();
+    if (value && isLanguageCode(*value))
+        command.model.language = lowerCase(std::string(*value));
+}
+
+void applyLayout(const Command& command) {
+    const auto value = command.value();
+    if (value && equalIgnoringCase(*value, wordsBesidePageLayout))
+        command.model.wordsBesidePage = true;
+}
+
 struct Keyword {
     std::string_view text; ///< Upper case; compared with as many characters of the command.
     void (*apply)(const Command&);
 };
 
 /// In the order in which they are tried.
-constexpr std::array<Keyword, 11> keywords = {{{"#AUTOBUFFER", applyAutoBuffer},
+constexpr std::array<Keyword, 13> keywords = {{{"#AUTOBUFFER", applyAutoBuffer},
                                                {"#BUFFERDELAY", applyBufferDelay},
                                                {"#HELPFILE", applyHelpFile},
                                                {"#STOPNAME", applyStopName},
@@ -136,7 +150,9 @@ constexpr std::array<Keyword, 11> keywords = {{{"#AUTOBUFFER", applyAutoBuffer},
                                                {"#NARHEIGHT", applyFrameSize<&TourModel::narHeight>},
                                                {"#ADVWIDTH", applyFrameSize<&TourModel::advWidth>},
                                                {"#NAVWIDTH", applyFrameSize<&TourModel::navWidth>},
-                                               {"#AUTHOR", applyAuthor}}};
+                                               {"#AUTHOR", applyAuthor},
+                                               {"#LANGUAGE", applyLanguage},
+                                               {"#LAYOUT", applyLayout}}};
 
 class ScriptReader final {
 public:

@@ -6,6 +6,7 @@
 #include "base/Windows1252.h"
 #include "model/Desktop.h"
 #include "model/ScriptFile.h"
+#include "model/TourChoices.h"
 #include "model/TourContext.h"
 #include "model/TourModel.h"
 #include "model/Workspace.h"
@@ -61,6 +62,10 @@ private:
         numberCommand("#NavWidth = ", m_model.navWidth);
         if (!trimBlanks(m_model.tourAuthor).empty())
             command("#Author = ", windows1252::encodeHtml(m_model.tourAuthor));
+        if (!m_model.language.empty())
+            command("#Language = ", m_model.language);
+        if (m_model.wordsBesidePage)
+            command("#Layout = ", wordsBesidePageLayout);
         line("");
     }
 

@@ -28,7 +28,7 @@ struct TourFile {
     SavedIn savedIn;
 };
 
-constexpr std::array<TourFile, 20> tourFiles = {
+constexpr std::array<TourFile, 22> tourFiles = {
     {{"framever.htm", Kind::generated, Template::needed, workingFrameset},
      {"page.htm", Kind::support, Template::needed, first},
      {"openhelp.htm", Kind::generated, Template::needed, first},
@@ -44,6 +44,8 @@ constexpr std::array<TourFile, 20> tourFiles = {
      {"fv1.htm", Kind::generated, Template::no, preview},
      {"nav3.htm", Kind::generated, Template::no, first},
      {"link.txt", Kind::generated, Template::no, first},
+     {"tourwords.js", Kind::generated, Template::no, first},
+     {"tourchoices.js", Kind::generated, Template::no, first},
      {"tmpframe.htm", Kind::scratch, Template::no, first},
      {"ft.htm", Kind::scratch, Template::no, first},
      {"script1.txt", Kind::scratch, Template::no, first},

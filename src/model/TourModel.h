@@ -38,6 +38,9 @@ struct TourModel {
     std::int16_t advWidth = 110;  ///< Pixels: logo frame.
     std::int16_t navWidth = 94;   ///< Pixels: navigator frame.
 
+    std::string language;         ///< Of the tour's buttons and sentences, as in "de"; empty: English.
+    bool wordsBesidePage = false; ///< On wide screens the words stand beside the page, not below it.
+
     std::string stopLabel;   ///< Word before the number in a stop page's heading.
     std::string helpFile;    ///< Kept for scripts that name one; no page uses it.
     std::string homeSiteURL; ///< Where a stop page goes when it is opened outside any tour.

@@ -12,6 +12,8 @@ namespace wendmark {
 
 namespace {
 
+constexpr const char* choicesName = "tourchoices.js";
+
 /// Names to copy, by the lower-case name they get. Of several that differ only in case, the one that is lower
 /// case already wins.
 std::map<std::string, std::string> byLowerCaseName(const std::vector<std::string>& names) {
@@ -52,6 +54,8 @@ void Workspace::initTourDefaults() {
     m_model.singleWindow = true;
     m_model.autoInstruction = true;
     m_model.tourAuthor.clear();
+    m_model.language.clear();
+    m_model.wordsBesidePage = false;
 }
 
 void Workspace::resetWorkingCopy() {
@@ -213,7 +217,14 @@ bool Workspace::replaceTourFiles() {
         return false;
     for (const Outcome& failure : replacement.commit(savedLast()))
         complete = skip(failure) && complete;
-    return complete;
+    return removeFormerChoices(m_tourPath, sources.contains(choicesName)) && complete;
+}
+
+/// A tour's folder keeps what only it has, but nothing may say that the author has chosen what is not chosen
+/// any more. False when that fails.
+bool Workspace::removeFormerChoices(const std::string& folder, bool areThere) const {
+    const std::string former = files::join(folder, choicesName);
+    return areThere || !fileExists(former) || skip(files::remove(former));
 }
 
 /// False when the tour's own disk does not take the files: then the tour stays what it was.

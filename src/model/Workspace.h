@@ -120,6 +120,7 @@ private:
     bool savedTourSources(Sources& sources) const;
     bool replaceTourFiles();
     bool stageTour(StagedReplacement& replacement, const Sources& sources, bool& complete) const;
+    bool removeFormerChoices(const std::string& folder, bool areThere) const;
     bool skip(const Outcome& outcome) const;
 
     std::string m_tourPath;

@@ -8,6 +8,7 @@
 #include "publish/PageFile.h"
 #include "publish/StopPages.h"
 #include "publish/TemplateFiller.h"
+#include "publish/TourChoicesFile.h"
 
 #include <string>
 
@@ -136,6 +137,7 @@ void makeEveryPage(TourContext& context) {
     makeContentsPage(context);
     makeTourGuide(context);
     makeOpeningPage(context);
+    makeWordsAndChoices(context);
 }
 
 } // namespace wendmark

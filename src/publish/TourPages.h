@@ -23,7 +23,7 @@ void makeContentsPage(TourContext& context);
 void makeTourGuide(TourContext& context);
 
 /// Every page of the tour in the working copy: those of all stops, the frameset that the program shows, and
-/// the pages above.
+/// the pages above; with them what they say in the tour's language.
 void makeEveryPage(TourContext& context);
 
 /// What the generators above do with the texts of their templates.

@@ -1,5 +1,7 @@
 #include "recovery/RecoveryRecord.h"
 
+#include "model/TourChoices.h"
+
 #include <algorithm>
 #include <charconv>
 #include <concepts>
@@ -58,6 +60,13 @@ void visitWork(Record& record, Visit visit) {
         visit("stopNarration", stop.stopNarration);
         visit("stopInstruction", stop.stopInstruction);
     }
+}
+
+/// Fields that a record has only where something is chosen, so that earlier records can be read, too.
+template <typename Record, typename Visit>
+void visitChoices(Record& record, Visit visit) {
+    visit("language", record.model.language);
+    visit("wordsBesidePage", record.model.wordsBesidePage);
 }
 
 template <typename Texts, typename Visit>
@@ -124,6 +133,9 @@ public:
         ok = ok && error == std::errc() && end == digits.data() + digits.size();
     }
 
+    bool isAt(std::string_view name) const {
+        return m_rest.starts_with(name) && m_rest.substr(name.size()).starts_with(' ');
+    }
     bool isAtEnd() const { return m_rest.empty(); }
 
     bool ok = true;
@@ -158,6 +170,8 @@ std::string encodeRecord(const RecoveryRecord& record) {
     visitFields(record, std::ref(writer));
     if (record.unapplied)
         visitTexts(*record.unapplied, std::ref(writer));
+    if (hasChoices(record.model))
+        visitChoices(record, std::ref(writer));
     writer("end", std::string());
     return std::move(writer.bytes);
 }
@@ -165,6 +179,7 @@ std::string encodeRecord(const RecoveryRecord& record) {
 std::string encodeWork(const RecoveryRecord& record) {
     Writer writer(record);
     visitWork(record, std::ref(writer));
+    visitChoices(record, std::ref(writer));
     return std::move(writer.bytes);
 }
 
@@ -181,11 +196,14 @@ std::optional<RecoveryRecord> decodeRecord(std::string_view bytes) {
             reader = withTexts;
         }
     }
+    if (reader.isAt("language"))
+        visitChoices(record, std::ref(reader));
     std::string end;
     reader("end", end);
     const TourModel& model = record.model;
-    const bool countsMakeSense = model.launchURLCount >= 0;
-    return reader.ok && reader.isAtEnd() && countsMakeSense ? std::optional(std::move(record)) : std::nullopt;
+    const bool makesSense =
+        model.launchURLCount >= 0 && (model.language.empty() || isLanguageCode(model.language));
+    return reader.ok && reader.isAtEnd() && makesSense ? std::optional(std::move(record)) : std::nullopt;
 }
 
 } // namespace wendmark

@@ -1,5 +1,6 @@
 #include "tour_cli/TourTarget.h"
 
+#include "base/Files.h"
 #include "model/TourFiles.h"
 
 #include <filesystem>
@@ -10,6 +11,8 @@ namespace wendmark::cli {
 namespace fs = std::filesystem;
 
 namespace {
+
+constexpr std::string_view choicesName = "tourchoices.js";
 
 void replaceAll(std::string& text, const std::string& part, const std::string& by) {
     for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + by.size()))
@@ -67,9 +70,15 @@ Outcome TourTarget::makeIfMissing() {
 Outcome TourTarget::putInPlace() {
     if (HeldSignals::isWaiting())
         return Outcome::failure(m_folder + " stays what it was: the run was interrupted");
+    const bool hasChoices = files::canBeRead(files::join(finished(), choicesName));
     Outcome outcome = m_replacement.commitAllOrNothing(savedLast());
-    if (outcome.ok())
-        m_parent.keep();
+    if (!outcome.ok())
+        return outcome;
+    m_parent.keep();
+    // No page asks for one that is left over, so that it may stay where it cannot be removed.
+    const std::string former = files::join(m_folder, choicesName);
+    if (!hasChoices && files::canBeRead(former))
+        static_cast<void>(files::remove(former));
     return outcome;
 }
 

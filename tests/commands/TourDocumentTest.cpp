@@ -2,6 +2,7 @@
 
 #include "base/Files.h"
 #include "commands/SeenTour.h"
+#include "commands/TourProperties.h"
 #include "support/DocumentFixture.h"
 
 #include <gmock/gmock.h>
@@ -21,6 +22,19 @@ using test::differences;
 using test::DocumentFixture;
 using test::Seen;
 using test::seen;
+
+TourProperties propertiesOf(const TourModel& model) {
+    TourProperties properties;
+    properties.tourTitle = model.tourTitle;
+    properties.tourAuthor = model.tourAuthor;
+    properties.autoInstruction = model.autoInstruction;
+    properties.cachePeriod = std::to_string(model.bufferDelay);
+    properties.autoBuffer = model.autoBuffer;
+    properties.narHeight = std::to_string(model.narHeight);
+    properties.advWidth = std::to_string(model.advWidth);
+    properties.navWidth = std::to_string(model.navWidth);
+    return properties;
+}
 
 class TourDocumentTest : public testing::Test {
 protected:
@@ -49,6 +63,38 @@ TEST_F(TourDocumentTest, eachCommandIsOneStepWithAName) {
     EXPECT_EQ(document.redoName(), "Move Stop Forward");
     document.deleteStop();
     EXPECT_EQ(document.redoName(), std::nullopt);
+}
+
+TEST_F(TourDocumentTest, choicesAreUndoneWithTheirFile) {
+    const Seen before = seen(program);
+    TourProperties properties = propertiesOf(document.model());
+    properties.language = "de";
+    properties.wordsBesidePage = true;
+    document.setProperties(properties, [] {});
+    const std::string choices = document.workspace().workingFile("tourchoices.js");
+    EXPECT_EQ(document.model().language, "de");
+    EXPECT_TRUE(files::canBeRead(choices));
+    document.undo();
+    EXPECT_EQ(document.model().language, "");
+    EXPECT_FALSE(document.model().wordsBesidePage);
+    EXPECT_FALSE(files::canBeRead(choices));
+    EXPECT_THAT(differences(before, seen(program)), IsEmpty());
+    document.redo();
+    EXPECT_TRUE(document.model().wordsBesidePage);
+    EXPECT_NE(files::read(choices).bytes.find("tourChoices.language = 'de';"), std::string::npos);
+}
+
+TEST_F(TourDocumentTest, choicesThatAreGivenUpLeaveTheToursFolderToo) {
+    TourProperties properties = propertiesOf(document.model());
+    properties.language = "de";
+    document.setProperties(properties, [] {});
+    document.save();
+    const std::string saved = document.workspace().tourFile("tourchoices.js");
+    EXPECT_TRUE(files::canBeRead(saved));
+    properties.language.clear();
+    document.setProperties(properties, [] {});
+    EXPECT_TRUE(document.save());
+    EXPECT_FALSE(files::canBeRead(saved));
 }
 
 TEST_F(TourDocumentTest, undoGoesToTheStopWhereTheChangeWas) {

@@ -295,6 +295,27 @@ TEST(ScriptReader, whatTheScriptDoesNotNameKeepsItsValue) {
     EXPECT_EQ(model.launchURL[0], "kept");
 }
 
+TEST(ScriptReader, languageIsRead) {
+    EXPECT_EQ(readCommand("#Language = de").model.language, "de");
+    EXPECT_EQ(readCommand("#LANGUAGE=  pt-BR ").model.language, "pt-br");
+    EXPECT_EQ(readCommand("#Language").errors, Lines{std::string(noEqualsSign)});
+}
+
+TEST(ScriptReader, whatIsNoLanguageChangesNothing) {
+    TourModel before;
+    before.language = "de";
+    for (const std::string_view text : {"", "d", "-de", "de-", "de--at", "d'e", "de fr", "\xE9n", "<b>",
+                                        "abcdefghijklmnopqrstuvwxyzabcdefghij"})
+        EXPECT_EQ(readCommand("#Language = " + std::string(text), before).model.language, "de") << text;
+}
+
+TEST(ScriptReader, layoutIsReadWhenItIsAKnownOne) {
+    EXPECT_TRUE(readCommand("#Layout = side").model.wordsBesidePage);
+    EXPECT_TRUE(readCommand("#layout=SIDE").model.wordsBesidePage);
+    EXPECT_FALSE(readCommand("#Layout = other").model.wordsBesidePage);
+    EXPECT_FALSE(readCommand("#Layout =").model.wordsBesidePage);
+}
+
 TEST(ScriptReader, fileWithoutTitleKeepsTitleAndStopsAndReportsOnce) {
     TourModel before;
     before.tourTitle = "Old";

@@ -48,6 +48,28 @@ TEST(ScriptRoundTrip, typedParagraphReadsBackAsAMarkedOne) {
     EXPECT_EQ(read(script).model.stops.at(1).stopNarration, "a<BR>\r\nb\r\n");
 }
 
+TEST(ScriptRoundTrip, choicesComeBackAndStandLastInTheHeader) {
+    TourModel model;
+    model.tourTitle = "T";
+    model.tourAuthor = "Ann";
+    model.language = "he";
+    model.wordsBesidePage = true;
+    const std::string script = composeScript(model);
+    EXPECT_NE(script.find("#Author = Ann\r\n<<<VoskInfo>>>#Language = he\r\n"
+                          "<<<VoskInfo>>>#Layout = side\r\n\r\nT\r\n"),
+              std::string::npos);
+    EXPECT_EQ(read(script).model.language, "he");
+    EXPECT_TRUE(read(script).model.wordsBesidePage);
+    EXPECT_EQ(rewritten(script), script);
+}
+
+TEST(ScriptRoundTrip, whatIsNotChosenIsNotWritten) {
+    TourModel model;
+    const std::string script = composeScript(model);
+    EXPECT_EQ(script.find("#Language"), std::string::npos);
+    EXPECT_EQ(script.find("#Layout"), std::string::npos);
+}
+
 TEST(ScriptRoundTrip, fullTourComesBack) {
     TourModel model;
     model.tourTitle = "Full";

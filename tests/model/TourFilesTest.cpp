@@ -17,7 +17,7 @@ TEST(TourFiles, whatTheProgramMakesAnewIsGenerated) {
     for (const std::string_view name :
          {"framever.htm", "playtour.htm", "fv1.htm", "tmpframe.htm", "openhelp.htm", "index.htm", "toc.htm",
           "tguide.htm", "nav3.htm", "link.txt", "script.txt", "script1.txt", "ft.htm", "page1.htm",
-          "page100.htm", "_tourlaunch1.htm", "_tourlaunch100.htm"})
+          "page100.htm", "tourwords.js", "tourchoices.js", "_tourlaunch1.htm", "_tourlaunch100.htm"})
         EXPECT_TRUE(isGeneratedFile(name)) << name;
 }
 
@@ -33,6 +33,8 @@ TEST(TourFiles, authorsFilesAndSupportFilesAreNotGenerated) {
                                         "_tourlaunch.htm",
                                         "_tourlaunch-pad.htm",
                                         "tourlaunch1.htm",
+                                        "tour.js",
+                                        "tourlanguage.js",
                                         "navtemp.htm",
                                         "navfinal.htm",
                                         "brhist.txt",

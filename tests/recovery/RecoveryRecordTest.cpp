@@ -72,6 +72,31 @@ TEST(RecoveryRecord, everyFieldComesBack) {
     }
 }
 
+TEST(RecoveryRecord, choicesComeBackWithAndWithoutUnappliedTexts) {
+    for (const bool withTexts : {true, false}) {
+        RecoveryRecord record = fullRecord(2);
+        if (!withTexts)
+            record.unapplied.reset();
+        record.model.language = "he";
+        record.model.wordsBesidePage = true;
+        const std::optional<RecoveryRecord> back = decodeRecord(encodeRecord(record));
+        ASSERT_TRUE(back);
+        EXPECT_EQ(back->model.language, "he");
+        EXPECT_TRUE(back->model.wordsBesidePage);
+        EXPECT_EQ(back->unapplied, record.unapplied);
+    }
+}
+
+TEST(RecoveryRecord, whatIsNoLanguageIsNoRecord) {
+    RecoveryRecord record = fullRecord(1);
+    record.model.language = "';stop()//";
+    EXPECT_FALSE(decodeRecord(encodeRecord(record)));
+}
+
+TEST(RecoveryRecord, whatNobodyHasChosenIsNotInARecord) {
+    EXPECT_EQ(encodeRecord(fullRecord(1)).find("language"), std::string::npos);
+}
+
 TEST(RecoveryRecord, withoutUnappliedTextsThereAreNone) {
     RecoveryRecord record = fullRecord(2);
     record.unapplied.reset();

@@ -13,6 +13,7 @@
 #include <QAbstractItemView>
 #include <QAbstractProxyModel>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDialog>
 #include <QDir>
 #include <QFileDialog>
@@ -219,14 +220,16 @@ private slots:
     void tabGoesThroughAPageFromTopToBottom_data() {
         QTest::addColumn<int>("tab");
         QTest::addColumn<QStringList>("stations");
-        QTest::newRow("General") << 0 << QStringList{"txtTourTitle", "txtAuthor", "chkAddInstructions"};
+        QTest::newRow("General") << 0
+                                 << QStringList{"txtTourTitle", "txtAuthor", "chkAddInstructions",
+                                                "cboLanguage"};
         QTest::newRow("Caching") << 1 << QStringList{"txtCachePeriod", "chkBufFlag"};
         QTest::newRow("Launching") << 2
                                    << QStringList{"txtLaunchURL", "btnAddLURL", "lstLaunchURLList",
                                                   "btnRemoveLURL"};
         QTest::newRow("Layout") << 3
-                                << QStringList{"txtAdvWidth", "txtNarHeight", "txtNavWidth",
-                                               "btnResetLayout"};
+                                << QStringList{"txtAdvWidth", "txtNarHeight", "txtNavWidth", "btnResetLayout",
+                                               "chkBesidePage"};
         QTest::newRow("Logo") << 4 << QStringList{"btnAdvBrowse", "btnGraphReset"};
     }
 
@@ -274,6 +277,39 @@ private slots:
         QVERIFY(QFile::exists(properties.program.working("link.txt")));
         QCOMPARE(QByteArray::fromStdString(test::readFile(toUtf8(properties.program.working("fr-logo.gif")))),
                  logo);
+    }
+
+    void languageAndLayoutAreShownStoredAndLeft() {
+        Properties properties;
+        TourModel& model = properties.model();
+        properties.open([](QDialog& dialog) {
+            auto& language = *dialog.findChild<QComboBox*>("cboLanguage");
+            QCOMPARE(language.currentText(), QString("English"));
+            QVERIFY(!box(dialog, "chkBesidePage").isChecked());
+            language.setFocus();
+            QTest::keyClicks(&language, "Deu");
+            QCOMPARE(language.currentText(), QString("Deutsch"));
+            box(dialog, "chkBesidePage").click();
+            press(dialog, "OKButton");
+        });
+        QCOMPARE(model.language, std::string("de"));
+        QVERIFY(model.wordsBesidePage);
+        QVERIFY(QFile::exists(properties.program.working("tourchoices.js")));
+        model.language = "sv";
+        properties.open([](QDialog& dialog) {
+            QCOMPARE(dialog.findChild<QComboBox*>("cboLanguage")->currentText(), QString("sv"));
+            QVERIFY(box(dialog, "chkBesidePage").isChecked());
+            press(dialog, "OKButton");
+        });
+        QCOMPARE(model.language, std::string("sv"));
+        properties.open([](QDialog& dialog) {
+            dialog.findChild<QComboBox*>("cboLanguage")->setCurrentIndex(0);
+            box(dialog, "chkBesidePage").click();
+            press(dialog, "OKButton");
+        });
+        QCOMPARE(model.language, std::string());
+        QVERIFY(!model.wordsBesidePage);
+        QVERIFY(!QFile::exists(properties.program.working("tourchoices.js")));
     }
 
     void okStoresEveryField() {

@@ -11,11 +11,13 @@
 #include "ui/Messages.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/FileChooser.h"
+#include "ui/dialogs/LanguageBox.h"
 #include "ui/dialogs/LastFolder.h"
 #include "ui/dialogs/LayoutDiagram.h"
 #include "ui/dialogs/Spinner.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QImageReader>
@@ -106,6 +108,10 @@ QWidget* frmPropTab::makeGeneralPage() {
     layout->addWidget(m_author);
     layout->addSpacing(dialogGap);
     layout->addWidget(m_addInstructions);
+    m_language = makeLanguageBox(page);
+    layout->addSpacing(dialogGap);
+    layout->addWidget(makeLabel("lblLanguage", tr("Language of the tour's &buttons:"), m_language));
+    layout->addWidget(m_language, 0, Qt::AlignLeft);
     layout->addStretch();
     return page;
 }
@@ -185,6 +191,9 @@ QWidget* frmPropTab::makeLayoutPage() {
     layout->addWidget(m_layout, 0, Qt::AlignHCenter);
     layout->addSpacing(dialogGap);
     layout->addWidget(resetButton, 0, Qt::AlignHCenter);
+    m_besidePage = named(new QCheckBox(tr("On wide screens, &words beside the page"), page), "chkBesidePage");
+    layout->addSpacing(dialogGap);
+    layout->addWidget(m_besidePage, 0, Qt::AlignHCenter);
     layout->addStretch();
     connect(resetButton, &QPushButton::clicked, this, &frmPropTab::resetLayout);
     const TourModel& model = m_document.model();
@@ -238,6 +247,8 @@ void frmPropTab::fillFromModel() {
     m_layout->narHeight().setText(QString::number(model.narHeight));
     m_layout->advWidth().setText(QString::number(model.advWidth));
     m_layout->navWidth().setText(QString::number(model.navWidth));
+    chooseLanguage(*m_language, toQString(model.language));
+    m_besidePage->setChecked(model.wordsBesidePage);
     for (std::int16_t i = 0; i < model.launchURLCount; ++i)
         m_launchURLList->addItem(toQString(model.launchURL.at(static_cast<std::size_t>(i))));
 }
@@ -333,6 +344,8 @@ void frmPropTab::takeOver() {
     properties.narHeight = toUtf8(m_layout->narHeight().text());
     properties.advWidth = toUtf8(m_layout->advWidth().text());
     properties.navWidth = toUtf8(m_layout->navWidth().text());
+    properties.language = toUtf8(m_language->currentData().toString());
+    properties.wordsBesidePage = m_besidePage->isChecked();
     properties.logoFile = m_logoFile;
     m_document.setProperties(properties,
                              [this] { showMessage(this, tr("Layout dimensions must be numeric")); });

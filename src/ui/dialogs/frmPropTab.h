@@ -5,6 +5,7 @@
 #include <string>
 
 class QCheckBox;
+class QComboBox;
 class QLabel;
 class QLineEdit;
 class QListWidget;
@@ -64,6 +65,8 @@ private:
     QLineEdit* m_tourTitle = nullptr;
     QLineEdit* m_author = nullptr;
     QCheckBox* m_addInstructions = nullptr;
+    QComboBox* m_language = nullptr;
+    QCheckBox* m_besidePage = nullptr;
     QLineEdit* m_cachePeriod = nullptr;
     QCheckBox* m_bufFlag = nullptr;
     QLineEdit* m_launchURL = nullptr;

@@ -7,10 +7,12 @@ import { contents } from './contents.mjs';
 import { edited } from './edited.mjs';
 import { framing } from './framing.mjs';
 import { hands } from './hands.mjs';
+import { languagesOfTours } from './languages.mjs';
 import { layout } from './layout.mjs';
 import { leaving } from './leaving.mjs';
 import { loadingAhead } from './loading-ahead.mjs';
 import { older } from './older.mjs';
+import { paper } from './paper.mjs';
 import { places } from './places.mjs';
 import { preview } from './preview.mjs';
 import { standAlone } from './stand-alone.mjs';
@@ -25,7 +27,7 @@ import { whereabouts } from './whereabouts.mjs';
 const suitesOfServers = [checkedByAxe, framing];
 const suites = [
   stepping, contents, subStops, loadingAhead, leaving, standAlone, strangers, preview, edited, usable, waiting,
-  layout, places, hands, whereabouts, older,
+  layout, places, hands, whereabouts, older, languagesOfTours, paper,
 ];
 
 /** Those of these suites that the environment names in PLAYER_SUITES, with blanks between; without it all. */

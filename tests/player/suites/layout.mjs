@@ -151,4 +151,67 @@ export function layout(context) {
       }));
     }
   });
+
+  for (const { language, isMirrored } of [{ language: 'en', isMirrored: false }, { language: 'he', isMirrored: true }]) {
+    describe(`words beside the page, in a tour in the language ${language}`, () => {
+      let tour;
+      before(async () => {
+        const stops = numberedStops(3).map((stop) => ({ ...stop, narration: wordsOfAnOrdinaryStop }));
+        tour = await publishTour({ commands: ['#Layout = side', `#Language = ${language}`], stops });
+      });
+      after(() => tour.remove());
+
+      const boxes = (visitor) => visitor.page.evaluate(() => Object.fromEntries(
+        [...document.querySelectorAll('frame')].map((frame) => {
+          const { left, right, top, bottom } = frame.getBoundingClientRect();
+          // From where reading begins.
+          const isFromRight = document.documentElement.dir === 'rtl';
+          return [frame.name, { begin: isFromRight ? innerWidth - right : left, end: isFromRight ? innerWidth - left : right, top, bottom }];
+        }),
+      ));
+      /** The buttons move when the navigator hears where it is. */
+      const beginBeside = async (visitor) => {
+        await visitor.open('playtour.htm');
+        await visitor.waitIn('nav', () => document.documentElement.classList.contains('bar')
+          && document.getElementById('position').textContent !== '' && document.documentElement.scrollHeight <= innerHeight);
+        await visitor.arriveAt(tour.stops[0], () => visitor.press('next'));
+      };
+      const isBeside = (visitor, wanted) => visitor.page.waitForFunction(
+        (beside) => document.documentElement.classList.contains('beside') === beside, { polling: 50 }, wanted);
+
+      it('come and go with the width of the window, and load no frame again', () => context.visit(tour.folder, async (visitor) => {
+        await beginBeside(visitor);
+        await isBeside(visitor, true);
+        const names = ['mw', 'nar', 'nav', 'logo'];
+        for (const name of names)
+          await (await visitor.frame(name)).evaluate(() => { window.isTheSame = true; });
+        const { mw, logo, nar, nav } = await boxes(visitor);
+        assert.equal(mw.begin, 0);
+        assert.ok(mw.end <= nar.begin && nar.end >= laptop.width - 2);
+        assert.ok(mw.top === 0 && mw.bottom >= laptop.height - 2);
+        assert.ok(logo.bottom <= nar.top && nar.bottom <= nav.top && nav.bottom >= laptop.height - 2);
+        for (const { width, wanted } of [{ width: 1199, wanted: false }, { width: 1200, wanted: true }, { width: 390, wanted: false }]) {
+          await visitor.page.setViewport({ ...laptop, width });
+          await isBeside(visitor, wanted);
+        }
+        const below = await boxes(visitor);
+        assert.ok(below.mw.bottom <= below.nar.top);
+        for (const name of names)
+          assert.equal(await (await visitor.frame(name)).evaluate(() => window.isTheSame), true, name);
+        await visitor.page.setViewport(laptop);
+        await isBeside(visitor, true);
+        await visitor.arriveAt(tour.stops[1], () => visitor.press('next'));
+      }, laptop));
+
+      it('have all buttons in sight and need no scrolling', () => context.visit(tour.folder, async (visitor) => {
+        await beginBeside(visitor);
+        const navigator = await visitor.waitIn('nav', () => document.documentElement.classList.contains('bar')
+          && document.documentElement.scrollHeight <= innerHeight);
+        assert.deepEqual(await navigator.evaluate(misplaced, 44), []);
+        const words = await (await visitor.frame('nar')).evaluate(room);
+        assert.ok(words.neededHeight <= words.height && words.neededWidth <= words.width, JSON.stringify(words));
+        assert.equal(await (await visitor.frame('nar')).evaluate(() => document.documentElement.dir), isMirrored ? 'rtl' : '');
+      }, laptop));
+    });
+  }
 }

@@ -26,28 +26,29 @@ async function close(server) {
   await new Promise((resolve) => server.close(resolve));
 }
 
-async function sendFile(path, response) {
+async function sendFile(path, response, headers = {}) {
   const found = await stat(path).catch(() => null);
   if (!found?.isFile()) {
     response.writeHead(404, { 'content-type': 'text/plain' }).end('Not found');
     return;
   }
-  response.writeHead(200, { 'content-type': contentTypes[extname(path)] ?? 'application/octet-stream' });
+  response.writeHead(200, { 'content-type': contentTypes[extname(path)] ?? 'application/octet-stream', ...headers });
   createReadStream(path).pipe(response);
 }
 
 /**
  * Serves a folder on the loopback address. `requests` logs every request as {path, at}, `at` in milliseconds. A path that is held gets no
- * answer until it is released. With `secure` it is a server for https, of a certificate that only these tests trust.
+ * answer until it is released. With `secure` it is a server for https, of a certificate that only these tests trust; `headers` go
+ * with each file.
  */
-export async function serveFolder(folder, { secure = false } = {}) {
+export async function serveFolder(folder, { secure = false, headers } = {}) {
   const requests = new EventLog('request');
   const held = new Map();
   const answer = async (request, response) => {
     const path = decodeURIComponent(new URL(request.url, 'http://server').pathname);
     requests.add({ path, at: performance.now() });
     await held.get(path)?.opened;
-    await sendFile(join(folder, normalize(path)), response);
+    await sendFile(join(folder, normalize(path)), response, headers);
   };
   const pem = secure ? await readFile(new URL('loopback.pem', import.meta.url)) : null;
   const server = secure ? createSecureServer({ key: pem, cert: pem }, answer) : createServer(answer);

@@ -1,0 +1,5 @@
+'use strict';
+
+// What the author of this tour has chosen for it.
+tourChoices.language = 'de';
+tourChoices.layout = 'side';
