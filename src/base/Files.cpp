@@ -230,6 +230,10 @@ bool canBeRead(const std::string& path) {
     return !whyNotRegular(found) && openFile(found.path, "rb") != nullptr;
 }
 
+bool isMissing(const std::string& path) {
+    return find(path).status.type() == fs::file_type::not_found;
+}
+
 Contents read(const std::string& path) {
     const Found found = find(path);
     Contents contents{Outcome::success(), {}};

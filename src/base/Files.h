@@ -19,6 +19,9 @@ std::string join(std::string_view folder, std::string_view name);
 /// Whether `path` is a regular file that can be opened for reading.
 bool canBeRead(const std::string& path);
 
+/// Whether there is surely nothing of that name: what cannot be looked at may be there.
+bool isMissing(const std::string& path);
+
 struct Contents {
     Outcome outcome;
     std::string bytes; ///< Empty after a failure.

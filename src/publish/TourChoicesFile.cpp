@@ -59,7 +59,7 @@ std::string composeChoices(const TourModel& model) {
 
 bool makeTourWords(TourContext& context) {
     const std::string path = context.workspace.templateFile(wordsName);
-    if (!fileExists(path))
+    if (files::isMissing(path))
         return true;
     const files::Contents source = files::read(path);
     context.log.skip(source.outcome);
@@ -75,7 +75,7 @@ bool makeTourChoices(TourContext& context) {
     Outcome outcome = Outcome::success();
     if (hasChoices(context.model))
         outcome = context.workspace.writeWorkingFile(choicesName, composeChoices(context.model));
-    else if (fileExists(path))
+    else if (!files::isMissing(path))
         outcome = files::remove(path);
     context.log.skip(outcome);
     return outcome.ok();

@@ -70,14 +70,14 @@ Outcome TourTarget::makeIfMissing() {
 Outcome TourTarget::putInPlace() {
     if (HeldSignals::isWaiting())
         return Outcome::failure(m_folder + " stays what it was: the run was interrupted");
-    const bool hasChoices = files::canBeRead(files::join(finished(), choicesName));
+    const bool hasNoChoices = files::isMissing(files::join(finished(), choicesName));
     Outcome outcome = m_replacement.commitAllOrNothing(savedLast());
     if (!outcome.ok())
         return outcome;
     m_parent.keep();
     // No page asks for one that is left over, so that it may stay where it cannot be removed.
     const std::string former = files::join(m_folder, choicesName);
-    if (!hasChoices && files::canBeRead(former))
+    if (hasNoChoices && files::canBeRead(former))
         static_cast<void>(files::remove(former));
     return outcome;
 }

@@ -79,6 +79,16 @@ TEST_F(FilesTest, fileThatIsLongerThanTheSystemSaysIsReadToItsEnd) {
     EXPECT_TRUE(found.bytes.ends_with('\n'));
 }
 
+TEST_F(FilesTest, missingIsWhatIsSurelyNotThere) {
+    write("A", "");
+    EXPECT_TRUE(files::isMissing(path("b")));
+    EXPECT_TRUE(files::isMissing(path("no/a")));
+    EXPECT_FALSE(files::isMissing(path("a")));
+    EXPECT_FALSE(files::isMissing(path("")));
+    fs::create_symlink("loop", path("loop"));
+    EXPECT_FALSE(files::isMissing(path("loop")));
+}
+
 TEST_F(FilesTest, emptyFileIsReadAsNothing) {
     write("a", "");
     EXPECT_TRUE(files::read(path("a")).outcome.ok());
