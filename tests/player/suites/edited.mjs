@@ -15,7 +15,7 @@ async function editTemplates(folder) {
   await addLine('page.htm', '<p class="address">', '<hr>');
   await addLine('framever.htm', '<meta name="viewport"', '<meta name="author" content="Our museum">');
   await edit('framever.htm', 'scrolling="no" noresize', 'noresize');
-  await addLine('openhelp.htm', '<h2>', '<p>Welcome to our museum.</p>');
+  await addLine('openhelp.htm', '<h2 data-word="how">', '<p>Welcome to our museum.</p>');
   await addLine('toc.htm', '<p class="kicker">', '<p id="banner">Our museum</p>');
   await addLine('tguide.htm', '<p class="kicker">', '<p id="banner">Our museum</p>');
   await edit('navfinal.htm', '>Contents<', '><img src="gr-bullet-bk.gif" alt="All stops"><');
