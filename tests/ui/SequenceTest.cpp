@@ -103,11 +103,12 @@ bool pointerIsBusy() {
            QApplication::overrideCursor()->shape() == Qt::WaitCursor;
 }
 
-const QStringList framesets = {"+NewTour/framever.htm", "+NewTour/playtour.htm", "+NewTour/fv1.htm",
-                               "+NewTour/_tourlaunch1.htm"};
+/// What differs between a tour that is edited and one that is saved, but for the navigator.
+const QStringList twoForms = {"+NewTour/framever.htm", "+NewTour/playtour.htm", "+NewTour/fv1.htm",
+                              "+NewTour/_tourlaunch1.htm", "+NewTour/tourwords.js"};
 const QStringList finalForm =
-    QStringList{"+NewTour/script.txt"} + framesets + QStringList{"+NewTour/nav3.htm"};
-const QStringList editingForm = QStringList{"+NewTour/nav3.htm"} + framesets;
+    QStringList{"+NewTour/script.txt"} + twoForms + QStringList{"+NewTour/nav3.htm"};
+const QStringList editingForm = QStringList{"+NewTour/nav3.htm"} + twoForms;
 
 } // namespace
 
@@ -134,7 +135,7 @@ private slots:
             QStringList{"+NewTour/nav3.htm", "+NewTour/page1.htm", "+NewTour/page2.htm"} +
             QStringList{"+NewTour/framever.htm", "+NewTour/openhelp.htm", "+NewTour/index.htm"} +
             QStringList{"+NewTour/toc.htm", "+NewTour/tguide.htm", "+NewTour/openhelp.htm"} +
-            QStringList{"+NewTour/tmpframe.htm"};
+            QStringList{"+NewTour/tourwords.js", "+NewTour/tmpframe.htm"};
         QCOMPARE(happened.mid(happened.size() - made.size()).join(' '), made.join(' '));
         QStringList broughtBack = program.filling();
         for (const char* apart : {"script.txt", "nav3.htm"})
@@ -147,7 +148,7 @@ private slots:
     void closeMakesTheFinalFormStoresEmptiesWaitsAndLeavesTheScript() {
         Watched program;
         program.window.show();
-        const QStringList beforeStoring = QStringList{"+NewTour/nav3.htm", "+walk/nav3.htm"} + framesets;
+        const QStringList beforeStoring = QStringList{"+NewTour/nav3.htm", "+walk/nav3.htm"} + twoForms;
         bool waited = false;
         onFirstPause([&] {
             waited = true;
@@ -229,7 +230,7 @@ private slots:
                     QStringList{"+NewTour/script.txt",   "+NewTour/framever.htm", "+NewTour/script.txt",
                                 "+NewTour/page1.htm",    "+NewTour/page2.htm",    "+NewTour/toc.htm",
                                 "+NewTour/openhelp.htm", "+NewTour/index.htm",    "+NewTour/tguide.htm",
-                                "+NewTour/openhelp.htm", "+NewTour/nav3.htm"};
+                                "+NewTour/openhelp.htm", "+NewTour/tourwords.js", "+NewTour/nav3.htm"};
         QCOMPARE(program.eventsBeforeNoting(), expected);
         QVERIFY(!pointerIsBusy());
     }
@@ -245,14 +246,15 @@ private slots:
         });
         onNextDialog([](QDialog& page) { press(page, "btnNext"); });
         program.window.newTour();
-        const QStringList oneFrameset = {"+NewTour/framever.htm", "+NewTour/playtour.htm",
-                                         "+NewTour/fv1.htm"};
+        const QStringList noLaunch = {"+NewTour/framever.htm", "+NewTour/playtour.htm", "+NewTour/fv1.htm",
+                                      "+NewTour/tourwords.js"};
         QCOMPARE(program.eventsBeforeNoting(),
                  QStringList({"+NewTour/nav3.htm", "+NewTour/page1.htm", "+NewTour/page2.htm",
                               "+NewTour/framever.htm", "+NewTour/openhelp.htm", "+NewTour/index.htm",
-                              "+NewTour/toc.htm", "+NewTour/tguide.htm", "+NewTour/openhelp.htm"}) +
-                     QStringList{"+NewTour/script.txt"} + oneFrameset + QStringList{"+NewTour/nav3.htm"} +
-                     QStringList{"+NewTour/nav3.htm"} + oneFrameset + QStringList{"+NewTour/link.txt"});
+                              "+NewTour/toc.htm", "+NewTour/tguide.htm", "+NewTour/openhelp.htm",
+                              "+NewTour/tourwords.js"}) +
+                     QStringList{"+NewTour/script.txt"} + noLaunch + QStringList{"+NewTour/nav3.htm"} +
+                     QStringList{"+NewTour/nav3.htm"} + noLaunch + QStringList{"+NewTour/link.txt"});
         QVERIFY(!pointerIsBusy());
         QVERIFY(!program.program.model.tourChanged);
     }
