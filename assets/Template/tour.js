@@ -114,8 +114,10 @@ var startTimers;
       return;
     const { address } = waiting;
     awaited = null;
-    if (isPageAddress(address))
-      showInSiteFrame(address);
+    if (!isPageAddress(address))
+      return;
+    tellEditor('coming');
+    showInSiteFrame(address);
   }
 
   function waitingPageCame({ address }) {
@@ -130,7 +132,14 @@ var startTimers;
     tell('nar', { tour: 'show' });
   }
 
+  /** The editor shows whether a stop's page is on its way; of frames alone its engine does not tell. */
+  function tellEditor(site) {
+    if (tourPlace.inEditor)
+      window.status = `>*>*>site->${site}`;
+  }
+
   function siteFilled() {
+    tellEditor('there');
     if (awaited?.isLate)
       goWithoutWaiting(awaited);
     else if (awaited)
@@ -326,6 +335,7 @@ var startTimers;
       stop: ({ stop }) => requestStop(stop),
       titles: ({ titles: all }) => titlesTold(all),
       waiting: waitingPageCame,
+      leaving: () => tellEditor('coming'),
     },
     logo: {
       hello: () => welcome('logo'),
@@ -396,6 +406,7 @@ var startTimers;
   }
 
   function start() {
+    tellEditor('there'); // The tour that was here before may have said something else.
     remember(history.state || newVisit());
     addEventListener('message', receive);
     addEventListener('keydown', pressKey);

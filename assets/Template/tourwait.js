@@ -42,6 +42,14 @@
     link.textContent = tourLanguage.say('openTab');
   }
 
+  /** The next page that has loaded in the frame is to be another one than this. */
+  function tellLeaving() {
+    if (document.readyState === 'complete')
+      parent.postMessage({ tour: 'leaving' }, '*');
+    else
+      addEventListener('load', () => setTimeout(tellLeaving));
+  }
+
   function show() {
     const address = pageAddress();
     const inTheWay = obstacle(address);
@@ -55,9 +63,11 @@
     // Once this page has been drawn; an invisible window draws none.
     let gone = false;
     const giveWay = () => {
-      if (!gone)
-        location.replace(address.href);
+      if (gone)
+        return;
       gone = true;
+      tellLeaving();
+      location.replace(address.href);
     };
     requestAnimationFrame(() => setTimeout(giveWay));
     setTimeout(giveWay, 200);

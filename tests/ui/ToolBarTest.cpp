@@ -16,11 +16,14 @@
 #include <QTest>
 #include <QToolButton>
 #include <QToolTip>
+#include <QWebEnginePage>
+#include <QWebEngineView>
 #include <cstdlib>
 #include <string>
 
 namespace wendmark {
 
+using test::engineOf;
 using test::patience;
 using test::UiFixture;
 
@@ -46,7 +49,26 @@ struct OpenTour {
     BrowserView& browser() const { return *window.findChild<BrowserView*>(QStringLiteral("broMain")); }
     QString number() const { return window.findChild<QLabel*>(QStringLiteral("lblStopNum"))->text(); }
     QString nameOfNumber() const { return control("lblStopNum").accessibleName(); }
+    QString indicator() const { return control("picBusy").accessibleName(); }
     void waitForStop(int n) const { QTRY_COMPARE_WITH_TIMEOUT(number(), QString::number(n), patience); }
+
+    /// Goes to a stop as a link in its words would: only frames are loaded.
+    void stepInside(int n) const {
+        engineOf(browser()).page()->runJavaScript(
+            QStringLiteral("frames.nar.location.href = 'page%1.htm'").arg(n));
+    }
+
+    /// Name of the file that the frame of the stop's page shows.
+    QString shownInSiteFrame() const {
+        QString name;
+        bool answered = false;
+        engineOf(browser()).page()->runJavaScript(
+            QStringLiteral("frames.mw.location.pathname.split('/').pop()"), [&](const QVariant& answer) {
+                name = answer.toString();
+                answered = true;
+            });
+        return test::waitUntil([&] { return answered; }) ? name : QString();
+    }
 
     QTcpServer silent;
     UiFixture program;
@@ -193,11 +215,25 @@ private slots:
         open.program.document.goToStop(3);
         QVERIFY(open.veil().isVisible());
         QTRY_VERIFY_WITH_TIMEOUT(!open.veil().isVisible(), patience);
-        QTRY_VERIFY_WITH_TIMEOUT(open.browser().isBusy(), patience);
         QTRY_COMPARE_WITH_TIMEOUT(open.nameOfNumber(), QString("Stop 3 of 3"), patience);
         // The page of the waiting gives way to one that never comes.
-        QTRY_VERIFY_WITH_TIMEOUT(open.browser().isBusy(), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(open.indicator(), QString("Loading"), patience);
         open.window.stopLoading();
+    }
+
+    void pageThatComesByItselfIntoTheSiteFrameIsLoading() {
+        OpenTour open;
+        open.stepInside(3);
+        open.waitForStop(3);
+        QTRY_COMPARE_WITH_TIMEOUT(open.indicator(), QString("Loading"), patience);
+        QVERIFY(!open.browser().isBusy()); // Of frames alone the engine says nothing.
+        QCOMPARE(open.control("Status").accessibleName(), QString("Status: >*>*>vosktourstop->3"));
+        open.window.stopLoading();
+        QTRY_COMPARE_WITH_TIMEOUT(open.indicator(), QString("Not loading"), patience);
+        open.stepInside(2);
+        open.waitForStop(2);
+        QTRY_COMPARE_WITH_TIMEOUT(open.shownInSiteFrame(), QString("newpage.htm"), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(open.indicator(), QString("Not loading"), patience);
     }
 
     void mouseReachesThePageBelowTheVeil() {

@@ -22,6 +22,7 @@ namespace {
 constexpr int typingDelay = 150; // Milliseconds that collect keys.
 constexpr int siteDelay = 400;   // Milliseconds that the words of a stop wait for its site.
 constexpr QLatin1String stopTag(">*>*>vosktourstop->");
+constexpr QLatin1String siteTag(">*>*>site->");
 constexpr QLatin1String narrationFrame("nar");
 constexpr std::size_t longestInPlace = 500'000; // Bytes of a page.
 
@@ -54,6 +55,7 @@ TourPreview::TourPreview(TourDocument& document, Gate& gate, QtDesktop& desktop,
             m_typing.start();
         m_browser->watchPainting();
     });
+    connect(m_browser, &BrowserView::downloadRefused, this, [this] { m_siteComing = false; });
     connect(m_browser, &BrowserView::painted, this, &TourPreview::showPageCome);
     m_slowPage.setSingleShot(true);
     m_slowPage.setInterval(siteDelay);
@@ -82,11 +84,12 @@ void TourPreview::showPage() {
 }
 
 void TourPreview::stop() {
+    m_siteComing = false;
     m_browser->stop();
 }
 
 bool TourPreview::isBusy() const {
-    return m_browser->isBusy();
+    return m_browser->isBusy() || m_siteComing;
 }
 
 void TourPreview::runTick() {
@@ -100,6 +103,7 @@ void TourPreview::setInnerMargins(int beside) {
 
 void TourPreview::goTo(const QString& address) {
     m_previewComing = true;
+    m_siteComing = false;
     m_waitingStopNumber = QString(); // Of the page that is going away.
     awaitPage();
     m_browser->navigate(address);
@@ -120,9 +124,13 @@ void TourPreview::showPageCome() {
 }
 
 void TourPreview::takeOverStatusText(const QString& text, const QUrl& source) {
+    // Only pages of the working copy tell which stop is on screen, and whether its page is.
+    if (text.startsWith(siteTag) && source.isLocalFile()) {
+        m_siteComing = text.mid(siteTag.size()) == QLatin1String("coming");
+        return;
+    }
     m_lastStatus = text;
     emit statusShown(text);
-    // Only pages of the working copy tell which stop is on screen.
     if (text.startsWith(stopTag) && source.isLocalFile())
         takeOverStopNumber(text.mid(stopTag.size()));
 }
@@ -183,6 +191,7 @@ void TourPreview::showLinkOrStatus(const QString& address) {
 }
 
 void TourPreview::reportDeadRenderer(bool comesBack) {
+    m_siteComing = false;
     m_veil->lift();
     m_stopNumber.showLoading(false);
     m_lastStatus = comesBack ? tr("The page has crashed and is loaded again")

@@ -34,6 +34,8 @@ public:
     /// Shows the page that the current stop has now, without loading the whole tour again.
     void showPage();
     void stop();
+
+    /// Whether the tour, or the page of a stop inside it, is being loaded.
     bool isBusy() const;
 
     /// Takes over what a page has announced while a command was not to be disturbed. Call often.
@@ -71,6 +73,7 @@ private:
     QString m_waitingStopNumber;   ///< Announced while a command waited; null: none was.
     QTimer m_typing;               ///< Runs while something typed is not shown.
     bool m_typedMeanwhile = false; ///< Something was typed since the tour was loaded.
+    bool m_siteComing = false;     ///< The tour waits for the page of its stop.
     bool m_previewComing = false;  ///< The browser was sent to a stop that has not announced itself yet.
 };
 
