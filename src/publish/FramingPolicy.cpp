@@ -70,10 +70,12 @@ FramingVerdict refusal(std::string_view header, std::string_view text) {
     return {false, std::string(header) + ": " + std::string(text)};
 }
 
+/// Whether a source of a policy takes a tour in.
+using TakesIn = std::function<bool(std::string_view)>;
+
 /// What the policies say; nothing when none of them speaks of frames. In each that does, one of the sources
 /// must take the tour in.
-std::optional<FramingVerdict> verdictOfPolicies(std::string_view policies,
-                                                const std::function<bool(std::string_view)>& takesIn) {
+std::optional<FramingVerdict> verdictOfPolicies(std::string_view policies, const TakesIn& takesIn) {
     std::optional<FramingVerdict> verdict;
     for (const std::string_view policy : split(policies, ',')) {
         const auto sources = frameAncestors(policy);
@@ -86,11 +88,14 @@ std::optional<FramingVerdict> verdictOfPolicies(std::string_view policies,
     return verdict;
 }
 
-/// The same of the page at this address and tours on web servers.
-std::optional<FramingVerdict> verdictForServers(std::string_view address, std::string_view policies) {
+/// Of the page at this address and tours on any web server.
+TakesIn everyServer(std::string_view address) {
     const bool secure = beginsIgnoringCase(address, "https:");
-    return verdictOfPolicies(
-        policies, [secure](std::string_view source) { return takesInEveryServer(source, secure); });
+    return [secure](std::string_view source) { return takesInEveryServer(source, secure); };
+}
+
+bool takesInDisk(std::string_view source) {
+    return lowerCase(source) == "file:";
 }
 
 /// Values other than these are ignored. In a list of different values each of them refuses, ALLOWALL among
@@ -112,6 +117,12 @@ const HttpAnswer* answerThatCounts(const std::vector<HttpAnswer>& answers) {
     return answer == answers.rend() ? nullptr : &*answer;
 }
 
+/// Its policies count before its older header.
+FramingVerdict verdictOf(const HttpAnswer& answer, const TakesIn& takesIn) {
+    const auto verdict = verdictOfPolicies(headerValue(answer, policyHeader), takesIn);
+    return verdict ? *verdict : verdictOfFrameOptions(answer);
+}
+
 /// What stands between `before` and the next `after`; nothing where one of them is missing. The rest of the
 /// text is that behind `after`.
 std::optional<std::string_view> takeBetween(std::string_view& text, std::string_view before,
@@ -128,10 +139,9 @@ std::optional<std::string_view> takeBetween(std::string_view& text, std::string_
     return found;
 }
 
-/// In small letters, without the name of a user and the port.
+/// In small letters, without the port.
 std::string hostName(std::string_view address) {
-    std::string host = lowerCase(hostOf(address));
-    host.erase(0, host.find('@') + 1);
+    const std::string host = lowerCase(hostOf(address));
     const std::size_t port = host.find(':', host.starts_with('[') ? host.find(']') : 0);
     return host.substr(0, port);
 }
@@ -140,19 +150,12 @@ std::string hostName(std::string_view address) {
 
 FramingVerdict framingPolicy(const std::vector<HttpAnswer>& answers) {
     const HttpAnswer* const answer = answerThatCounts(answers);
-    if (answer == nullptr)
-        return {};
-    const auto verdict = verdictForServers(answer->address, headerValue(*answer, policyHeader));
-    return verdict ? *verdict : verdictOfFrameOptions(*answer);
+    return answer == nullptr ? FramingVerdict() : verdictOf(*answer, everyServer(answer->address));
 }
 
 FramingVerdict framingPolicyFromDisk(const std::vector<HttpAnswer>& answers) {
     const HttpAnswer* const answer = answerThatCounts(answers);
-    if (answer == nullptr)
-        return {};
-    const auto isDisk = [](std::string_view source) { return lowerCase(source) == "file:"; };
-    const auto verdict = verdictOfPolicies(headerValue(*answer, policyHeader), isDisk);
-    return verdict ? *verdict : verdictOfFrameOptions(*answer);
+    return answer == nullptr ? FramingVerdict() : verdictOf(*answer, takesInDisk);
 }
 
 std::optional<FramingVerdict> refusalOnConsole(std::string_view message) {
@@ -171,7 +174,7 @@ std::optional<FramingVerdict> refusalOnConsole(std::string_view message) {
     const auto policy = takeBetween(message, "Content Security Policy directive: \"", "\"");
     if (!address || !policy)
         return std::nullopt;
-    return verdictForServers(*address, *policy).value_or(refusal(policyHeader, *policy));
+    return verdictOfPolicies(*policy, everyServer(*address)).value_or(refusal(policyHeader, *policy));
 }
 
 bool isInsecure(std::string_view address) {
