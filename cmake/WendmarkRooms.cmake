@@ -1,5 +1,5 @@
 # The rooms of the core, from the ground up: each is a folder of src and the library wendmark_<room>.
-set(WENDMARK_CORE_ROOMS base model publish commands recovery)
+set(WENDMARK_CORE_ROOMS base model publish commands check recovery)
 
 # Adds the library of the room in the current folder: the sources that follow its name, then USES and the room
 # that it stands on. What that one stands on comes with it.

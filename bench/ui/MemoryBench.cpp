@@ -2,6 +2,7 @@
 
 #include "Comparison.h"
 #include "Environment.h"
+#include "ProcessMemory.h"
 #include "platform/Settings.h"
 #include "platform/Strings.h"
 #include "platform/Twips.h"
@@ -11,7 +12,6 @@
 #include <QThread>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <stdexcept>
 #include <string>
 
@@ -29,29 +29,6 @@ constexpr unsigned long pauseBetweenLooks = 500; // Milliseconds.
 constexpr int looksOfRest = 6;
 constexpr int mostLooks = 120;
 constexpr double mostOfRest = 0.002; // By which memory changes from look to look when nothing goes on.
-
-/// Megabytes of a process. Of what it shares with others each bears its part.
-double ownMemory(qint64 process) {
-    std::ifstream file("/proc/" + std::to_string(process) + "/smaps_rollup");
-    for (std::string word; file >> word;) {
-        double kilobytes = 0;
-        if (word == "Pss:" && file >> kilobytes)
-            return kilobytes / 1024;
-    }
-    return 0; // It has just ended.
-}
-
-/// Megabytes of a process and of all that it has started.
-double memoryOf(qint64 process) {
-    double sum = ownMemory(process);
-    std::error_code error;
-    for (const auto& thread : fs::directory_iterator("/proc/" + std::to_string(process) + "/task", error)) {
-        std::ifstream children(thread.path() / "children");
-        for (qint64 child = 0; children >> child;)
-            sum += memoryOf(child);
-    }
-    return sum;
-}
 
 /// Waits until the memory has come to rest: pages are drawn and what was needed for that is given back.
 double memoryAtRest(qint64 process) {

@@ -1,3 +1,4 @@
+#include "CheckBench.h"
 #include "InsertBench.h"
 #include "MemoryBench.h"
 #include "PanelsBench.h"
@@ -19,7 +20,8 @@ int main(int argc, char* argv[]) {
                                     QStringLiteral("Measures memory instead of time"));
     const QCommandLineOption panels(QStringLiteral("panels"),
                                     QStringLiteral("Times the list of stops and the stop panel"));
-    options.addOptions({memory, panels});
+    const QCommandLineOption check(QStringLiteral("check"), QStringLiteral("Times the check of 100 stops"));
+    options.addOptions({memory, panels, check});
     options.process(application);
     const int runs = qMax(1, options.value(QStringLiteral("runs")).toInt());
     try {
@@ -29,6 +31,10 @@ int main(int argc, char* argv[]) {
         }
         if (options.isSet(panels)) {
             wendmark::bench::runPanelsBench(runs);
+            return 0;
+        }
+        if (options.isSet(check)) {
+            wendmark::bench::runCheckBench(runs);
             return 0;
         }
         wendmark::bench::runInsertBench(runs);

@@ -18,6 +18,7 @@
 #include "platform/TourArguments.h"
 #include "recovery/RecoveryKeeper.h"
 #include "recovery/SavedScripts.h"
+#include "ui/check/StopCheck.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/FolderEntry.h"
 #include "ui/dialogs/TourFileNames.h"
@@ -129,18 +130,18 @@ int main(int argc, char* argv[]) {
                           files::join(files::join(state, "undo"), ownName));
     document.startProgram(options);
     warnWithoutTemplates(document.workspace(), log);
-
     std::unique_ptr<QWebEngineProfile> profile;
     RecoveryStore recoveryStore(files::join(files::join(state, "recovery"), ownName), log);
     RecoveryKeeper recovery(document, recoveryStore);
     TourFileNames fileNames(document.workspace());
     HtmlEditor htmlEditor(options, log);
     SpellChecker spelling(log);
+    StopCheck check(document, settings);
     std::optional<frmMain> window;
     showSplash([&] {
         profile.reset(makeBrowserProfile(nullptr));
         window.emplace(ProgramParts{document, gate, options, desktop, settings, registry, *profile, recovery,
-                                    fileNames, htmlEditor, spelling, files::join(state, "scripts")});
+                                    fileNames, htmlEditor, spelling, check, files::join(state, "scripts")});
     });
     QObject::connect(&gate, &Gate::closedForGood, &program, &SingleProgram::leave);
     showWindow(*window, program, tours);

@@ -60,6 +60,11 @@ StopListResult StepRunner::insertStops(std::int16_t position, const std::vector<
                          [&] { return wendmark::insertStops(m_context, position, stops, files); });
 }
 
+StopListResult StepRunner::changeAddresses(const std::map<std::int16_t, std::string>& addresses,
+                                           const std::string& stepName) {
+    return runForSeveral(stepName, {}, [&] { return wendmark::changeAddresses(m_context, addresses); });
+}
+
 /// `command` may replace these files.
 template <typename Command>
 StopListResult StepRunner::runForSeveral(const std::string& name,

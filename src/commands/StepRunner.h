@@ -9,6 +9,7 @@
 #include "model/TourModel.h"
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -43,6 +44,9 @@ public:
     StopListResult duplicateStops(const StopNumbers& stops);
     StopListResult insertStops(std::int16_t position, const std::vector<Stop>& stops,
                                const std::vector<AddedFile>& files);
+
+    StopListResult changeAddresses(const std::map<std::int16_t, std::string>& addresses,
+                                   const std::string& stepName);
 
     /// The command of StopReplace.h; the same holds.
     WordReplacementResult replaceWords(const WordReplacement& replacement);

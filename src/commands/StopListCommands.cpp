@@ -176,6 +176,28 @@ StopListResult duplicateStops(TourContext& context, const StopNumbers& stops) {
     return putBehind(context, *copied.rbegin(), std::move(copies));
 }
 
+StopListResult changeAddresses(TourContext& context, const std::map<std::int16_t, std::string>& addresses) {
+    TourModel& model = context.model;
+    NumberSet changed;
+    for (const auto& [stop, address] : addresses) {
+        if (stop < 1 || stop > model.stops.held())
+            return answer(Answer::noSuchStop, model);
+        if (model.stops.at(stop).stopURL != address)
+            changed.insert(stop);
+    }
+    if (changed.empty())
+        return answer(Answer::unchanged, model);
+    const BusyPointer busy(context.desktop);
+    for (const std::int16_t stop : changed) {
+        model.stops.at(stop).stopURL = addresses.at(stop);
+        makeStopPages(context, stop, stop);
+    }
+    makeTourGuide(context);
+    if (changed.contains(model.currentStop))
+        makePreviewFrameset(context);
+    return answer(Answer::done, model);
+}
+
 StopListResult insertStops(TourContext& context, std::int16_t position, const std::vector<Stop>& stops,
                            const std::vector<AddedFile>& files) {
     const TourModel& model = context.model;

@@ -3,6 +3,7 @@
 #include "commands/AddedFiles.h"
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -56,5 +57,9 @@ StopListResult duplicateStops(TourContext& context, const StopNumbers& stops);
 /// copy beforehand; one that cannot be copied keeps no stop away.
 StopListResult insertStops(TourContext& context, std::int16_t position, const std::vector<Stop>& stops,
                            const std::vector<AddedFile>& files = {});
+
+/// Gives stops, by their numbers, other addresses. The main browser is sent to the current stop anew if that
+/// is one of them.
+StopListResult changeAddresses(TourContext& context, const std::map<std::int16_t, std::string>& addresses);
 
 } // namespace wendmark

@@ -130,6 +130,12 @@ public:
         return m_runner.insertStops(position, stops, files);
     }
 
+    /// Of pages that were found to be shown in frames.
+    StopListResult changeAddresses(const std::map<std::int16_t, std::string>& addresses,
+                                   const std::string& stepName) {
+        return m_runner.changeAddresses(addresses, stepName);
+    }
+
     /// Replaces words in many stops as one step; see StopReplace.h. Addresses that this changes are untested.
     WordReplacementResult replaceWords(const WordReplacement& replacement);
 

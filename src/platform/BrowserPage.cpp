@@ -125,6 +125,11 @@ void BrowserPage::setLookOnly() {
     settings()->setAttribute(QWebEngineSettings::FocusOnNavigationEnabled, false);
 }
 
+void BrowserPage::setUnattended() {
+    m_unattended = true;
+    setAudioMuted(true);
+}
+
 bool BrowserPage::acceptNavigationRequest(const QUrl& address, NavigationType type, bool isMainFrame) {
     const bool byPage = type == NavigationTypeLinkClicked || type == NavigationTypeFormSubmitted ||
                         type == NavigationTypeRedirect;
@@ -141,7 +146,7 @@ bool BrowserPage::acceptNavigationRequest(const QUrl& address, NavigationType ty
 }
 
 bool BrowserPage::mayShowDialog() {
-    return !std::exchange(m_hasShownDialog, true);
+    return !m_unattended && !std::exchange(m_hasShownDialog, true);
 }
 
 void BrowserPage::javaScriptAlert(const QUrl& origin, const QString& text) {

@@ -28,6 +28,9 @@ public:
     /// Neither runs scripts nor follows links from now on.
     void setLookOnly();
 
+    /// Nobody is before the screen from now on: asks nothing, and makes no sound.
+    void setUnattended();
+
     /// Follows links that ask for a window of their own in this one from now on.
     void setNewWindowsHere() { m_newWindowsHere = true; }
 
@@ -91,6 +94,7 @@ private:
     FileConfinement m_confinement;
     bool m_lookOnly = false;
     bool m_newWindowsHere = false;
+    bool m_unattended = false;
     bool m_hasShownDialog = false;
     bool m_passwordRefused = false;
     QUrl m_goesTo;        ///< What the whole page shows, or is going to show.

@@ -58,6 +58,13 @@ inline constexpr Setting<bool> addresses{"FindInAddresses", false};
 
 } // namespace findSettings
 
+namespace checkSettings {
+
+/// Where the tour is posted that stops are judged for: "https", "http" or "disk".
+inline const Setting<QString> posting{"CheckPosting", QStringLiteral("https")};
+
+} // namespace checkSettings
+
 namespace siteSettings {
 
 /// Address that "Home" goes to.

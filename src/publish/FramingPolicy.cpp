@@ -4,6 +4,7 @@
 #include "model/StopAddress.h"
 
 #include <algorithm>
+#include <charconv>
 #include <functional>
 #include <set>
 
@@ -57,6 +58,15 @@ std::optional<std::vector<std::string_view>> frameAncestors(std::string_view pol
     return std::nullopt;
 }
 
+int usualPort(std::string_view scheme) {
+    return scheme == "https" ? 443 : 80;
+}
+
+/// Of the host that the text begins with; behind it stands a colon, or nothing.
+std::size_t hostLength(std::string_view text) {
+    return std::min(text.find(':', text.starts_with('[') ? text.find(']') : 0), text.size());
+}
+
 /// Whether a source takes in every web server. One that takes in http takes in https, too; a host without a
 /// scheme stands for the scheme of the page, and without a port for the usual one.
 bool takesInEveryServer(std::string_view source, bool secure) {
@@ -70,10 +80,12 @@ FramingVerdict refusal(std::string_view header, std::string_view text) {
     return {false, std::string(header) + ": " + std::string(text)};
 }
 
+/// Whether a source of a policy takes a tour in.
+using TakesIn = std::function<bool(std::string_view)>;
+
 /// What the policies say; nothing when none of them speaks of frames. In each that does, one of the sources
 /// must take the tour in.
-std::optional<FramingVerdict> verdictOfPolicies(std::string_view policies,
-                                                const std::function<bool(std::string_view)>& takesIn) {
+std::optional<FramingVerdict> verdictOfPolicies(std::string_view policies, const TakesIn& takesIn) {
     std::optional<FramingVerdict> verdict;
     for (const std::string_view policy : split(policies, ',')) {
         const auto sources = frameAncestors(policy);
@@ -86,22 +98,68 @@ std::optional<FramingVerdict> verdictOfPolicies(std::string_view policies,
     return verdict;
 }
 
-/// The same of the page at this address and tours on web servers.
-std::optional<FramingVerdict> verdictForServers(std::string_view address, std::string_view policies) {
+/// Of the page at this address and tours on any web server.
+TakesIn everyServer(std::string_view address) {
     const bool secure = beginsIgnoringCase(address, "https:");
-    return verdictOfPolicies(
-        policies, [secure](std::string_view source) { return takesInEveryServer(source, secure); });
+    return [secure](std::string_view source) { return takesInEveryServer(source, secure); };
+}
+
+bool takesInDisk(std::string_view source) {
+    return lowerCase(source) == "file:";
+}
+
+bool takesInScheme(std::string_view source, std::string_view scheme) {
+    return source == scheme || (source == "http" && scheme == "https");
+}
+
+bool takesInHost(std::string_view source, std::string_view host) {
+    if (source == "*")
+        return true;
+    return source.starts_with("*.") ? host.ends_with(source.substr(1)) : host == source;
+}
+
+/// `port` as it is written in the source; empty: none is.
+bool takesInPort(std::string_view port, const WebOrigin& tour) {
+    if (port.empty())
+        return tour.port == usualPort(tour.scheme);
+    return port == "*" || port == std::to_string(tour.port) ||
+           (port == "80" && tour.scheme == "https" && tour.port == usualPort("https"));
+}
+
+/// Whether a source takes in tours of this site; the page lies at `address`.
+bool takesInTour(std::string_view source, std::string_view address, const WebOrigin& tour) {
+    constexpr std::string_view schemeEnd = "://";
+    const std::string lowered = lowerCase(source);
+    const std::optional<WebOrigin> page = originOf(address);
+    if (lowered == "'self'")
+        return page == tour;
+    if (lowered == "*" ||
+        (lowered.ends_with(':') && takesInScheme(lowered.substr(0, lowered.size() - 1), tour.scheme)))
+        return true;
+    std::string_view rest = lowered;
+    const std::size_t behindScheme = rest.find(schemeEnd);
+    std::string_view scheme = page ? std::string_view(page->scheme) : std::string_view();
+    if (behindScheme != std::string_view::npos) {
+        scheme = rest.substr(0, behindScheme);
+        rest.remove_prefix(behindScheme + schemeEnd.size());
+    }
+    rest = rest.substr(0, rest.find('/'));
+    const std::size_t hostEnd = hostLength(rest);
+    const std::string_view port = rest.substr(std::min(hostEnd + 1, rest.size()));
+    return takesInScheme(scheme, tour.scheme) && takesInHost(rest.substr(0, hostEnd), tour.host) &&
+           takesInPort(port, tour);
 }
 
 /// Values other than these are ignored. In a list of different values each of them refuses, ALLOWALL among
 /// them: browsers take such a list for a mistake.
-FramingVerdict verdictOfFrameOptions(const HttpAnswer& answer) {
+FramingVerdict verdictOfFrameOptions(const HttpAnswer& answer, bool isSameSite) {
     const std::string value = headerValue(answer, optionsHeader);
     std::set<std::string> options;
     for (const std::string_view option : split(value, ','))
         options.insert(lowerCase(option));
     const bool mistake = options.size() > 1 && options.contains("allowall");
-    if (mistake || options.contains("deny") || options.contains("sameorigin"))
+    const bool elsewhere = options.contains("sameorigin") && !(isSameSite && options.size() == 1);
+    if (mistake || elsewhere || options.contains("deny"))
         return refusal(optionsHeader, value);
     return {};
 }
@@ -110,6 +168,12 @@ FramingVerdict verdictOfFrameOptions(const HttpAnswer& answer) {
 const HttpAnswer* answerThatCounts(const std::vector<HttpAnswer>& answers) {
     const auto answer = std::find_if_not(answers.rbegin(), answers.rend(), isRedirect);
     return answer == answers.rend() ? nullptr : &*answer;
+}
+
+/// Its policies count before its older header.
+FramingVerdict verdictOf(const HttpAnswer& answer, const TakesIn& takesIn, bool isSameSite = false) {
+    const auto verdict = verdictOfPolicies(headerValue(answer, policyHeader), takesIn);
+    return verdict ? *verdict : verdictOfFrameOptions(answer, isSameSite);
 }
 
 /// What stands between `before` and the next `after`; nothing where one of them is missing. The rest of the
@@ -128,56 +192,93 @@ std::optional<std::string_view> takeBetween(std::string_view& text, std::string_
     return found;
 }
 
-/// In small letters, without the name of a user and the port.
-std::string hostName(std::string_view address) {
-    std::string host = lowerCase(hostOf(address));
-    host.erase(0, host.find('@') + 1);
-    const std::size_t port = host.find(':', host.starts_with('[') ? host.find(']') : 0);
-    return host.substr(0, port);
-}
-
 } // namespace
 
 FramingVerdict framingPolicy(const std::vector<HttpAnswer>& answers) {
     const HttpAnswer* const answer = answerThatCounts(answers);
-    if (answer == nullptr)
-        return {};
-    const auto verdict = verdictForServers(answer->address, headerValue(*answer, policyHeader));
-    return verdict ? *verdict : verdictOfFrameOptions(*answer);
+    return answer == nullptr ? FramingVerdict() : verdictOf(*answer, everyServer(answer->address));
 }
 
 FramingVerdict framingPolicyFromDisk(const std::vector<HttpAnswer>& answers) {
     const HttpAnswer* const answer = answerThatCounts(answers);
+    return answer == nullptr ? FramingVerdict() : verdictOf(*answer, takesInDisk);
+}
+
+std::optional<WebOrigin> originOf(std::string_view address) {
+    constexpr int highestPort = 65535;
+    WebOrigin origin;
+    if (beginsIgnoringCase(address, "http://"))
+        origin.scheme = "http";
+    else if (beginsIgnoringCase(address, "https://"))
+        origin.scheme = "https";
+    else
+        return std::nullopt;
+    const std::string host = lowerCase(hostOf(address));
+    const std::size_t length = hostLength(host);
+    origin.host = host.substr(0, length);
+    const std::string port = host.substr(std::min(length + 1, host.size()));
+    origin.port = usualPort(origin.scheme);
+    const char* const portEnd = port.data() + port.size();
+    const bool isNumber = port.empty() || std::from_chars(port.data(), portEnd, origin.port).ptr == portEnd;
+    if (origin.host.empty() || !isNumber || origin.port < 1 || origin.port > highestPort)
+        return std::nullopt;
+    return origin;
+}
+
+FramingVerdict framingPolicyAt(const WebOrigin& tour, const std::vector<HttpAnswer>& answers) {
+    const HttpAnswer* const answer = answerThatCounts(answers);
     if (answer == nullptr)
         return {};
-    const auto isDisk = [](std::string_view source) { return lowerCase(source) == "file:"; };
-    const auto verdict = verdictOfPolicies(headerValue(*answer, policyHeader), isDisk);
-    return verdict ? *verdict : verdictOfFrameOptions(*answer);
+    const auto takesIn = [&](std::string_view source) { return takesInTour(source, answer->address, tour); };
+    return verdictOf(*answer, takesIn, originOf(answer->address) == tour);
+}
+
+std::vector<std::string> sitesTakenIn(const std::vector<HttpAnswer>& answers) {
+    std::vector<std::string> sites;
+    if (framingPolicy(answers).allowed)
+        return sites;
+    const std::string policies = headerValue(*answerThatCounts(answers), policyHeader);
+    for (const std::string_view policy : split(policies, ',')) {
+        const auto sources = frameAncestors(policy);
+        for (const std::string_view source : sources.value_or(std::vector<std::string_view>())) {
+            if (!source.starts_with('\'') && std::ranges::find(sites, source) == sites.end())
+                sites.emplace_back(source);
+        }
+    }
+    return sites;
+}
+
+std::optional<HttpAnswer> answerOnConsole(std::string_view message) {
+    constexpr std::string_view display = "Refused to display '";
+    constexpr std::string_view frame = "Refused to frame '";
+    const bool byOptions = message.starts_with(display);
+    const auto address = byOptions ? takeBetween(message, display, "' in a frame because it set ")
+                                   : takeBetween(message, frame, "' because an ancestor violates");
+    if (!address)
+        return std::nullopt;
+    const auto one = byOptions ? takeBetween(message, "'X-Frame-Options' to '", "'")
+                               : takeBetween(message, "Content Security Policy directive: \"", "\"");
+    const auto value = one || !byOptions ? one : takeBetween(message, "conflicting values ('", "')");
+    if (!byOptions && !value)
+        return std::nullopt;
+    return HttpAnswer{
+        std::string(*address),
+        200,
+        {{std::string(byOptions ? optionsHeader : policyHeader), std::string(value.value_or("deny"))}}};
 }
 
 std::optional<FramingVerdict> refusalOnConsole(std::string_view message) {
-    constexpr std::string_view display = "Refused to display '";
-    constexpr std::string_view frame = "Refused to frame '";
-    if (message.starts_with(display)) {
-        if (!takeBetween(message, display, "' in a frame because it set "))
-            return std::nullopt;
-        const auto one = takeBetween(message, "'X-Frame-Options' to '", "'");
-        const auto value = one ? one : takeBetween(message, "conflicting values ('", "')");
-        return refusal(optionsHeader, value.value_or("refused"));
-    }
-    if (!message.starts_with(frame))
+    const auto answer = answerOnConsole(message);
+    if (!answer)
         return std::nullopt;
-    const auto address = takeBetween(message, frame, "' because an ancestor violates");
-    const auto policy = takeBetween(message, "Content Security Policy directive: \"", "\"");
-    if (!address || !policy)
-        return std::nullopt;
-    return verdictForServers(*address, *policy).value_or(refusal(policyHeader, *policy));
+    return framingPolicy({*answer});
 }
 
 bool isInsecure(std::string_view address) {
     if (!beginsIgnoringCase(address, "http:"))
         return false;
-    const std::string host = hostName(address);
+    const std::string site = lowerCase(hostOf(address));
+    const std::string host = site.substr(0, hostLength(site));
     const bool isNumber = host.find_first_not_of("0123456789.") == std::string::npos;
     const bool isOwn = host == "localhost" || host.ends_with(".localhost") || host == "[::1]" ||
                        (isNumber && host.starts_with("127."));

@@ -33,8 +33,31 @@ FramingVerdict framingPolicy(const std::vector<HttpAnswer>& answers);
 /// The same of a tour that is opened from disk.
 FramingVerdict framingPolicyFromDisk(const std::vector<HttpAnswer>& answers);
 
-/// Same of what a browser's console says when it refuses a page in a frame, which is all that is known of
-/// what its server has answered to the browser. A browser that shows a tour from disk refuses pages, too,
+/// Where pages come from, as browsers tell web sites apart.
+struct WebOrigin {
+    std::string scheme; ///< "http" or "https".
+    std::string host;   ///< In small letters.
+    int port = 0;       ///< 1 to 65535.
+
+    friend bool operator==(const WebOrigin&, const WebOrigin&) = default;
+};
+
+/// None for addresses that are not of the web.
+std::optional<WebOrigin> originOf(std::string_view address);
+
+/// What framingPolicy() says, of a tour that is posted on this site.
+FramingVerdict framingPolicyAt(const WebOrigin& tour, const std::vector<HttpAnswer>& answers);
+
+/// The sites whose tours may show the page, as its policy names them; empty when it names none, or takes in
+/// every one.
+std::vector<std::string> sitesTakenIn(const std::vector<HttpAnswer>& answers);
+
+/// What a browser's console says when it refuses a page in a frame, as the answer that makes it say so.
+/// Nothing for other messages.
+std::optional<HttpAnswer> answerOnConsole(std::string_view message);
+
+/// What framingPolicy() says of that answer, which is all that is known of what the page's server has
+/// answered to the browser. A browser that shows a tour from disk refuses pages, too,
 /// that are for web servers only; these are allowed. Nothing for other messages.
 std::optional<FramingVerdict> refusalOnConsole(std::string_view message);
 

@@ -13,6 +13,7 @@ class RecoveryKeeper;
 class Registry;
 class SettingsStore;
 class SpellChecker;
+class StopCheck;
 class TourDocument;
 class TourFileNames;
 struct Options;
@@ -29,7 +30,8 @@ struct ProgramParts {
     RecoveryKeeper& recovery;
     TourFileNames& fileNames;
     HtmlEditor& htmlEditor;
-    SpellChecker& spelling;   ///< Of all windows.
+    SpellChecker& spelling; ///< Of all windows.
+    StopCheck& check;
     std::string savedScripts; ///< Folder for the scripts of saved tours; made when it is needed.
 };
 

@@ -60,6 +60,57 @@ TEST(FramingPolicy, knowsWhatBrowsersSayOfARefusedFrame) {
     EXPECT_EQ(several->reason, "X-Frame-Options: deny, allowall");
 }
 
+TEST(FramingPolicy, originIsSchemeHostAndPort) {
+    EXPECT_EQ(originOf("HTTP://User@A.Example/x"), (WebOrigin{"http", "a.example", 80}));
+    EXPECT_EQ(originOf("https://a.example:8443?x"), (WebOrigin{"https", "a.example", 8443}));
+    EXPECT_EQ(originOf("http://[::1]:81/"), (WebOrigin{"http", "[::1]", 81}));
+    for (const char* other :
+         {"", "page.htm", "file:///x", "http://", "http://a:0/", "http://a:65536/", "http://a:8x/"})
+        EXPECT_EQ(originOf(other), std::nullopt) << other;
+}
+
+TEST(FramingPolicy, knowsWhichSitesAPolicyTakesIn) {
+    const auto isTakenIn = [](const std::string& site, const std::string& sources,
+                              const std::string& address = "https://a.example/") {
+        return framingPolicyAt(
+                   *originOf(site),
+                   {answerWith({{"Content-Security-Policy", "frame-ancestors " + sources}}, address)})
+            .allowed;
+    };
+    for (const char* sources :
+         {"*", "https:", "http:", "https://m.example", "m.example", "M.EXAMPLE:443", "http://m.example",
+          "https://m.example:*/path", "*.example", "'none' https://*:443", "http://m.example:80"})
+        EXPECT_TRUE(isTakenIn("https://m.example", sources)) << sources;
+    for (const char* sources : {"", "'none'", "'self'", "https://n.example", "*.m.example",
+                                "https://m.example:444", "example", "file:"})
+        EXPECT_FALSE(isTakenIn("https://m.example", sources)) << sources;
+    EXPECT_TRUE(isTakenIn("https://a.example", "'self'"));
+    EXPECT_FALSE(isTakenIn("http://a.example", "'self'"));
+    EXPECT_FALSE(isTakenIn("http://m.example", "m.example"));
+    EXPECT_TRUE(isTakenIn("http://m.example", "m.example", "http://a.example/"));
+    EXPECT_FALSE(isTakenIn("http://m.example", "https://m.example"));
+    EXPECT_TRUE(isTakenIn("http://m.example:8000", "http://m.example:8000"));
+    EXPECT_FALSE(isTakenIn("http://m.example:8000", "http://m.example"));
+}
+
+TEST(FramingPolicy, optionsTakeInToursOfTheSameSite) {
+    const std::vector<HttpAnswer> answers = {answerWith({{"X-Frame-Options", "SameOrigin"}})};
+    EXPECT_TRUE(framingPolicyAt(*originOf("http://www.brenholt.example/tour/"), answers).allowed);
+    EXPECT_FALSE(framingPolicyAt(*originOf("https://www.brenholt.example/"), answers).allowed);
+    EXPECT_TRUE(framingPolicyAt(*originOf("https://m.example/"), {}).allowed);
+}
+
+TEST(FramingPolicy, namesTheSitesThatAreTakenIn) {
+    const auto sites = [](const std::string& policy) {
+        return sitesTakenIn({answerWith({{"Content-Security-Policy", policy}})});
+    };
+    EXPECT_THAT(sites("frame-ancestors 'self' https://m.example *.n.example https://m.example"),
+                testing::ElementsAre("https://m.example", "*.n.example"));
+    EXPECT_THAT(sites("frame-ancestors 'none'"), IsEmpty());
+    EXPECT_THAT(sites("frame-ancestors *"), IsEmpty());
+    EXPECT_THAT(sitesTakenIn({}), IsEmpty());
+}
+
 /// The message about a policy, with its sources for frames.
 std::optional<FramingVerdict> policyOnConsole(const std::string& sources,
                                               const std::string& address = "https://a.example/") {

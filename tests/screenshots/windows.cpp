@@ -5,6 +5,7 @@
 #include "platform/Strings.h"
 #include "publish/StopPages.h"
 #include "recovery/SavedScripts.h"
+#include "ui/check/frmCheck.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/WizardState.h"
 #include "ui/dialogs/frmAbout.h"
@@ -90,6 +91,7 @@ public:
         takeMessages();
         takeHelp();
         takeFindWindow();
+        takeCheckWindow();
         takeNarrationEditor();
         takeSiteEditor();
         return m_allWritten;
@@ -379,6 +381,15 @@ private:
         take(find, QStringLiteral("frmFind"));
         takeInTwoSizes(find, QStringLiteral("frmFind"));
         find.reject();
+    }
+
+    void takeCheckWindow() {
+        m_window.editors().checkStops();
+        auto& check = *m_window.findChild<frmCheck*>();
+        QTRY_VERIFY_WITH_TIMEOUT(!m_program.check.isRunning(), patience);
+        take(check, QStringLiteral("frmCheck"));
+        takeInTwoSizes(check, QStringLiteral("frmCheck"));
+        check.reject();
     }
 
     void takeNarrationEditor() {

@@ -3,6 +3,7 @@
 #include "platform/RecentTours.h"
 #include "recovery/SavedScripts.h"
 #include "ui/Messages.h"
+#include "ui/check/frmCheck.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/Spinner.h"
 #include "ui/dialogs/WizardState.h"
@@ -532,6 +533,24 @@ private slots:
         QCOMPARE(unreachableByTab(find), QStringList());
         QTest::keyClick(find.windowHandle(), Qt::Key_Escape);
         QVERIFY(!find.isVisible());
+    }
+
+    void checkWindowIsUsableFromTheKeyboardAndByName() {
+        OpenTour tour;
+        tour.waitUntilLoaded();
+        tour.window.editors().checkStops();
+        auto& check = *tour.window.findChild<frmCheck*>();
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeys(check), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!tour.program.check.isRunning(), patience);
+        QVERIFY(!focusableControls(check).isEmpty());
+        QCOMPARE(withoutName(check), QStringList());
+        QCOMPARE(repeatedAccessKeys(captionsOf(check)), QStringList());
+        for (const QAbstractButton* button : check.findChildren<QAbstractButton*>())
+            QVERIFY2(!button->isVisible() || !QKeySequence::mnemonic(button->text()).isEmpty(),
+                     qPrintable(describe(*button)));
+        QCOMPARE(unreachableByTab(check), QStringList());
+        QTest::keyClick(check.windowHandle(), Qt::Key_Escape);
+        QVERIFY(!check.isVisible());
     }
 
     void tabGoesThroughTheFieldsOfTheNarrationEditorBeforeItsButtons() {

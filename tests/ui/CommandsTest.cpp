@@ -1,5 +1,6 @@
 #include "platform/BrowserView.h"
 #include "platform/Strings.h"
+#include "ui/check/frmCheck.h"
 #include "ui/dialogs/frmHelp.h"
 #include "ui/find/frmFind.h"
 #include "ui/main/Editors.h"
@@ -131,6 +132,12 @@ void asksForWords(Program& program, const Give& give) {
     QVERIFY(window != nullptr && window->isVisible());
 }
 
+void checksStops(Program& program, const Give& give) {
+    give();
+    const auto* const window = program.window.findChild<frmCheck*>();
+    QVERIFY(window != nullptr && window->isVisible());
+}
+
 void findsNext(Program& program, const Give& give) {
     program.window.editors().findInTour();
     auto& window = *program.window.findChild<frmFind*>();
@@ -228,6 +235,7 @@ QList<Command> commandsOfOtherMenus() {
          [](Program& program, const Give& give) { makes(program, "1324@3", give); }},
         {"mnuStopsBack", "Back", "Ctrl+Shift+PgUp",
          [](Program& program, const Give& give) { makes(program, "2134@1", give); }},
+        {"mnuStopsCheck", nullptr, "F9", checksStops},
         {"mnuNavigatePrev", "Prev", "Ctrl+PgUp",
          [](Program& program, const Give& give) { makes(program, "1234@1", give); }},
         {"mnuNavigateNext", "Next", "Ctrl+PgDown",

@@ -40,9 +40,9 @@ std::vector<RecoverySession> leftBy(UiFixture& program) {
 /// What the windows of a program work with that keeps its work in this keeper.
 ProgramParts partsWith(UiFixture& program, RecoveryKeeper& recovery) {
     const ProgramParts parts = program.parts();
-    return {parts.document,  parts.gate,       parts.options,        parts.desktop,
-            parts.settings,  parts.registry,   parts.browserProfile, recovery,
-            parts.fileNames, parts.htmlEditor, parts.spelling,       parts.savedScripts};
+    return {parts.document, parts.gate,           parts.options,     parts.desktop,   parts.settings,
+            parts.registry, parts.browserProfile, recovery,          parts.fileNames, parts.htmlEditor,
+            parts.spelling, parts.check,          parts.savedScripts};
 }
 
 /// A run of the program with its window, on the folders of a fixture. It ends as a crash ends it: without a

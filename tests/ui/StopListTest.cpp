@@ -378,7 +378,7 @@ private slots:
     void rowsThatAreOlderThanTheTourCanBeTaken() {
         OpenList open(3);
         QVERIFY(open.rows() == 4);
-        StopListModel model(open.program.document);
+        StopListModel model(open.program.document, open.program.check);
         QCOMPARE(open.program.document.removeStops({2, 3}).done(), true);
         const std::unique_ptr<QMimeData> data(model.dataOf({1, 3}));
         QCOMPARE(data->text().count('\n'), qsizetype{1});

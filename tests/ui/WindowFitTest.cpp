@@ -10,6 +10,7 @@
 #include "recovery/SavedScripts.h"
 #include "ui/Messages.h"
 #include "ui/WindowPlace.h"
+#include "ui/check/frmCheck.h"
 #include "ui/controls/ElidedLabel.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/FileChooser.h"
@@ -504,6 +505,14 @@ private slots:
         auto& find = *open.window.findChild<frmFind*>();
         find.findChild<QLineEdit*>(QStringLiteral("txtFind"))->setText(QStringLiteral("the"));
         QCOMPARE(findings(find).join(QLatin1String("; ")), QString());
+    }
+
+    void checkWindowIsInsideTheScreenAndShowsItsTexts() {
+        OpenTour open;
+        open.window.editors().checkStops();
+        auto& check = *open.window.findChild<frmCheck*>();
+        QTRY_VERIFY_WITH_TIMEOUT(!open.program.check.isRunning(), patience);
+        QCOMPARE(findings(check).join(QLatin1String("; ")), QString());
     }
 
     void helpIsInsideTheScreen() {

@@ -7,6 +7,7 @@
 #include "platform/Twips.h"
 #include "ui/Messages.h"
 #include "ui/ProgramParts.h"
+#include "ui/check/frmCheck.h"
 #include "ui/dialogs/frmHelp.h"
 #include "ui/find/frmFind.h"
 #include "ui/narration/frmNarEdit.h"
@@ -111,6 +112,14 @@ void Editors::findInTour() {
 
 void Editors::findNext() {
     findWindow().findNext();
+}
+
+void Editors::checkStops() {
+    if (m_check.isNull()) {
+        m_check = new frmCheck(m_parts, &m_window);
+        addKeys(*m_check, QStringLiteral("check.htm"));
+    }
+    m_check->ask();
 }
 
 frmFind& Editors::findWindow() {

@@ -12,6 +12,7 @@ class QWidget;
 namespace wendmark {
 
 class frmBrowser;
+class frmCheck;
 class frmFind;
 class frmHelp;
 class frmNarEdit;
@@ -63,6 +64,9 @@ public:
     /// Goes to the next place where they stand.
     void findNext();
 
+    /// Asks whether the pages of all stops play.
+    void checkStops();
+
     /// Shows the help pages, or the maker's web site.
     void showHelp(const QString& page = QStringLiteral("index.htm"));
     void showWebSite();
@@ -86,7 +90,8 @@ private:
 
     const ProgramParts& m_parts;
     QWidget& m_window;
-    QPointer<frmFind> m_find; ///< None until its first use.
+    QPointer<frmFind> m_find;   ///< None until its first use.
+    QPointer<frmCheck> m_check; ///< None until its first use.
     QPointer<frmHelp> m_help;
     QPointer<frmBrowser> m_siteEditor;      ///< None while it is closed.
     QPointer<frmNarEdit> m_narrationEditor; ///< None until its first use, and after its close box.

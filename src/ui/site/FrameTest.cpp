@@ -7,7 +7,7 @@
 #include "platform/BrowserView.h"
 #include "platform/Gate.h"
 #include "platform/Strings.h"
-#include "ui/site/HeaderRequest.h"
+#include "probe/HeaderRequest.h"
 
 #include <QCoreApplication>
 

@@ -99,10 +99,10 @@ bool SiteUse::mayReplace(const std::string& oldAddress, const QUrl& page) {
     return false;
 }
 
-/// A local page is stored by its name alone, which leads nowhere while the page lies elsewhere.
 void SiteUse::tellWhatVisitorsMiss() {
     if (const QString notice = noticeOfSecureTours(toQString(m_siteEditResult)); !notice.isEmpty())
         emit noticeWanted(notice);
+    // A local page is stored by its name alone, which leads nowhere while the page lies elsewhere.
     const QString name = QUrl::fromPercentEncoding(QByteArray::fromStdString(m_siteEditResult));
     const std::string file = m_document.workspace().workingFile(toUtf8(name));
     if (!isRemoteAddress(m_siteEditResult) && !files::canBeRead(file))

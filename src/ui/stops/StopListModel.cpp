@@ -5,6 +5,7 @@
 #include "model/StopTransfer.h"
 #include "platform/Icons.h"
 #include "platform/Strings.h"
+#include "ui/check/StopCheck.h"
 
 #include <QMimeData>
 #include <algorithm>
@@ -24,8 +25,8 @@ QString shown(const std::string& text) {
 
 } // namespace
 
-StopListModel::StopListModel(const TourDocument& document, QObject* parent)
-    : QAbstractTableModel(parent), m_document(document) {
+StopListModel::StopListModel(const TourDocument& document, const StopCheck& check, QObject* parent)
+    : QAbstractTableModel(parent), m_document(document), m_check(check) {
     refresh();
 }
 
@@ -55,9 +56,16 @@ void StopListModel::refresh() {
 std::vector<StopListModel::Row> StopListModel::rowsNow() const {
     std::vector<Row> rows;
     for (StopLook& look : lookAtStops(m_document.model(), m_document.workspace()))
-        rows.push_back({std::move(look), false});
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        rows[i].untested = m_document.isUntested(m_document.model().stops.at(i + openingRows).stopURL);
+        rows.push_back({std::move(look), false, {}, {}});
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const std::string& address = m_document.model().stops.at(i + openingRows).stopURL;
+        const std::optional<PageVerdict> verdict = m_check.verdictOn(address);
+        rows[i].untested = !verdict && m_document.isUntested(address);
+        if (verdict && verdict->verdict != Verdict::plays) {
+            rows[i].found = toQString(wordsFor(verdict->verdict)).toLower();
+            rows[i].why = toQString(verdict->why);
+        }
+    }
     return rows;
 }
 
@@ -90,6 +98,8 @@ QString StopListModel::remarksOn(const Row& row) {
         remarks.append(tr("no page yet"));
     if (row.look.fileMissing)
         remarks.append(tr("file missing"));
+    if (!row.found.isEmpty())
+        remarks.append(row.found);
     if (row.untested)
         remarks.append(tr("not checked"));
     if (row.look.noWords)
@@ -114,10 +124,17 @@ QString StopListModel::text(int row, int column) const {
     }
 }
 
+QString StopListModel::findingOf(const QModelIndex& index) const {
+    const bool isRemark = index.row() >= openingRows && index.column() == remarkColumn;
+    return isRemark ? m_stops.at(static_cast<std::size_t>(index.row() - openingRows)).why : QString();
+}
+
 QVariant StopListModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= rowCount())
         return {};
     const QString shownText = text(index.row(), index.column());
+    if (role == Qt::ToolTipRole && !findingOf(index).isEmpty())
+        return QString(shownText + QLatin1Char('\n') + findingOf(index));
     if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
         return shownText;
     if (role == Qt::TextAlignmentRole && index.column() == numberColumn)

@@ -9,6 +9,7 @@
 
 namespace wendmark {
 
+class StopCheck;
 class TourDocument;
 
 /// Names the folder of the pages among what a clipboard or a drag holds of stops: the working copy of the
@@ -23,8 +24,8 @@ class StopListModel final : public QAbstractTableModel {
 public:
     enum Column { numberColumn, titleColumn, pageColumn, remarkColumn, columnCountOfAll };
 
-    /// The document must outlive the model.
-    explicit StopListModel(const TourDocument& document, QObject* parent = nullptr);
+    /// Both must outlive the model.
+    StopListModel(const TourDocument& document, const StopCheck& check, QObject* parent = nullptr);
 
     /// Shows the document as it is now: rows that are others, have come or have gone, each in one update.
     void refresh();
@@ -54,6 +55,8 @@ private:
     struct Row {
         StopLook look;
         bool untested = false; ///< Nobody has tried whether its page can be shown in a frame.
+        QString found;         ///< What a check has found to be wrong with its page; empty: nothing.
+        QString why;           ///< Same, a sentence.
 
         friend bool operator==(const Row&, const Row&) = default;
     };
@@ -62,7 +65,10 @@ private:
     QString text(int row, int column) const;
     static QString remarksOn(const Row& row);
 
+    QString findingOf(const QModelIndex& index) const;
+
     const TourDocument& m_document;
+    const StopCheck& m_check;
     std::string m_tourTitle;
     std::vector<Row> m_stops;
 };

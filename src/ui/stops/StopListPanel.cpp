@@ -5,6 +5,7 @@
 #include "platform/Gate.h"
 #include "platform/QtDesktop.h"
 #include "platform/Strings.h"
+#include "ui/check/StopCheck.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/stops/FoundStops.h"
 #include "ui/stops/StopListModel.h"
@@ -39,7 +40,7 @@ StopListResult nothingToDo() {
 StopListPanel::StopListPanel(const ProgramParts& parts, QWidget* parent)
     : QWidget(parent)
     , m_parts(parts)
-    , m_model(new StopListModel(parts.document, this))
+    , m_model(new StopListModel(parts.document, parts.check, this))
     , m_shown(new QSortFilterProxyModel(this))
     , m_filter(new QLineEdit(this))
     , m_table(new StopTable(this)) {
@@ -62,6 +63,7 @@ StopListPanel::StopListPanel(const ProgramParts& parts, QWidget* parent)
     m_changes.callOnTimeout(this, &StopListPanel::showChanges);
     m_dropEnd.setSingleShot(true);
     m_dropEnd.callOnTimeout(this, [this] { std::exchange(m_drop, {})(); });
+    connect(&m_parts.check, &StopCheck::changed, &m_changes, [this] { m_changes.start(0); });
     m_parts.document.addListener(*this);
     followDocument();
 }

@@ -55,7 +55,8 @@ UiFixture::UiFixture(std::shared_ptr<ScratchFolder> folder, Time time)
     , recovery(document, recoveryStore)
     , fileNames(workspace)
     , htmlEditor(options, log)
-    , spelling(log) {
+    , spelling(log)
+    , check(document, settings) {
     watchDialogs();
     if (!fs::exists(scratch / "Template")) {
         fs::copy(WENDMARK_ASSETS "/Template", scratch / "Template");
@@ -70,8 +71,19 @@ UiFixture::~UiFixture() {
 }
 
 ProgramParts UiFixture::parts() {
-    return {document, gate,     options,   desktop,    settings, registry,
-            *profile, recovery, fileNames, htmlEditor, spelling, scratch / "state/scripts"};
+    return {document,
+            gate,
+            options,
+            desktop,
+            settings,
+            registry,
+            *profile,
+            recovery,
+            fileNames,
+            htmlEditor,
+            spelling,
+            check,
+            scratch / "state/scripts"};
 }
 
 QString UiFixture::makeTour(const QString& name, int stopCount) {

@@ -13,6 +13,7 @@
 #include "recovery/RecoveryKeeper.h"
 #include "support/DocumentFixture.h"
 #include "ui/ProgramParts.h"
+#include "ui/check/StopCheck.h"
 #include "ui/dialogs/TourFileNames.h"
 #include "ui/site/HtmlEditor.h"
 #include "ui/support/DialogWatch.h"
@@ -67,6 +68,7 @@ public:
     TourFileNames fileNames;
     HtmlEditor htmlEditor;
     SpellChecker spelling;
+    StopCheck check;
     int beeps = 0;
 
     /// Seconds by which the clock goes on each time it is looked at.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "publish/FramingPolicy.h"
+#include "check/PageVerdict.h"
 
 #include <QNetworkAccessManager>
 #include <QObject>
@@ -30,15 +30,24 @@ public:
     /// from one address to the next without end.
     const std::vector<HttpAnswer>& answers() const { return m_answers; }
 
+    /// Why there are no answers.
+    RequestFailure failure() const { return m_failure; }
+
+signals:
+    /// isDone() from now on. Not while the request is being made.
+    void done();
+
 private:
     void ask(const QUrl& address);
     void takeOver(QNetworkReply& reply);
+    void fail(RequestFailure failure);
     void giveUp();
 
     QNetworkAccessManager m_network;
     QString m_userAgent;
     QPointer<QNetworkReply> m_reply;
     std::vector<HttpAnswer> m_answers;
+    RequestFailure m_failure = RequestFailure::none;
     bool m_done = false;
 };
 

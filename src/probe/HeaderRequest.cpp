@@ -1,4 +1,4 @@
-#include "ui/site/HeaderRequest.h"
+#include "probe/HeaderRequest.h"
 
 #include "platform/Strings.h"
 
@@ -21,6 +21,22 @@ void addFetchLines(QNetworkRequest& request) {
     request.setRawHeader("Sec-Fetch-Site", "cross-site");
     request.setRawHeader("Sec-Fetch-Mode", "navigate");
     request.setRawHeader("Sec-Fetch-Dest", "frame");
+}
+
+RequestFailure failureFrom(QNetworkReply::NetworkError error) {
+    switch (error) {
+    case QNetworkReply::HostNotFoundError:
+        return RequestFailure::noSuchHost;
+    case QNetworkReply::ConnectionRefusedError:
+        return RequestFailure::noServer;
+    case QNetworkReply::SslHandshakeFailedError:
+        return RequestFailure::untrusted;
+    case QNetworkReply::TimeoutError:
+    case QNetworkReply::OperationCanceledError: // How the patience of a request ends.
+        return RequestFailure::noAnswer;
+    default:
+        return RequestFailure::other;
+    }
 }
 
 } // namespace
@@ -58,8 +74,7 @@ void HeaderRequest::takeOver(QNetworkReply& reply) {
         return;
     const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     if (status == 0) {
-        m_answers.clear();
-        giveUp();
+        fail(failureFrom(reply.error()));
         return;
     }
     HttpAnswer answer{toUtf8(reply.url().toString(QUrl::FullyEncoded)), status, {}};
@@ -67,15 +82,24 @@ void HeaderRequest::takeOver(QNetworkReply& reply) {
         answer.headers.push_back({name.toStdString(), value.toStdString()});
     m_answers.push_back(answer);
     const QUrl next = reply.url().resolved(QUrl::fromEncoded(reply.rawHeader("Location")));
-    giveUp();
-    if (!isRedirect(answer))
-        return;
-    if (m_answers.size() > mostRedirects) {
-        m_answers.clear();
+    const bool goesOn = isRedirect(answer);
+    if (goesOn && m_answers.size() > mostRedirects) {
+        fail(RequestFailure::goesRound);
         return;
     }
-    m_done = false;
-    ask(next);
+    giveUp();
+    m_done = !goesOn;
+    if (goesOn)
+        ask(next);
+    if (m_done)
+        emit done();
+}
+
+void HeaderRequest::fail(RequestFailure failure) {
+    m_answers.clear();
+    m_failure = failure;
+    giveUp();
+    emit done();
 }
 
 void HeaderRequest::giveUp() {

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "check/PageVerdict.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace wendmark {
+
+class Workspace;
+struct TourModel;
+
+/// A stop before the web is asked about its page.
+struct StopToCheck {
+    std::int16_t stop = 0;   ///< From 1.
+    std::string title;       ///< As visitors read it.
+    std::string address;     ///< As the stop has it.
+    bool asksTheWeb = false; ///< What becomes of its page is not known yet.
+    PageVerdict known;       ///< Without `asksTheWeb`.
+    std::int16_t sameAs = 0; ///< The first stop that shows the same page; 0: none before this one does.
+    std::vector<std::string>
+        missingParts; ///< Files that its page of the tour's own names, and that are not there.
+
+    friend bool operator==(const StopToCheck&, const StopToCheck&) = default;
+};
+
+/// All stops that are held, in their order. Looks at the files of the working copy.
+std::vector<StopToCheck> stopsToCheck(const TourModel& tour, const Workspace& workspace);
+
+/// Visitors on https, http or disk, who start the tour from its launching points.
+Audience audienceOf(const TourModel& tour, Posting posting);
+
+} // namespace wendmark

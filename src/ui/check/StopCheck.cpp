@@ -1,0 +1,118 @@
+#include "ui/check/StopCheck.h"
+
+#include "commands/TourDocument.h"
+#include "platform/Settings.h"
+#include "platform/SettingsStore.h"
+
+#include <array>
+#include <numeric>
+#include <utility>
+
+namespace wendmark {
+
+namespace {
+
+/// In the order of the postings.
+constexpr std::array<QLatin1String, 3> postingNames = {QLatin1String("https"), QLatin1String("http"),
+                                                       QLatin1String("disk")};
+
+Posting postingNamed(const QString& name) {
+    for (std::size_t i = 0; i < postingNames.size(); ++i) {
+        if (name == postingNames.at(i))
+            return static_cast<Posting>(i);
+    }
+    return Posting::https;
+}
+
+} // namespace
+
+StopCheck::StopCheck(const TourDocument& document, SettingsStore& settings, PageCheck::Options options,
+                     QObject* parent)
+    : QObject(parent)
+    , m_document(document)
+    , m_settings(settings)
+    , m_check(options, nullptr)
+    , m_posting(postingNamed(settings.read(checkSettings::posting))) {
+    connect(&m_check, &PageCheck::found, this, &StopCheck::take);
+    connect(&m_check, &PageCheck::failed, this, [this](const QString& reason) {
+        cancel();
+        emit failed(reason);
+    });
+}
+
+StopCheck::~StopCheck() = default;
+
+std::vector<StopCheck::Row> StopCheck::rows() const {
+    std::vector<Row> rows;
+    const Audience audience = audienceOf(m_document.model(), m_posting);
+    for (StopToCheck& stop : stopsToCheck(m_document.model(), m_document.workspace())) {
+        Row row{std::move(stop), State::known, {}};
+        const auto found = m_findings.find(row.stop.address);
+        if (!row.stop.asksTheWeb)
+            row.verdict = row.stop.known;
+        else if (m_asking.contains(row.stop.address))
+            row.state = State::asking;
+        else if (found == m_findings.end())
+            row.state = State::unknown;
+        else
+            row.verdict = judgePage(found->second, audience);
+        rows.push_back(std::move(row));
+    }
+    return rows;
+}
+
+std::optional<PageVerdict> StopCheck::verdictOn(const std::string& address) const {
+    const auto found = m_findings.find(address);
+    if (found == m_findings.end() || m_asking.contains(address))
+        return std::nullopt;
+    return judgePage(found->second, audienceOf(m_document.model(), m_posting));
+}
+
+void StopCheck::setPosting(Posting posting) {
+    if (std::exchange(m_posting, posting) == posting)
+        return;
+    m_settings.store(checkSettings::posting, QString(postingNames.at(static_cast<std::size_t>(posting))));
+    emit changed();
+}
+
+Outcome StopCheck::check(const StopNumbers& stops) {
+    Outcome outcome = Outcome::success();
+    if (!isRunning())
+        m_asked = m_found = 0;
+    const std::vector<StopToCheck> all = stopsToCheck(m_document.model(), m_document.workspace());
+    for (const std::int16_t number : stops) {
+        if (number < 1 || static_cast<std::size_t>(number) > all.size())
+            continue;
+        const StopToCheck& stop = all.at(static_cast<std::size_t>(number - 1));
+        if (!stop.asksTheWeb || m_asking.contains(stop.address))
+            continue;
+        outcome = m_check.add(stop.address);
+        if (!outcome.ok())
+            break;
+        m_asking.insert(stop.address);
+        ++m_asked;
+    }
+    emit changed();
+    return outcome;
+}
+
+Outcome StopCheck::checkAll() {
+    StopNumbers all(static_cast<std::size_t>(m_document.model().stops.held()));
+    std::iota(all.begin(), all.end(), std::int16_t{1});
+    return check(all);
+}
+
+void StopCheck::cancel() {
+    m_check.cancel();
+    m_asking.clear();
+    emit changed();
+}
+
+void StopCheck::take(const PageFindings& findings) {
+    m_asking.erase(findings.address);
+    m_findings[findings.address] = findings;
+    ++m_found;
+    emit changed();
+}
+
+} // namespace wendmark

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "check/TourCheck.h"
+#include "commands/StopListCommands.h"
+#include "probe/PageCheck.h"
+
+#include <QObject>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace wendmark {
+
+class SettingsStore;
+class TourDocument;
+
+/// What is known of the pages of all stops, for as long as the program runs. An answer belongs to an address:
+/// a stop that gets another one has none, and has it again when that is undone. The author goes on working
+/// while pages are asked for.
+class StopCheck final : public QObject {
+    Q_OBJECT
+
+public:
+    enum class State {
+        unknown, ///< Nobody has asked.
+        asking,
+        known
+    };
+
+    struct Row {
+        StopToCheck stop;
+        State state = State::unknown;
+        PageVerdict verdict; ///< When it is known.
+
+        friend bool operator==(const Row&, const Row&) = default;
+    };
+
+    /// Both must outlive it.
+    StopCheck(const TourDocument& document, SettingsStore& settings, PageCheck::Options options = {},
+              QObject* parent = nullptr);
+    ~StopCheck() override;
+
+    /// All stops, in their order. Looks at files.
+    std::vector<Row> rows() const;
+
+    /// What was found out about the page of the web at this address; none: nothing.
+    std::optional<PageVerdict> verdictOn(const std::string& address) const;
+
+    /// Where the tour lies that stops are judged for. Nothing is asked anew: what was found out holds for
+    /// all.
+    Posting posting() const { return m_posting; }
+    void setPosting(Posting posting);
+
+    /// Asks for the pages of these stops, whatever is known of them.
+    Outcome check(const StopNumbers& stops);
+    Outcome checkAll();
+
+    /// Asks for no further page.
+    void cancel();
+
+    bool isRunning() const { return m_check.isRunning(); }
+    int asked() const { return m_asked; }    ///< Pages, since the check began.
+    int answered() const { return m_found; } ///< Of these.
+
+signals:
+    /// Something of all that is other.
+    void changed();
+
+    /// No page can be asked for any more.
+    void failed(const QString& reason);
+
+private:
+    void take(const PageFindings& findings);
+
+    const TourDocument& m_document;
+    SettingsStore& m_settings;
+    PageCheck m_check;
+    Posting m_posting;
+    std::map<std::string, PageFindings> m_findings; ///< By address.
+    std::set<std::string> m_asking;                 ///< Addresses.
+    int m_asked = 0;
+    int m_found = 0;
+};
+
+} // namespace wendmark

@@ -1,0 +1,311 @@
+#include "ui/check/frmCheck.h"
+
+#include "base/Log.h"
+#include "commands/TourDocument.h"
+#include "platform/Gate.h"
+#include "platform/QtDesktop.h"
+#include "platform/Strings.h"
+#include "ui/Messages.h"
+#include "ui/WindowPlace.h"
+#include "ui/check/CheckModel.h"
+#include "ui/dialogs/DialogParts.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTableView>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace wendmark {
+
+namespace {
+
+constexpr int changesDelay = 50; // Milliseconds that collect changes.
+
+// Pixels.
+constexpr int titleWidth = 170;
+constexpr QSize usualSize(100 * dialogGap, 60 * dialogGap);
+constexpr int leastTableHeight = 15 * dialogGap;
+
+} // namespace
+
+frmCheck::frmCheck(ProgramParts parts, QWidget* parent)
+    : QDialog(parent)
+    , m_parts(std::move(parts))
+    , m_rows(new CheckModel(this))
+    , m_posting(new QComboBox(this))
+    , m_table(new QTableView(this))
+    , m_progressText(makeTextLabel("lblProgress", QString(), this))
+    , m_progress(new QProgressBar(this))
+    , m_choice(makeTextLabel("lblChoice", QString(), this)) {
+    setObjectName(QStringLiteral("frmCheck"));
+    setWindowTitle(QStringLiteral("Wendmark - Check All Stops"));
+    m_changes.setSingleShot(true);
+    m_changes.setInterval(changesDelay);
+    m_changes.callOnTimeout(this, &frmCheck::showRows);
+    setupPosting();
+    setupTable();
+    QVBoxLayout* const layout = makeDialogLayout(*this);
+    layout->addLayout(makePostingRow());
+    layout->addLayout(makeProgressRow());
+    layout->addWidget(m_table, 1);
+    m_choice->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    m_choice->setMinimumHeight(4 * fontMetrics().lineSpacing());
+    m_choice->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    layout->addWidget(m_choice);
+    layout->addLayout(makeButtonRow());
+    m_table->setMinimumHeight(leastTableHeight);
+    resize(usualSize);
+    centreOverParent(*this);
+    connect(&m_parts.check, &StopCheck::changed, this, &frmCheck::tourChangedNow);
+    connect(&m_parts.check, &StopCheck::failed, this, &frmCheck::tellFailure);
+    m_parts.document.addListener(*this);
+    showRows();
+}
+
+frmCheck::~frmCheck() {
+    m_parts.document.removeListener(*this);
+}
+
+void frmCheck::ask() {
+    showRows();
+    if (isHidden())
+        keepOnScreen(*this);
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+    m_table->setFocus();
+    if (!m_table->currentIndex().isValid())
+        m_table->selectRow(0);
+    checkUnknown();
+}
+
+void frmCheck::reject() {
+    cancel();
+    QDialog::reject();
+}
+
+void frmCheck::setupPosting() {
+    m_posting->setObjectName(QStringLiteral("cboPosting"));
+    m_posting->addItem(tr("a web server, with https"), int(Posting::https));
+    m_posting->addItem(tr("a web server, with http"), int(Posting::http));
+    m_posting->addItem(tr("disk, a USB stick or a CD"), int(Posting::disk));
+    m_posting->setCurrentIndex(m_posting->findData(int(m_parts.check.posting())));
+    connect(m_posting, &QComboBox::currentIndexChanged, this,
+            [this] { m_parts.check.setPosting(static_cast<Posting>(m_posting->currentData().toInt())); });
+}
+
+void frmCheck::setupTable() {
+    m_table->setObjectName(QStringLiteral("grdChecks"));
+    m_table->setAccessibleName(tr("Stops"));
+    m_table->setModel(m_rows);
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_table->setTabKeyNavigation(false);
+    m_table->setWordWrap(false);
+    m_table->setShowGrid(false);
+    m_table->verticalHeader()->hide();
+    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
+    QHeaderView& header = *m_table->horizontalHeader();
+    header.setHighlightSections(false);
+    header.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header.setSectionResizeMode(CheckModel::stopColumn, QHeaderView::ResizeToContents);
+    header.setSectionResizeMode(CheckModel::verdictColumn, QHeaderView::ResizeToContents);
+    header.setSectionResizeMode(CheckModel::whyColumn, QHeaderView::Stretch);
+    header.resizeSection(CheckModel::titleColumn, titleWidth);
+    connect(m_table, &QTableView::doubleClicked, this, &frmCheck::go);
+    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmCheck::showChoice);
+    connect(m_table->selectionModel(), &QItemSelectionModel::currentChanged, this, &frmCheck::showChoice);
+    // In the list, Return is not the default button's.
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto* const enter = new QShortcut(key, m_table);
+        enter->setContext(Qt::WidgetShortcut);
+        connect(enter, &QShortcut::activated, this, &frmCheck::go);
+    }
+}
+
+QLayout* frmCheck::makePostingRow() {
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(dialogGap);
+    auto* const label = new QLabel(tr("Visitors play the tour &from:"), this);
+    label->setObjectName(QStringLiteral("lblPosting"));
+    label->setBuddy(m_posting);
+    row->addWidget(label);
+    row->addWidget(m_posting);
+    row->addStretch();
+    return row;
+}
+
+QLayout* frmCheck::makeProgressRow() {
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(dialogGap);
+    m_progress->setObjectName(QStringLiteral("barProgress"));
+    m_progress->setAccessibleName(tr("Pages checked"));
+    m_progress->setTextVisible(false);
+    row->addWidget(m_progressText, 1);
+    row->addWidget(m_progress, 1);
+    addButton(*row, "btnCheckAll", tr("Check &All"), &frmCheck::checkAll)->setDefault(true);
+    m_checkAgain = addButton(*row, "btnCheckAgain", tr("Chec&k Again"), &frmCheck::checkAgain);
+    m_cancel = addButton(*row, "btnStop", tr("St&op"), &frmCheck::cancel);
+    return row;
+}
+
+QLayout* frmCheck::makeButtonRow() {
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(dialogGap);
+    m_newAddress = addButton(*row, "btnNewAddress", tr("Use &New Address"), &frmCheck::useNewAddress);
+    m_go = addButton(*row, "btnGo", tr("&Go to Stop"), &frmCheck::go);
+    row->addStretch();
+    QPushButton* const close = makeButton("btnClose", tr("Clos&e"), this);
+    connect(close, &QPushButton::clicked, this, &QDialog::reject);
+    row->addWidget(close);
+    return row;
+}
+
+QPushButton* frmCheck::addButton(QLayout& row, const char* name, const QString& caption,
+                                 void (frmCheck::*command)()) {
+    QPushButton* const button = makeButton(name, caption, this);
+    connect(button, &QPushButton::clicked, this, command);
+    row.addWidget(button);
+    return button;
+}
+
+StopNumbers frmCheck::selectedStops() const {
+    StopNumbers stops;
+    for (const QModelIndex& index : m_table->selectionModel()->selectedRows())
+        stops.push_back(static_cast<std::int16_t>(index.row() + 1));
+    std::ranges::sort(stops);
+    return stops;
+}
+
+/// Between the tours there is nothing to look at.
+void frmCheck::showRows() {
+    m_changes.stop();
+    if (m_parts.document.filesAreThere())
+        m_rows->show(m_parts.check.rows());
+    showProgress();
+    showChoice();
+}
+
+void frmCheck::showProgress() {
+    const StopCheck& check = m_parts.check;
+    const auto problems = std::ranges::count_if(m_rows->rows(), [](const StopCheck::Row& row) {
+        return row.state == StopCheck::State::known && !isShown(row.verdict.verdict);
+    });
+    const auto unknown = std::ranges::count_if(
+        m_rows->rows(), [](const StopCheck::Row& row) { return row.state != StopCheck::State::known; });
+    m_cancel->setEnabled(check.isRunning());
+    m_progress->setVisible(check.isRunning());
+    m_progress->setRange(0, std::max(check.asked(), 1));
+    m_progress->setValue(check.answered());
+    if (m_rows->rows().empty())
+        m_progressText->setText(tr("The tour has no stops yet."));
+    else if (check.isRunning())
+        m_progressText->setText(tr("%1 of %2 pages checked").arg(check.answered()).arg(check.asked()));
+    else if (problems > 0)
+        m_progressText->setText(problems == 1 ? tr("1 stop does not play.")
+                                              : tr("%1 stops do not play.").arg(problems));
+    else if (unknown > 0)
+        m_progressText->setText(unknown == 1 ? tr("1 stop is not checked.")
+                                             : tr("%1 stops are not checked.").arg(unknown));
+    else
+        m_progressText->setText(tr("Every stop plays."));
+}
+
+void frmCheck::showChoice() {
+    const StopNumbers stops = selectedStops();
+    const auto rowOf = [&](std::int16_t stop) -> const StopCheck::Row& {
+        return m_rows->rows().at(static_cast<std::size_t>(stop - 1));
+    };
+    m_newAddress->setEnabled(std::ranges::any_of(
+        stops, [&](std::int16_t stop) { return !rowOf(stop).verdict.newAddress.empty(); }));
+    m_checkAgain->setEnabled(
+        std::ranges::any_of(stops, [&](std::int16_t stop) { return rowOf(stop).stop.asksTheWeb; }));
+    m_go->setEnabled(!stops.empty());
+    if (stops.empty())
+        m_choice->clear();
+    else if (stops.size() == 1)
+        m_choice->setText(describe(rowOf(stops.front())));
+    else
+        m_choice->setText(tr("%1 stops are chosen.").arg(stops.size()));
+}
+
+void frmCheck::checkUnknown() {
+    StopNumbers stops;
+    for (const StopCheck::Row& row : m_rows->rows()) {
+        if (row.state == StopCheck::State::unknown)
+            stops.push_back(row.stop.stop);
+    }
+    check(stops);
+}
+
+void frmCheck::checkAll() {
+    StopNumbers stops;
+    for (const StopCheck::Row& row : m_rows->rows())
+        stops.push_back(row.stop.stop);
+    check(stops);
+}
+
+void frmCheck::checkAgain() {
+    check(selectedStops());
+}
+
+void frmCheck::check(const StopNumbers& stops) {
+    if (const Outcome outcome = m_parts.check.check(stops); !outcome.ok())
+        tellFailure(toQString(outcome.message()));
+}
+
+void frmCheck::tellFailure(const QString& reason) {
+    m_parts.document.log().warn(toUtf8(reason));
+    showMessage(this, tr("No page can be checked: %1").arg(reason));
+}
+
+void frmCheck::cancel() {
+    if (m_parts.check.isRunning())
+        m_parts.check.cancel();
+}
+
+void frmCheck::go() {
+    m_parts.gate.run(
+        *this,
+        [this] {
+            if (m_table->currentIndex().isValid())
+                m_parts.document.goToStop(static_cast<std::int16_t>(m_table->currentIndex().row() + 1));
+        },
+        Gate::Kind::look);
+}
+
+void frmCheck::useNewAddress() {
+    m_parts.gate.run(*this, [this] {
+        showRows(); // The tour may be another by now.
+        std::map<std::int16_t, std::string> addresses;
+        for (const std::int16_t stop : selectedStops()) {
+            const StopCheck::Row& row = m_rows->rows().at(static_cast<std::size_t>(stop - 1));
+            if (!row.verdict.newAddress.empty())
+                addresses[stop] = row.verdict.newAddress;
+        }
+        if (!m_parts.document.changeAddresses(addresses, "Use New Address").done())
+            return;
+        StopNumbers changed;
+        for (const auto& [stop, address] : addresses)
+            changed.push_back(stop);
+        check(changed);
+    });
+}
+
+void frmCheck::tourChangedNow() {
+    if (isVisible() && !m_changes.isActive())
+        m_changes.start();
+}
+
+} // namespace wendmark

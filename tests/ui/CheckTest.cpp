@@ -1,0 +1,235 @@
+#include "commands/TourDocument.h"
+#include "platform/Strings.h"
+#include "ui/check/CheckModel.h"
+#include "ui/check/frmCheck.h"
+#include "ui/main/Editors.h"
+#include "ui/main/frmMain.h"
+#include "ui/support/LoopbackServer.h"
+#include "ui/support/Patience.h"
+#include "ui/support/UiFixture.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+
+namespace wendmark {
+
+using test::LoopbackServer;
+using test::patience;
+using test::UiFixture;
+using test::waitUntil;
+
+namespace {
+
+/// The program with a tour of these pages on screen; those that begin with a slash are a server's.
+class OpenCheck final {
+public:
+    explicit OpenCheck(const QStringList& pages) : window(program.parts()) {
+        server.answer("/moved.htm", {301, {{"Location", "/plain.htm"}}, {}});
+        window.load(program.makeTour("walk", static_cast<int>(pages.size())));
+        int n = 0;
+        for (const QString& page : pages)
+            program.model.stops.at(++n).stopURL = toUtf8(page.startsWith('/') ? server.address(page) : page);
+        window.show();
+    }
+
+    void open() { window.findChild<QAction*>("mnuStopsCheck")->trigger(); }
+    void openAndWait() {
+        open();
+        waitForAnswers();
+    }
+    void waitForAnswers() const {
+        QVERIFY(waitUntil([&] { return !program.check.isRunning(); }));
+        QTRY_VERIFY_WITH_TIMEOUT(!progressBar().isVisible(), patience);
+    }
+
+    frmCheck& check() const { return *window.findChild<frmCheck*>(); }
+    QTableView& table() const { return *check().findChild<QTableView*>("grdChecks"); }
+    QProgressBar& progressBar() const { return *check().findChild<QProgressBar*>("barProgress"); }
+    QPushButton& button(const char* name) const { return *check().findChild<QPushButton*>(name); }
+    QString progress() const { return check().findChild<QLabel*>("lblProgress")->text(); }
+    QString choice() const { return check().findChild<QLabel*>("lblChoice")->text(); }
+    QString shown(int stop, int column) const {
+        return table().model()->index(stop - 1, column).data().toString();
+    }
+    QString verdict(int stop) const { return shown(stop, CheckModel::verdictColumn); }
+    void press(const char* name) const { QTest::mouseClick(&button(name), Qt::LeftButton); }
+    std::string address(int stop) const { return program.model.stops.at(stop).stopURL; }
+
+    LoopbackServer server;
+    UiFixture program;
+    frmMain window;
+};
+
+} // namespace
+
+class CheckTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void everyStopGetsItsVerdict() {
+        OpenCheck open({"/plain.htm", "/deny.htm", "newpage.htm", "missing.htm", "/moved.htm", "/plain.htm"});
+        open.openAndWait();
+        QCOMPARE(open.table().model()->rowCount(), 6);
+        QCOMPARE(open.verdict(1), QString("Plays"));
+        QCOMPARE(open.verdict(2), QString("Refuses frames"));
+        QCOMPARE(open.verdict(3), QString("No page yet"));
+        QCOMPARE(open.verdict(4), QString("File missing"));
+        QCOMPARE(open.verdict(5), QString("Moved"));
+        QCOMPARE(open.verdict(6), QString("Plays"));
+        QCOMPARE(open.shown(6, CheckModel::whyColumn), QString("Same page as stop 1."));
+        QCOMPARE(open.progress(), QString("3 stops do not play."));
+        QCOMPARE(open.server.requestsFor("/plain.htm"), 4); // Twice for the moved page.
+    }
+
+    void toursWithoutStopsAreTold() {
+        OpenCheck open({});
+        open.openAndWait();
+        QCOMPARE(open.progress(), QString("The tour has no stops yet."));
+        QVERIFY(!open.button("btnGo").isEnabled());
+        open.press("btnCheckAll");
+        QVERIFY(!open.program.check.isRunning());
+    }
+
+    void chosenStopIsExplained() {
+        OpenCheck open({"/plain.htm", "/deny.htm"});
+        open.openAndWait();
+        open.table().selectRow(1);
+        QVERIFY2(open.choice().contains("X-Frame-Options: deny"), qPrintable(open.choice()));
+        QVERIFY2(open.choice().contains("/deny.htm"), qPrintable(open.choice()));
+        QVERIFY(!open.button("btnNewAddress").isEnabled());
+    }
+
+    void whoPlaysTheTourChangesTheVerdict() {
+        OpenCheck open({"/anybody.htm"});
+        open.openAndWait();
+        QCOMPARE(open.verdict(1), QString("Plays"));
+        auto& posting = *open.check().findChild<QComboBox*>("cboPosting");
+        posting.setCurrentIndex(posting.findText("disk", Qt::MatchStartsWith));
+        QTRY_COMPARE_WITH_TIMEOUT(open.verdict(1), QString("Refuses frames"), patience);
+        QCOMPARE(open.program.check.posting(), Posting::disk);
+        QVERIFY(!open.program.check.isRunning()); // Nothing is asked anew.
+    }
+
+    void newAddressesAreTakenInOneStepThatCanBeUndone() {
+        OpenCheck open({"/moved.htm", "/plain.htm", "/moved.htm"});
+        open.openAndWait();
+        const std::string old = open.address(1);
+        open.table().selectAll();
+        QVERIFY(open.button("btnNewAddress").isEnabled());
+        open.press("btnNewAddress");
+        QCOMPARE(open.address(1), toUtf8(open.server.address("/plain.htm")));
+        QCOMPARE(open.address(3), open.address(1));
+        QVERIFY(open.program.model.tourChanged);
+        QVERIFY(test::readFile(toUtf8(open.program.working("page3.htm"))).find("plain.htm") !=
+                std::string::npos);
+        open.waitForAnswers();
+        QTRY_COMPARE_WITH_TIMEOUT(open.verdict(3), QString("Plays"), patience);
+        QCOMPARE(QString::fromStdString(open.program.document.undoName().value_or("")),
+                 QString("Use New Address"));
+        open.window.undo();
+        QCOMPARE(open.address(1), old);
+        QCOMPARE(open.address(3), old);
+        QTRY_COMPARE_WITH_TIMEOUT(open.verdict(1), QString("Moved"), patience); // It is known already.
+        open.window.redo();
+        QTRY_COMPARE_WITH_TIMEOUT(open.verdict(1), QString("Plays"), patience);
+    }
+
+    void marksStayInTheStopListUntilTheStopChanges() {
+        OpenCheck open({"/deny.htm", "/plain.htm"});
+        open.openAndWait();
+        auto& list = *open.window.findChild<QTableView*>("grdStops")->model();
+        const auto remark = [&] { return list.index(1, 3).data().toString(); };
+        QTRY_VERIFY_WITH_TIMEOUT(remark().contains("refuses frames"), patience);
+        QVERIFY(list.index(1, 3).data(Qt::ToolTipRole).toString().contains("X-Frame-Options"));
+        QVERIFY(!list.index(2, 3).data().toString().contains("plays"));
+        open.check().reject();
+        QVERIFY(remark().contains("refuses frames"));
+        open.program.document.setAddress(1, toUtf8(open.server.address("/plain.htm")));
+        QTRY_VERIFY_WITH_TIMEOUT(!remark().contains("refuses frames"), patience);
+    }
+
+    void authorGoesOnWhilePagesAreAsked() {
+        OpenCheck open({"/silent.htm", "/plain.htm"});
+        open.open();
+        QTRY_COMPARE_WITH_TIMEOUT(open.verdict(2), QString("Plays"), patience);
+        QCOMPARE(open.verdict(1), QString("Checking..."));
+        QCOMPARE(open.progress(), QString("1 of 2 pages checked"));
+        open.window.insertStop();
+        QCOMPARE(open.program.model.stopCount(), std::int16_t{3});
+        QTRY_COMPARE_WITH_TIMEOUT(open.table().model()->rowCount(), 3, patience);
+        open.press("btnStop");
+        QTRY_VERIFY_WITH_TIMEOUT(!open.button("btnStop").isEnabled(), patience);
+        QVERIFY(!open.program.check.isRunning());
+        QTRY_VERIFY_WITH_TIMEOUT(!open.progress().contains("of 2"), patience);
+    }
+
+    void escapeLeavesAndAsksNoFurther() {
+        OpenCheck open({"/silent.htm"});
+        open.open();
+        QVERIFY(open.program.check.isRunning());
+        QTest::keyClick(&open.check(), Qt::Key_Escape);
+        QVERIFY(!open.check().isVisible());
+        QVERIFY(!open.program.check.isRunning());
+    }
+
+    void returnGoesToTheStop() {
+        OpenCheck open({"/plain.htm", "newpage.htm"});
+        open.openAndWait();
+        open.table().setFocus();
+        open.table().selectRow(1);
+        QTest::keyClick(&open.table(), Qt::Key_Return);
+        QTRY_COMPARE_WITH_TIMEOUT(open.program.model.currentStop, std::int16_t{2}, patience);
+        QVERIFY(!open.program.check.isRunning());
+    }
+
+    void anotherTourComesWhilePagesAreAsked() {
+        OpenCheck open({"/silent.htm", "/plain.htm"});
+        open.open();
+        QTRY_COMPARE_WITH_TIMEOUT(open.verdict(2), QString("Plays"), patience);
+        open.program.document.beginOpening();
+        open.program.document.finishOpening(toUtf8(open.program.makeTour("other", 1)));
+        QTRY_COMPARE_WITH_TIMEOUT(open.table().model()->rowCount(), 1, patience);
+        QCOMPARE(open.verdict(1), QString("No page yet"));
+        open.press("btnStop");
+    }
+
+    void missingRoomOnTheDiskIsTold() {
+        OpenCheck open({"/plain.htm"});
+        const QByteArray temporary = qgetenv("TMPDIR");
+        qputenv("TMPDIR", "/proc"); // Nobody writes there.
+        QString told;
+        test::onNextDialog([&](QDialog& message) {
+            told = test::textOf(message);
+            message.reject();
+        });
+        open.open();
+        if (temporary.isNull())
+            qunsetenv("TMPDIR");
+        else
+            qputenv("TMPDIR", temporary);
+        QVERIFY2(told.contains("No page can be checked: "), qPrintable(told));
+        QVERIFY(!open.program.check.isRunning());
+        QCOMPARE(open.verdict(1), QString("Not checked"));
+        open.press("btnCheckAll");
+        open.waitForAnswers();
+        QTRY_COMPARE_WITH_TIMEOUT(open.verdict(1), QString("Plays"), patience);
+    }
+
+    void programEndsWhilePagesAreAsked() {
+        OpenCheck open({"/silent.htm", "/slow.htm"});
+        open.open();
+        QVERIFY(open.window.close());
+    }
+};
+
+} // namespace wendmark
+
+QTEST_MAIN(wendmark::CheckTest)
+
+#include "CheckTest.moc"
