@@ -12,6 +12,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTableView>
@@ -53,7 +54,7 @@ public:
     QProgressBar& progressBar() const { return *check().findChild<QProgressBar*>("barProgress"); }
     QPushButton& button(const char* name) const { return *check().findChild<QPushButton*>(name); }
     QString progress() const { return check().findChild<QLabel*>("lblProgress")->text(); }
-    QString choice() const { return check().findChild<QLabel*>("lblChoice")->text(); }
+    QString choice() const { return check().findChild<QPlainTextEdit*>("txtChoice")->toPlainText(); }
     QString shown(int stop, int column) const {
         return table().model()->index(stop - 1, column).data().toString();
     }
@@ -103,6 +104,17 @@ private slots:
         QVERIFY2(open.choice().contains("X-Frame-Options: deny"), qPrintable(open.choice()));
         QVERIFY2(open.choice().contains("/deny.htm"), qPrintable(open.choice()));
         QVERIFY(!open.button("btnNewAddress").isEnabled());
+    }
+
+    void longAddressMakesTheWindowNoWider() {
+        OpenCheck open({"newpage.htm", "file://" + QString(2000, 'a')});
+        open.openAndWait();
+        const QSize before = open.check().size();
+        open.table().selectRow(1);
+        QCoreApplication::processEvents();
+        QCOMPARE(open.check().size(), before);
+        QVERIFY(open.check().minimumSizeHint().width() < before.width());
+        QCOMPARE(open.verdict(2), QString("Fails"));
     }
 
     void whoPlaysTheTourChangesTheVerdict() {

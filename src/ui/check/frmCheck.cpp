@@ -14,6 +14,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QShortcut>
@@ -44,7 +45,7 @@ frmCheck::frmCheck(ProgramParts parts, QWidget* parent)
     , m_table(new QTableView(this))
     , m_progressText(makeTextLabel("lblProgress", QString(), this))
     , m_progress(new QProgressBar(this))
-    , m_choice(makeTextLabel("lblChoice", QString(), this)) {
+    , m_choice(new QPlainTextEdit(this)) {
     setObjectName(QStringLiteral("frmCheck"));
     setWindowTitle(QStringLiteral("Wendmark - Check All Stops"));
     m_changes.setSingleShot(true);
@@ -56,11 +57,10 @@ frmCheck::frmCheck(ProgramParts parts, QWidget* parent)
     layout->addLayout(makePostingRow());
     layout->addLayout(makeProgressRow());
     layout->addWidget(m_table, 1);
-    m_choice->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    m_choice->setMinimumHeight(4 * fontMetrics().lineSpacing());
-    m_choice->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    setupChoice();
     layout->addWidget(m_choice);
     layout->addLayout(makeButtonRow());
+    setupTabOrder();
     m_table->setMinimumHeight(leastTableHeight);
     resize(usualSize);
     centreOverParent(*this);
@@ -132,6 +132,31 @@ void frmCheck::setupTable() {
         enter->setContext(Qt::WidgetShortcut);
         connect(enter, &QShortcut::activated, this, &frmCheck::go);
     }
+}
+
+/// As they are seen.
+void frmCheck::setupTabOrder() {
+    const QList<QWidget*> order = {m_posting,
+                                   findChild<QPushButton*>(QStringLiteral("btnCheckAll")),
+                                   m_checkAgain,
+                                   m_cancel,
+                                   m_table,
+                                   m_choice,
+                                   m_newAddress,
+                                   m_go,
+                                   findChild<QPushButton*>(QStringLiteral("btnClose"))};
+    for (qsizetype i = 1; i < order.size(); ++i)
+        setTabOrder(order.at(i - 1), order.at(i));
+}
+
+/// Addresses may be of any length, so it scrolls.
+void frmCheck::setupChoice() {
+    constexpr int lines = 5;
+    m_choice->setObjectName(QStringLiteral("txtChoice"));
+    m_choice->setAccessibleName(tr("About the chosen stop"));
+    m_choice->setReadOnly(true);
+    m_choice->setTabChangesFocus(true);
+    m_choice->setFixedHeight(lines * fontMetrics().lineSpacing() + 2 * dialogGap);
 }
 
 QLayout* frmCheck::makePostingRow() {
@@ -235,9 +260,15 @@ void frmCheck::showChoice() {
     if (stops.empty())
         m_choice->clear();
     else if (stops.size() == 1)
-        m_choice->setText(describe(rowOf(stops.front())));
+        tellChoice(describe(rowOf(stops.front())));
     else
-        m_choice->setText(tr("%1 stops are chosen.").arg(stops.size()));
+        tellChoice(tr("%1 stops are chosen.").arg(stops.size()));
+}
+
+/// What the author has marked in the text stays as long as the text does.
+void frmCheck::tellChoice(const QString& text) {
+    if (m_choice->toPlainText() != text)
+        m_choice->setPlainText(text);
 }
 
 void frmCheck::checkUnknown() {

@@ -10,6 +10,7 @@
 class QComboBox;
 class QLabel;
 class QLayout;
+class QPlainTextEdit;
 class QProgressBar;
 class QPushButton;
 class QTableView;
@@ -38,6 +39,8 @@ public:
 private:
     void setupPosting();
     void setupTable();
+    void setupChoice();
+    void setupTabOrder();
     QLayout* makePostingRow();
     QLayout* makeProgressRow();
     QLayout* makeButtonRow();
@@ -48,6 +51,7 @@ private:
     void showRows();
     void showProgress();
     void showChoice();
+    void tellChoice(const QString& text);
 
     void checkUnknown();
     void checkAll();
@@ -67,7 +71,7 @@ private:
     QTableView* m_table;                 ///< grdChecks
     QLabel* m_progressText;              ///< lblProgress
     QProgressBar* m_progress;            ///< barProgress
-    QLabel* m_choice;                    ///< lblChoice: about the chosen stop.
+    QPlainTextEdit* m_choice;            ///< txtChoice: about the chosen stop.
     QPushButton* m_checkAgain = nullptr; ///< btnCheckAgain
     QPushButton* m_cancel = nullptr;     ///< btnStop
     QPushButton* m_go = nullptr;         ///< btnGo
