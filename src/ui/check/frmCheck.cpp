@@ -8,6 +8,7 @@
 #include "ui/Messages.h"
 #include "ui/WindowPlace.h"
 #include "ui/check/CheckModel.h"
+#include "ui/controls/FlowLayout.h"
 #include "ui/dialogs/DialogParts.h"
 
 #include <QComboBox>
@@ -56,6 +57,7 @@ frmCheck::frmCheck(ProgramParts parts, QWidget* parent)
     QVBoxLayout* const layout = makeDialogLayout(*this);
     layout->addLayout(makePostingRow());
     layout->addLayout(makeProgressRow());
+    layout->addLayout(makeCheckButtons());
     layout->addWidget(m_table, 1);
     setupChoice();
     layout->addWidget(m_choice);
@@ -179,21 +181,27 @@ QLayout* frmCheck::makeProgressRow() {
     m_progress->setTextVisible(false);
     row->addWidget(m_progressText, 1);
     row->addWidget(m_progress, 1);
-    addButton(*row, "btnCheckAll", tr("Check &All"), &frmCheck::checkAll)->setDefault(true);
-    m_checkAgain = addButton(*row, "btnCheckAgain", tr("Chec&k Again"), &frmCheck::checkAgain);
-    m_cancel = addButton(*row, "btnStop", tr("St&op"), &frmCheck::cancel);
     return row;
+}
+
+QLayout* frmCheck::makeCheckButtons() {
+    auto* const buttons = new FlowLayout(dialogGap);
+    addButton(*buttons, "btnCheckAll", tr("Check &All"), &frmCheck::checkAll)->setDefault(true);
+    m_checkAgain = addButton(*buttons, "btnCheckAgain", tr("Chec&k Again"), &frmCheck::checkAgain);
+    m_cancel = addButton(*buttons, "btnStop", tr("St&op"), &frmCheck::cancel);
+    return buttons;
 }
 
 QLayout* frmCheck::makeButtonRow() {
     auto* const row = new QHBoxLayout;
     row->setSpacing(dialogGap);
-    m_newAddress = addButton(*row, "btnNewAddress", tr("Use &New Address"), &frmCheck::useNewAddress);
-    m_go = addButton(*row, "btnGo", tr("&Go to Stop"), &frmCheck::go);
-    row->addStretch();
+    auto* const buttons = new FlowLayout(dialogGap);
+    row->addLayout(buttons, 1);
+    m_newAddress = addButton(*buttons, "btnNewAddress", tr("Use &New Address"), &frmCheck::useNewAddress);
+    m_go = addButton(*buttons, "btnGo", tr("&Go to Stop"), &frmCheck::go);
     QPushButton* const close = makeButton("btnClose", tr("Clos&e"), this);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
-    row->addWidget(close);
+    row->addWidget(close, 0, Qt::AlignBottom);
     return row;
 }
 

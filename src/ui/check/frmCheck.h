@@ -43,6 +43,7 @@ private:
     void setupTabOrder();
     QLayout* makePostingRow();
     QLayout* makeProgressRow();
+    QLayout* makeCheckButtons();
     QLayout* makeButtonRow();
     QPushButton* addButton(QLayout& row, const char* name, const QString& caption,
                            void (frmCheck::*command)());
