@@ -16,8 +16,8 @@ async function editTemplates(folder) {
   await addLine('framever.htm', '<meta name="viewport"', '<meta name="author" content="Our museum">');
   await edit('framever.htm', 'scrolling="no" noresize', 'noresize');
   await addLine('openhelp.htm', '<h2 data-word="how">', '<p>Welcome to our museum.</p>');
-  await addLine('toc.htm', '<p class="kicker">', '<p id="banner">Our museum</p>');
-  await addLine('tguide.htm', '<p class="kicker">', '<p id="banner">Our museum</p>');
+  await addLine('toc.htm', '<p class="kicker" data-word="contents">', '<p id="banner">Our museum</p>');
+  await addLine('tguide.htm', '<p class="kicker" data-word="guide">', '<p id="banner">Our museum</p>');
   await edit('navfinal.htm', '>Contents<', '><img src="gr-bullet-bk.gif" alt="All stops"><');
   await addLine('navfinal.htm', '</main>', '<p id="banner">Museum</p>');
   await cp(join(folder, 'grbullet.gif'), join(folder, 'fr-logo.gif'));
