@@ -90,7 +90,7 @@ const windowPages = {
   frmWarnURL: 'options.htm', frmRenameFile: 'site.htm', frmNarEdit: 'narration.htm', frmPropTab: 'props.htm',
   frmOptions: 'options.htm', frmLaunch: 'launching.htm', frmPrint: 'printing.htm', frmHelp: 'mainwin.htm',
   frmAbout: 'mainwin.htm', frmSplash: 'making.htm', frmMessage: 'site.htm', frmRecover: 'trouble.htm',
-  frmEarlierSaves: 'trouble.htm', frmFind: 'mainwin.htm', frmSignIn: 'site.htm', frmPageFiles: 'site.htm',
+  frmEarlierSaves: 'trouble.htm', frmFind: 'mainwin.htm', frmCheck: 'check.htm', frmSignIn: 'site.htm', frmPageFiles: 'site.htm',
 };
 
 test('every window of the program has its page', () => {

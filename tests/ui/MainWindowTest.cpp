@@ -78,7 +78,7 @@ private slots:
         QCOMPARE(menus[1], (QStringList{"&Undo", "&Redo", "-", "Tour &Properties", "&Site Frame",
                                         "&Narration Frame", "-", "&Find in Tour...", "Find Ne&xt"}));
         QCOMPARE(menus[2], (QStringList{"&Insert", "&Delete", "-", "Move &Forward", "Move &Back", "-",
-                                        "&Check All Stops..."}));
+                                        "&Check All Stops"}));
         QCOMPARE(menus[3], (QStringList{"&Prev", "&Next", "&Stop"}));
         QCOMPARE(menus[4], (QStringList{"&Refresh", "&Options...", "&Launching Information", "-",
                                         "&Stop List", "Stop &Panel"}));

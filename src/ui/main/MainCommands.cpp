@@ -69,7 +69,7 @@ constexpr MainCommand commands[] = {
      "Forward", "Push Stop Forward", true, false, 10},
     {"&Stops", "mnuStopsBack", "Move &Back", "Ctrl+Shift+PgUp", inWindow<&frmMain::moveBack>, "Back",
      "Push Stop Backward", true, true, 11, true},
-    {"&Stops", "mnuStopsCheck", "&Check All Stops...", "F9", inPart<&frmMain::editors, &Editors::checkStops>},
+    {"&Stops", "mnuStopsCheck", "&Check All Stops", "F9", inPart<&frmMain::editors, &Editors::checkStops>},
     {"&Navigate", "mnuNavigatePrev", "&Prev", "Ctrl+PgUp", inWindow<&frmMain::previous>, "Prev",
      "Go to Previous Stop", false, false, 12},
     {"&Navigate", "mnuNavigateNext", "&Next", "Ctrl+PgDown", inWindow<&frmMain::next>, "Next",
