@@ -64,7 +64,10 @@ frmCheck::frmCheck(ProgramParts parts, QWidget* parent)
     layout->addLayout(makeButtonRow());
     setupTabOrder();
     m_table->setMinimumHeight(leastTableHeight);
-    resize(usualSize);
+    // With large letters it would grow when it is shown, beyond the end of the screen.
+    ensurePolished();
+    layout->activate();
+    resize(usualSize.expandedTo({0, layout->totalMinimumHeightForWidth(usualSize.width())}));
     centreOverParent(*this);
     connect(&m_parts.check, &StopCheck::changed, this, &frmCheck::tourChangedNow);
     connect(&m_parts.check, &StopCheck::failed, this, &frmCheck::tellFailure);
