@@ -9,6 +9,7 @@
 #include "ui/WindowPlace.h"
 #include "ui/check/CheckModel.h"
 #include "ui/controls/FlowLayout.h"
+#include "ui/controls/RowTable.h"
 #include "ui/dialogs/DialogParts.h"
 
 #include <QComboBox>
@@ -18,8 +19,6 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QShortcut>
-#include <QTableView>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <map>
@@ -43,7 +42,7 @@ frmCheck::frmCheck(ProgramParts parts, QWidget* parent)
     , m_parts(std::move(parts))
     , m_rows(new CheckModel(this))
     , m_posting(new QComboBox(this))
-    , m_table(new QTableView(this))
+    , m_table(new RowTable(this))
     , m_progressText(makeTextLabel("lblProgress", QString(), this))
     , m_progress(new QProgressBar(this))
     , m_choice(new QPlainTextEdit(this)) {
@@ -112,31 +111,16 @@ void frmCheck::setupTable() {
     m_table->setObjectName(QStringLiteral("grdChecks"));
     m_table->setAccessibleName(tr("Stops"));
     m_table->setModel(m_rows);
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_table->setTabKeyNavigation(false);
-    m_table->setWordWrap(false);
-    m_table->setShowGrid(false);
-    m_table->verticalHeader()->hide();
-    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
     QHeaderView& header = *m_table->horizontalHeader();
-    header.setHighlightSections(false);
-    header.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header.setSectionResizeMode(CheckModel::stopColumn, QHeaderView::ResizeToContents);
     header.setSectionResizeMode(CheckModel::verdictColumn, QHeaderView::ResizeToContents);
     header.setSectionResizeMode(CheckModel::whyColumn, QHeaderView::Stretch);
     header.resizeSection(CheckModel::titleColumn, titleWidth);
-    connect(m_table, &QTableView::doubleClicked, this, &frmCheck::go);
+    m_table->giveRows();
+    connect(m_table, &RowTable::rowGiven, this, &frmCheck::go);
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmCheck::showChoice);
     connect(m_table->selectionModel(), &QItemSelectionModel::currentChanged, this, &frmCheck::showChoice);
-    // In the list, Return is not the default button's.
-    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
-        auto* const enter = new QShortcut(key, m_table);
-        enter->setContext(Qt::WidgetShortcut);
-        connect(enter, &QShortcut::activated, this, &frmCheck::go);
-    }
 }
 
 /// As they are seen.

@@ -13,11 +13,11 @@ class QLayout;
 class QPlainTextEdit;
 class QProgressBar;
 class QPushButton;
-class QTableView;
 
 namespace wendmark {
 
 class CheckModel;
+class RowTable;
 
 /// Says of every stop whether visitors see its page, and what can be done about those they do not. Not modal:
 /// the list fills while the author goes on working. Remedies go through the gate; each is one step of the
@@ -69,7 +69,7 @@ private:
     ProgramParts m_parts;
     CheckModel* m_rows;
     QComboBox* m_posting;                ///< cboPosting
-    QTableView* m_table;                 ///< grdChecks
+    RowTable* m_table;                   ///< grdChecks
     QLabel* m_progressText;              ///< lblProgress
     QProgressBar* m_progress;            ///< barProgress
     QPlainTextEdit* m_choice;            ///< txtChoice: about the chosen stop.

@@ -6,6 +6,7 @@
 #include "platform/Settings.h"
 #include "platform/Strings.h"
 #include "ui/WindowPlace.h"
+#include "ui/controls/RowTable.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/find/PlaceDelegate.h"
 #include "ui/find/PlaceModel.h"
@@ -17,7 +18,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QShortcut>
-#include <QTableView>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -50,7 +50,7 @@ frmFind::frmFind(ProgramParts parts, OpenStop openStop, QWidget* parent)
     , m_case(new QCheckBox(tr("Match &case"), this))
     , m_whole(new QCheckBox(tr("&Whole words"), this))
     , m_address(new QCheckBox(tr("Also in &addresses"), this))
-    , m_table(new QTableView(this))
+    , m_table(new RowTable(this))
     , m_count(makeTextLabel("lblFound", QString(), this))
     , m_notice(makeTextLabel("lblNotice", QString(), this)) {
     setObjectName(QStringLiteral("frmFind"));
@@ -131,33 +131,18 @@ void frmFind::setupTable() {
     m_table->setObjectName(QStringLiteral("grdPlaces"));
     m_table->setAccessibleName(tr("Places"));
     m_table->setModel(m_places);
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_table->setTabKeyNavigation(false);
-    m_table->setWordWrap(false);
-    m_table->setShowGrid(false);
-    m_table->verticalHeader()->hide();
-    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
     QHeaderView& header = *m_table->horizontalHeader();
-    header.setHighlightSections(false);
-    header.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header.setSectionResizeMode(PlaceModel::stopColumn, QHeaderView::ResizeToContents);
     header.setSectionResizeMode(PlaceModel::partColumn, QHeaderView::ResizeToContents);
     header.setSectionResizeMode(PlaceModel::textColumn, QHeaderView::Stretch);
     header.resizeSection(PlaceModel::titleColumn, titleWidth);
     m_table->setItemDelegateForColumn(PlaceModel::textColumn, new PlaceDelegate(m_table));
-    connect(m_table, &QTableView::doubleClicked, this, &frmFind::go);
+    m_table->giveRows();
+    connect(m_table, &RowTable::rowGiven, this, &frmFind::go);
 }
 
 void frmFind::setupShortcuts() {
-    // In the list, Return is not the default button's.
-    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
-        auto* const enter = new QShortcut(key, m_table);
-        enter->setContext(Qt::WidgetShortcut);
-        connect(enter, &QShortcut::activated, this, &frmFind::go);
-    }
     // The keys of the main window.
     new QShortcut(Qt::CTRL | Qt::Key_F, this, this, &frmFind::ask);
     new QShortcut(Qt::CTRL | Qt::Key_G, this, this, &frmFind::findNext);

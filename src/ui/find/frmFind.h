@@ -15,11 +15,11 @@ class QCheckBox;
 class QLabel;
 class QLayout;
 class QLineEdit;
-class QTableView;
 
 namespace wendmark {
 
 class PlaceModel;
+class RowTable;
 
 /// Finds words in all stops, goes to where they stand, and replaces them. Not modal: the places follow what
 /// becomes of the tour. Each command goes through the gate; replacing is one step of the history.
@@ -74,7 +74,7 @@ private:
     QCheckBox* m_case;    ///< chkMatchCase
     QCheckBox* m_whole;   ///< chkWholeWords
     QCheckBox* m_address; ///< chkAddresses
-    QTableView* m_table;  ///< grdPlaces
+    RowTable* m_table;    ///< grdPlaces
     QLabel* m_count;      ///< lblFound
     QLabel* m_notice;     ///< lblNotice: what has come of the last command.
     QTimer m_changes;     ///< Runs while the list has not caught up with tour and fields.

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QTableView>
+#include "ui/controls/RowTable.h"
 
 namespace wendmark {
 
 /// The table of a stop list. It knows whether what is dropped on it was dragged from itself.
-class StopTable final : public QTableView {
+class StopTable final : public RowTable {
     Q_OBJECT
 
 public:
