@@ -143,11 +143,13 @@ private slots:
     void slowPageThatIsLeftForAnotherIsNotVisited() {
         Session session;
         SiteEditor& open = session.open();
+        open.server.answer("/slow.htm", {200, {}, {}, 0, Kind::silence}); // Slower than any machine is busy.
         session.visit("/first.htm", "/first.htm");
         session.enter(open.served("/slow.htm"));
         QVERIFY(waitUntil([&] { return open.server.requestsFor("/slow.htm") > 0; }));
         QCOMPARE(open.address().currentText(), open.served("/slow.htm"));
         session.visit("/plain.htm", "/plain.htm");
+        open.server.answer("/slow.htm", {200, {}, "<title>Slow</title>slow", 300});
         open.click("Back");
         session.record(open.served("/first.htm"));
         session.verify(open.served("/first.htm"), {});

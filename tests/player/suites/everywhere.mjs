@@ -25,10 +25,12 @@ import { whereabouts } from './whereabouts.mjs';
 
 // What axe looks at does not depend on where the pages come from; what headers allow is told for web servers only.
 const suitesOfServers = [checkedByAxe, framing];
-const suites = [
-  stepping, contents, subStops, loadingAhead, leaving, standAlone, strangers, preview, edited, usable, waiting,
-  layout, places, hands, whereabouts, older, languagesOfTours, paper,
-];
+// Where a page comes from decides what its frames may ask of each other, what is remembered, and what an address is.
+const suitesOfOrigins = [stepping, loadingAhead, leaving, strangers, waiting, places, hands, whereabouts];
+// These ask the same of the templates from everywhere: in the short form they are played from a web server only.
+const suitesOfLooks = [contents, subStops, standAlone, preview, edited, usable, layout, older, languagesOfTours, paper];
+const suites = [...suitesOfOrigins, ...suitesOfLooks];
+const suitesFromDisk = process.env.PLAYER_FORM === 'short' ? suitesOfOrigins : suites;
 
 /** Those of these suites that the environment names in PLAYER_SUITES, with blanks between; without it all. */
 function chosen(offered) {
@@ -81,7 +83,7 @@ export function playEverywhere(browserName) {
         suite(context);
     });
     suitesInWay('from a web server', suites);
-    suitesInWay('from disk', suites);
+    suitesInWay('from disk', suitesFromDisk);
     suitesInWay('from a web server with https', [waiting]);
     suitesInWay('from a web server', suitesOfServers);
   });
