@@ -63,6 +63,10 @@ namespace checkSettings {
 /// Where the tour is posted that stops are judged for: "https", "http" or "disk".
 inline const Setting<QString> posting{"CheckPosting", QStringLiteral("https")};
 
+/// What the author has been told of pages and leaves as it is, "https refuses http://..." each: where the
+/// tour is posted, the verdict's name, the address.
+inline const Setting<QStringList> left{"CheckLeft", {}};
+
 } // namespace checkSettings
 
 namespace siteSettings {

@@ -166,6 +166,78 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!remark().contains("refuses frames"), patience);
     }
 
+    void whatIsLeftIsToldNoMore() {
+        OpenCheck open({"/deny.htm", "/plain.htm", "newpage.htm", "/deny.htm"});
+        auto& list = *open.window.findChild<QTableView*>("grdStops")->model();
+        const auto remark = [&] { return list.index(1, 3).data().toString(); };
+        open.openAndWait();
+        QTRY_VERIFY_WITH_TIMEOUT(remark().contains("refuses frames"), patience);
+        open.table().selectAll();
+        QVERIFY(!open.button("btnLeave").isChecked());
+        open.press("btnLeave");
+        QCOMPARE(open.verdict(1), QString("Refuses frames, left"));
+        QCOMPARE(open.verdict(4), QString("Refuses frames, left"));
+        QCOMPARE(open.verdict(2), QString("Plays"));
+        QCOMPARE(open.verdict(3), QString("No page yet")); // That is the author's own work.
+        QCOMPARE(open.progress(), QString("1 stop does not play."));
+        QTRY_VERIFY_WITH_TIMEOUT(!remark().contains("refuses frames"), patience);
+        QVERIFY(!open.program.model.tourChanged);
+        open.program.document.removeStops({3});
+        QTRY_COMPARE_WITH_TIMEOUT(open.progress(), QString("2 stops are left as they are, all others play."),
+                                  patience);
+        open.table().selectRow(0);
+        QVERIFY(open.button("btnLeave").isChecked());
+        QVERIFY2(open.choice().contains("You leave it as it is."), qPrintable(open.choice()));
+        open.table().selectRow(1);
+        QVERIFY(!open.button("btnLeave").isEnabled());
+        open.table().selectRow(0);
+        open.press("btnLeave");
+        QCOMPARE(open.verdict(1), QString("Refuses frames"));
+        QTRY_VERIFY_WITH_TIMEOUT(remark().contains("refuses frames"), patience);
+    }
+
+    void whatIsLeftIsForgottenWhenTheAnswerChanges() {
+        OpenCheck open({"/deny.htm"});
+        open.openAndWait();
+        open.table().selectRow(0);
+        open.press("btnLeave");
+        open.press("btnCheckAgain");
+        open.waitForAnswers();
+        QTRY_COMPARE_WITH_TIMEOUT(open.verdict(1), QString("Refuses frames, left"), patience); // As before.
+        const std::string address = open.address(1);
+        QVERIFY(LeftPages(open.program.settings).holds(Posting::https, Verdict::refuses, address));
+        const auto denial = LoopbackServer::Answer{200, {{"X-Frame-Options", "deny"}}, "no"};
+        open.server.page("/deny.htm", "<title>Open</title>");
+        open.press("btnCheckAgain");
+        open.waitForAnswers();
+        QTRY_VERIFY_WITH_TIMEOUT(!open.verdict(1).contains("left"), patience);
+        open.server.answer("/deny.htm", denial);
+        open.press("btnCheckAgain");
+        open.waitForAnswers();
+        QTRY_COMPARE_WITH_TIMEOUT(open.verdict(1), QString("Refuses frames"), patience);
+        QVERIFY(!LeftPages(open.program.settings).holds(Posting::https, Verdict::refuses, address));
+    }
+
+    void onlySoMuchIsLeft() {
+        UiFixture program;
+        const std::string strange = "http://\u00e4.example/a, b%20c \"d\"\n";
+        LeftPages left(program.settings);
+        left.add(Posting::disk, Verdict::slow, strange);
+        left.add(Posting::http, Verdict::slow, "http://a.example/ b");
+        left.keepOnly(Posting::http, Verdict::plays, "b"); // Another page than "http://a.example/ b".
+        QVERIFY(LeftPages(program.settings).holds(Posting::disk, Verdict::slow, strange));
+        QVERIFY(!LeftPages(program.settings).holds(Posting::https, Verdict::slow, strange));
+        QVERIFY(LeftPages(program.settings).holds(Posting::http, Verdict::slow, "http://a.example/ b"));
+        for (qsizetype n = 2; n < LeftPages::most; ++n)
+            left.add(Posting::https, Verdict::gone, std::to_string(n));
+        QVERIFY(left.holds(Posting::disk, Verdict::slow, strange));
+        left.add(Posting::https, Verdict::gone, "one more");
+        QVERIFY(!left.holds(Posting::disk, Verdict::slow, strange));
+        QVERIFY(left.holds(Posting::https, Verdict::gone, "one more"));
+        left.remove(Posting::https, Verdict::gone, "one more");
+        QVERIFY(!LeftPages(program.settings).holds(Posting::https, Verdict::gone, "one more"));
+    }
+
     void authorGoesOnWhilePagesAreAsked() {
         OpenCheck open({"/silent.htm", "/plain.htm"});
         open.open();

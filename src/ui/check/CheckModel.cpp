@@ -29,7 +29,8 @@ QString verdictOf(const StopCheck::Row& row) {
     }
     if (!row.stop.missingParts.empty())
         return CheckModel::tr("Files missing");
-    return toQString(wordsFor(row.verdict.verdict));
+    const QString words = toQString(wordsFor(row.verdict.verdict));
+    return row.isLeft ? CheckModel::tr("%1, left").arg(words) : words;
 }
 
 QString whyOf(const StopCheck::Row& row) {
@@ -41,7 +42,7 @@ QString whyOf(const StopCheck::Row& row) {
 QIcon iconOf(const StopCheck::Row& row) {
     if (row.state != StopCheck::State::known)
         return {};
-    if (!isShown(row.verdict.verdict))
+    if (!isShown(row.verdict.verdict) && !row.isLeft)
         return QIcon(QStringLiteral(":/icons/messageWarning.svg"));
     const bool plays = row.verdict.verdict == Verdict::plays && row.stop.missingParts.empty();
     return themedIcon(plays ? QStringLiteral("siteYes") : QStringLiteral("stopRemark"));
@@ -123,6 +124,8 @@ QString describe(const StopCheck::Row& row) {
                                  .left(longestShown));
         }
     }
+    if (row.isLeft)
+        sentences.append(CheckModel::tr("You leave it as it is."));
     if (row.stop.sameAs > 0)
         sentences.append(CheckModel::tr("Stop %1 shows the same page.").arg(row.stop.sameAs));
     const QString address = shown(row.stop.address);

@@ -4,27 +4,10 @@
 #include "platform/Settings.h"
 #include "platform/SettingsStore.h"
 
-#include <array>
 #include <numeric>
 #include <utility>
 
 namespace wendmark {
-
-namespace {
-
-/// In the order of the postings.
-constexpr std::array<QLatin1String, 3> postingNames = {QLatin1String("https"), QLatin1String("http"),
-                                                       QLatin1String("disk")};
-
-Posting postingNamed(const QString& name) {
-    for (std::size_t i = 0; i < postingNames.size(); ++i) {
-        if (name == postingNames.at(i))
-            return static_cast<Posting>(i);
-    }
-    return Posting::https;
-}
-
-} // namespace
 
 StopCheck::StopCheck(const TourDocument& document, SettingsStore& settings, PageCheck::Options options,
                      QObject* parent)
@@ -32,6 +15,7 @@ StopCheck::StopCheck(const TourDocument& document, SettingsStore& settings, Page
     , m_document(document)
     , m_settings(settings)
     , m_check(options, nullptr)
+    , m_left(settings)
     , m_posting(postingNamed(settings.read(checkSettings::posting))) {
     connect(&m_check, &PageCheck::found, this, &StopCheck::take);
     connect(&m_check, &PageCheck::failed, this, [this](const QString& reason) {
@@ -56,6 +40,7 @@ std::vector<StopCheck::Row> StopCheck::rows() const {
             row.state = State::unknown;
         else
             row.verdict = judgePage(found->second, audience);
+        row.isLeft = isLeft(row.stop.address, row.verdict);
         rows.push_back(std::move(row));
     }
     return rows;
@@ -68,10 +53,30 @@ std::optional<PageVerdict> StopCheck::verdictOn(const std::string& address) cons
     return judgePage(found->second, audienceOf(m_document.model(), m_posting));
 }
 
+bool StopCheck::isLeft(const std::string& address, const PageVerdict& verdict) const {
+    return verdict.verdict != Verdict::plays && m_left.holds(m_posting, verdict.verdict, address);
+}
+
+void StopCheck::setLeft(const StopNumbers& stops, bool left) {
+    const std::vector<Row> all = rows();
+    for (const std::int16_t number : stops) {
+        if (number < 1 || static_cast<std::size_t>(number) > all.size())
+            continue;
+        const Row& row = all.at(static_cast<std::size_t>(number - 1));
+        if (!row.canBeLeft())
+            continue;
+        if (left)
+            m_left.add(m_posting, row.verdict.verdict, row.stop.address);
+        else
+            m_left.remove(m_posting, row.verdict.verdict, row.stop.address);
+    }
+    emit changed();
+}
+
 void StopCheck::setPosting(Posting posting) {
     if (std::exchange(m_posting, posting) == posting)
         return;
-    m_settings.store(checkSettings::posting, QString(postingNames.at(static_cast<std::size_t>(posting))));
+    m_settings.store(checkSettings::posting, nameOf(posting));
     emit changed();
 }
 
@@ -111,6 +116,10 @@ void StopCheck::cancel() {
 void StopCheck::take(const PageFindings& findings) {
     m_asking.erase(findings.address);
     m_findings[findings.address] = findings;
+    for (const Posting posting : {Posting::https, Posting::http, Posting::disk}) {
+        const PageVerdict verdict = judgePage(findings, audienceOf(m_document.model(), posting));
+        m_left.keepOnly(posting, verdict.verdict, findings.address);
+    }
     ++m_found;
     emit changed();
 }

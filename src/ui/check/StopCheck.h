@@ -3,6 +3,7 @@
 #include "check/TourCheck.h"
 #include "commands/StopListCommands.h"
 #include "probe/PageCheck.h"
+#include "ui/check/LeftPages.h"
 
 #include <QObject>
 #include <map>
@@ -33,6 +34,12 @@ public:
         StopToCheck stop;
         State state = State::unknown;
         PageVerdict verdict; ///< When it is known.
+        bool isLeft = false; ///< The author knows, and leaves it as it is.
+
+        /// Whether there is an answer of the web's about it that the author can leave as it is.
+        bool canBeLeft() const {
+            return stop.asksTheWeb && state == State::known && verdict.verdict != Verdict::plays;
+        }
 
         friend bool operator==(const Row&, const Row&) = default;
     };
@@ -47,6 +54,13 @@ public:
 
     /// What was found out about the page of the web at this address; none: nothing.
     std::optional<PageVerdict> verdictOn(const std::string& address) const;
+
+    /// Whether the author knows that this is so of the page, and leaves it: nobody need be told.
+    bool isLeft(const std::string& address, const PageVerdict& verdict) const;
+
+    /// Remembers, until another answer comes, that the author leaves these stops as they are, or no longer
+    /// does. Of stops that play, or that the web is not asked about, there is nothing to remember.
+    void setLeft(const StopNumbers& stops, bool left);
 
     /// Where the tour lies that stops are judged for. Nothing is asked anew: what was found out holds for
     /// all.
@@ -77,6 +91,7 @@ private:
     const TourDocument& m_document;
     SettingsStore& m_settings;
     PageCheck m_check;
+    LeftPages m_left;
     Posting m_posting;
     std::map<std::string, PageFindings> m_findings; ///< By address.
     std::set<std::string> m_asking;                 ///< Addresses.

@@ -125,15 +125,11 @@ void frmCheck::setupTable() {
 
 /// As they are seen.
 void frmCheck::setupTabOrder() {
-    const QList<QWidget*> order = {m_posting,
-                                   findChild<QPushButton*>(QStringLiteral("btnCheckAll")),
-                                   m_checkAgain,
-                                   m_cancel,
-                                   m_table,
-                                   m_choice,
-                                   m_newAddress,
-                                   m_go,
-                                   findChild<QPushButton*>(QStringLiteral("btnClose"))};
+    const QList<QWidget*> order = {m_posting,    findChild<QPushButton*>(QStringLiteral("btnCheckAll")),
+                                   m_checkAgain, m_cancel,
+                                   m_table,      m_choice,
+                                   m_newAddress, m_leave,
+                                   m_go,         findChild<QPushButton*>(QStringLiteral("btnClose"))};
     for (qsizetype i = 1; i < order.size(); ++i)
         setTabOrder(order.at(i - 1), order.at(i));
 }
@@ -185,6 +181,9 @@ QLayout* frmCheck::makeButtonRow() {
     auto* const buttons = new FlowLayout(dialogGap);
     row->addLayout(buttons, 1);
     m_newAddress = addButton(*buttons, "btnNewAddress", tr("Use &New Address"), &frmCheck::useNewAddress);
+    m_leave = addButton(*buttons, "btnLeave", tr("&Leave It"), &frmCheck::leave);
+    m_leave->setCheckable(true);
+    m_leave->setToolTip(tr("Counts the chosen stops as settled, until their servers answer otherwise"));
     m_go = addButton(*buttons, "btnGo", tr("&Go to Stop"), &frmCheck::go);
     QPushButton* const close = makeButton("btnClose", tr("Clos&e"), this);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
@@ -219,27 +218,35 @@ void frmCheck::showRows() {
 
 void frmCheck::showProgress() {
     const StopCheck& check = m_parts.check;
-    const auto problems = std::ranges::count_if(m_rows->rows(), [](const StopCheck::Row& row) {
-        return row.state == StopCheck::State::known && !isShown(row.verdict.verdict);
-    });
-    const auto unknown = std::ranges::count_if(
-        m_rows->rows(), [](const StopCheck::Row& row) { return row.state != StopCheck::State::known; });
     m_cancel->setEnabled(check.isRunning());
     m_progress->setVisible(check.isRunning());
     m_progress->setRange(0, std::max(check.asked(), 1));
     m_progress->setValue(check.answered());
+    m_progressText->setText(stateOfAll());
+}
+
+/// A sentence.
+QString frmCheck::stateOfAll() const {
+    const StopCheck& check = m_parts.check;
+    const auto count = [this](auto matches) { return std::ranges::count_if(m_rows->rows(), matches); };
+    const auto isKnown = [](const StopCheck::Row& row) { return row.state == StopCheck::State::known; };
+    const auto problems = count([&](const StopCheck::Row& row) {
+        return isKnown(row) && !row.isLeft && !isShown(row.verdict.verdict);
+    });
+    const auto unknown = count([&](const StopCheck::Row& row) { return !isKnown(row); });
+    const auto left = count([](const StopCheck::Row& row) { return row.isLeft; });
     if (m_rows->rows().empty())
-        m_progressText->setText(tr("The tour has no stops yet."));
-    else if (check.isRunning())
-        m_progressText->setText(tr("%1 of %2 pages checked").arg(check.answered()).arg(check.asked()));
-    else if (problems > 0)
-        m_progressText->setText(problems == 1 ? tr("1 stop does not play.")
-                                              : tr("%1 stops do not play.").arg(problems));
-    else if (unknown > 0)
-        m_progressText->setText(unknown == 1 ? tr("1 stop is not checked.")
-                                             : tr("%1 stops are not checked.").arg(unknown));
-    else
-        m_progressText->setText(tr("Every stop plays."));
+        return tr("The tour has no stops yet.");
+    if (check.isRunning())
+        return tr("%1 of %2 pages checked").arg(check.answered()).arg(check.asked());
+    if (problems > 0)
+        return problems == 1 ? tr("1 stop does not play.") : tr("%1 stops do not play.").arg(problems);
+    if (unknown > 0)
+        return unknown == 1 ? tr("1 stop is not checked.") : tr("%1 stops are not checked.").arg(unknown);
+    if (left > 0)
+        return left == 1 ? tr("1 stop is left as it is, all others play.")
+                         : tr("%1 stops are left as they are, all others play.").arg(left);
+    return tr("Every stop plays.");
 }
 
 void frmCheck::showChoice() {
@@ -251,6 +258,11 @@ void frmCheck::showChoice() {
         stops, [&](std::int16_t stop) { return !rowOf(stop).verdict.newAddress.empty(); }));
     m_checkAgain->setEnabled(
         std::ranges::any_of(stops, [&](std::int16_t stop) { return rowOf(stop).stop.asksTheWeb; }));
+    const auto canBeLeft = [&](std::int16_t stop) { return rowOf(stop).canBeLeft(); };
+    m_leave->setEnabled(std::ranges::any_of(stops, canBeLeft));
+    m_leave->setChecked(m_leave->isEnabled() && std::ranges::all_of(stops, [&](std::int16_t stop) {
+                            return !canBeLeft(stop) || rowOf(stop).isLeft;
+                        }));
     m_go->setEnabled(!stops.empty());
     if (stops.empty())
         m_choice->clear();
@@ -327,6 +339,12 @@ void frmCheck::useNewAddress() {
             changed.push_back(stop);
         check(changed);
     });
+}
+
+/// Nothing of the tour changes, so it is no step of the history: the button takes it back.
+void frmCheck::leave() {
+    m_parts.check.setLeft(selectedStops(), m_leave->isChecked());
+    showRows();
 }
 
 void frmCheck::tourChangedNow() {

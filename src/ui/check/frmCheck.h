@@ -51,6 +51,7 @@ private:
     StopNumbers selectedStops() const;
     void showRows();
     void showProgress();
+    QString stateOfAll() const;
     void showChoice();
     void tellChoice(const QString& text);
 
@@ -62,6 +63,7 @@ private:
     void cancel();
     void go();
     void useNewAddress();
+    void leave();
 
     void tourChangedNow() override;
     void filesChanged() override { tourChangedNow(); }
@@ -77,6 +79,7 @@ private:
     QPushButton* m_cancel = nullptr;     ///< btnStop
     QPushButton* m_go = nullptr;         ///< btnGo
     QPushButton* m_newAddress = nullptr; ///< btnNewAddress
+    QPushButton* m_leave = nullptr;      ///< btnLeave: down while the chosen stops are left as they are.
     QTimer m_changes;                    ///< Runs while the list has not caught up.
 };
 

@@ -61,7 +61,7 @@ std::vector<StopListModel::Row> StopListModel::rowsNow() const {
         const std::string& address = m_document.model().stops.at(i + openingRows).stopURL;
         const std::optional<PageVerdict> verdict = m_check.verdictOn(address);
         rows[i].untested = !verdict && m_document.isUntested(address);
-        if (verdict && verdict->verdict != Verdict::plays) {
+        if (verdict && verdict->verdict != Verdict::plays && !m_check.isLeft(address, *verdict)) {
             rows[i].found = toQString(wordsFor(verdict->verdict)).toLower();
             rows[i].why = toQString(verdict->why);
         }
