@@ -21,6 +21,14 @@ write_castles() {
     write_stop Tower newpage.htm 'The flag.'
 }
 
+# Of pages at $origin.
+write_bridges() {
+    printf '<<<VoskInfo>>>#Author = Cy Poe\n\nBridges\n\n'
+    write_stop Stone "$origin/old-1" 'Of the Romans.'
+    write_stop Iron "$origin/old-2" 'Of the railway.'
+    write_stop Rope "$origin/silent" 'Of nobody.'
+}
+
 # make_tour NAME: published, so that it has all pages, with a logo of the author's own; a copy is kept to compare with.
 make_tour() {
     local folder=$app/MyTours/$1

@@ -94,7 +94,7 @@ QString textOf(Qt::Key key) {
 constexpr Qt::Key keys[] = {Qt::Key_Tab,   Qt::Key_Tab,       Qt::Key_Backtab, Qt::Key_Return, Qt::Key_Escape,
                             Qt::Key_Space, Qt::Key_Backspace, Qt::Key_Delete,  Qt::Key_Up,     Qt::Key_Down,
                             Qt::Key_Left,  Qt::Key_Right,     Qt::Key_Home,    Qt::Key_End,    Qt::Key_PageUp,
-                            Qt::Key_F10,   Qt::Key_PageDown};
+                            Qt::Key_F10,   Qt::Key_F9,        Qt::Key_PageDown};
 constexpr Qt::Key editingKeys[] = {Qt::Key_Z, Qt::Key_Z, Qt::Key_Y, Qt::Key_A, Qt::Key_C,     Qt::Key_V,
                                    Qt::Key_X, Qt::Key_B, Qt::Key_I, Qt::Key_U, Qt::Key_Return};
 /// None that leads to another folder in a name.
