@@ -3,28 +3,12 @@
 #include "commands/TourDocument.h"
 #include "platform/Settings.h"
 #include "platform/SettingsStore.h"
+#include "platform/Strings.h"
 
-#include <array>
 #include <numeric>
 #include <utility>
 
 namespace wendmark {
-
-namespace {
-
-/// In the order of the postings.
-constexpr std::array<QLatin1String, 3> postingNames = {QLatin1String("https"), QLatin1String("http"),
-                                                       QLatin1String("disk")};
-
-Posting postingNamed(const QString& name) {
-    for (std::size_t i = 0; i < postingNames.size(); ++i) {
-        if (name == postingNames.at(i))
-            return static_cast<Posting>(i);
-    }
-    return Posting::https;
-}
-
-} // namespace
 
 StopCheck::StopCheck(const TourDocument& document, SettingsStore& settings, PageCheck::Options options,
                      QObject* parent)
@@ -32,7 +16,7 @@ StopCheck::StopCheck(const TourDocument& document, SettingsStore& settings, Page
     , m_document(document)
     , m_settings(settings)
     , m_check(options, nullptr)
-    , m_posting(postingNamed(settings.read(checkSettings::posting))) {
+    , m_posting(postingNamed(toUtf8(settings.read(checkSettings::posting))).value_or(Posting::https)) {
     connect(&m_check, &PageCheck::found, this, &StopCheck::take);
     connect(&m_check, &PageCheck::failed, this, [this](const QString& reason) {
         cancel();
@@ -71,7 +55,7 @@ std::optional<PageVerdict> StopCheck::verdictOn(const std::string& address) cons
 void StopCheck::setPosting(Posting posting) {
     if (std::exchange(m_posting, posting) == posting)
         return;
-    m_settings.store(checkSettings::posting, QString(postingNames.at(static_cast<std::size_t>(posting))));
+    m_settings.store(checkSettings::posting, toQString(nameOf(posting)));
     emit changed();
 }
 
