@@ -10,8 +10,8 @@ to 100 stops; each is a web page, shown in a large frame above the author's
 own words and a small navigator. Wendmark turns the list into a folder of
 plain pages that plays in any browser, from a web server or from disk.
 .
-The package holds the window program, wendmark, and wendmark-tour, which makes
-and publishes tours without a window.")
+The package holds the window program, wendmark, and wendmark-tour, which makes,
+publishes and checks tours without a window.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 
 namespace wendmark {
 
@@ -33,6 +32,9 @@ constexpr std::array<VerdictText, 11> texts = {{
     {"slow", "Slow", "Visitors see the page after a long wait."},
     {"plays", "Plays", "Visitors see the page."},
 }};
+
+/// In the order of the postings.
+constexpr std::array<std::string_view, 3> postings = {"https", "http", "disk"};
 
 const VerdictText& textOf(Verdict verdict) {
     return texts.at(static_cast<std::size_t>(verdict));
@@ -69,7 +71,7 @@ std::string newAddressOf(const PageFindings& findings) {
 FramingVerdict policyFor(const Audience& audience, const std::vector<HttpAnswer>& answers) {
     if (audience.posting == Posting::disk)
         return framingPolicyFromDisk(answers);
-    const std::string_view scheme = audience.posting == Posting::https ? "https" : "http";
+    const std::string_view scheme = nameOf(audience.posting);
     std::vector<WebOrigin> sites = audience.sites;
     std::erase_if(sites, [&](const WebOrigin& site) { return site.scheme != scheme; });
     if (sites.empty())
@@ -240,6 +242,21 @@ std::string_view visitorsSee(Verdict verdict) {
 
 bool isShown(Verdict verdict) {
     return verdict == Verdict::moved || verdict == Verdict::slow || verdict == Verdict::plays;
+}
+
+std::string_view nameOf(Posting posting) {
+    return postings.at(static_cast<std::size_t>(posting));
+}
+
+std::optional<Posting> postingNamed(std::string_view name) {
+    const auto* const found = std::ranges::find(postings, name);
+    return found == postings.end() ? std::nullopt
+                                   : std::optional(static_cast<Posting>(found - postings.begin()));
+}
+
+std::vector<std::string_view> remediesFor(const PageVerdict& verdict) {
+    return verdict.newAddress.empty() ? std::vector<std::string_view>()
+                                      : std::vector<std::string_view>{"new-address"};
 }
 
 PageVerdict judgePage(const PageFindings& findings, const Audience& audience) {

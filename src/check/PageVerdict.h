@@ -3,6 +3,7 @@
 #include "publish/FramingPolicy.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,6 +40,12 @@ bool isShown(Verdict verdict);
 
 /// Where the tour lies that visitors play.
 enum class Posting { https, http, disk };
+
+/// Name for other programs, for example "disk".
+std::string_view nameOf(Posting posting);
+
+/// None for other names.
+std::optional<Posting> postingNamed(std::string_view name);
 
 struct Audience {
     Posting posting = Posting::https;
@@ -88,6 +95,10 @@ struct PageVerdict {
 
     friend bool operator==(const PageVerdict&, const PageVerdict&) = default;
 };
+
+/// What the program can do for the stop, in words for other programs: "new-address" where the server names
+/// another address for good.
+std::vector<std::string_view> remediesFor(const PageVerdict& verdict);
 
 /// What the browser has shown and said decides whether a page plays or refuses; what servers answer to the
 /// program's own request explains, and tells what this computer cannot show.

@@ -58,11 +58,6 @@ void judgeFile(StopToCheck& stop, const StopLook& look, const Workspace& workspa
     }
 }
 
-/// What makes two addresses those of one page.
-std::string pageOf(const std::string& address) {
-    return address.substr(0, address.find('#'));
-}
-
 } // namespace
 
 std::vector<StopToCheck> stopsToCheck(const TourModel& tour, const Workspace& workspace) {
@@ -88,6 +83,17 @@ std::vector<StopToCheck> stopsToCheck(const TourModel& tour, const Workspace& wo
         stops.push_back(std::move(stop));
     }
     return stops;
+}
+
+std::string pageOf(const std::string& address) {
+    return address.substr(0, address.find('#'));
+}
+
+Posting usualPosting(const TourModel& tour) {
+    const std::vector<WebOrigin> sites = audienceOf(tour, Posting::https).sites;
+    const bool isPlain =
+        std::ranges::all_of(sites, [](const WebOrigin& site) { return site.scheme == "http"; });
+    return isPlain && !sites.empty() ? Posting::http : Posting::https;
 }
 
 Audience audienceOf(const TourModel& tour, Posting posting) {

@@ -28,6 +28,13 @@ struct StopToCheck {
 /// All stops that are held, in their order. Looks at the files of the working copy.
 std::vector<StopToCheck> stopsToCheck(const TourModel& tour, const Workspace& workspace);
 
+/// The same for all addresses that lead to one page: without what stands behind "#".
+std::string pageOf(const std::string& address);
+
+/// Where visitors play the tour as far as its launching points say: on http when all of the web are there,
+/// else on https.
+Posting usualPosting(const TourModel& tour);
+
 /// Visitors on https, http or disk, who start the tour from its launching points.
 Audience audienceOf(const TourModel& tour, Posting posting);
 

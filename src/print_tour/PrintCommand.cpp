@@ -1,7 +1,5 @@
 #include "print_tour/PrintCommand.h"
 
-#include "base/Files.h"
-#include "model/ScriptFile.h"
 #include "platform/Strings.h"
 #include "publish/PrintedTour.h"
 #include "tour_cli/Folders.h"
@@ -16,20 +14,6 @@
 namespace wendmark::cli {
 
 namespace {
-
-/// Reads the tour as the window program opens it, without touching its folder.
-Outcome readTour(TourRun& run, const std::string& tour) {
-    Outcome usable = checkTitle(tour);
-    if (!usable.ok())
-        return usable;
-    run.start();
-    run.workspace().initTourDefaults();
-    run.workspace().setTourPath(tour);
-    readScriptFile(run.context(), files::join(tour, "script.txt"));
-    // An opened tour has its placeholders and the marks of its paragraphs.
-    static_cast<void>(composeScript(run.model()));
-    return run.outcome();
-}
 
 StopRange wantedRange(const PrintRequest& request, const TourModel& model) {
     return {request.from.value_or(1), request.toStop.value_or(model.stopCount())};
@@ -63,12 +47,11 @@ Outcome writePdf(const PrintedTour& printed, const TourModel& model, const std::
 Outcome runPrint(const PrintRequest& request, std::ostream& output, std::ostream& errors) {
     const std::string tour = absoluteFolder(request.tour);
     const std::string path = absoluteFolder(request.to);
-    WorkspaceFolders folders = runFolders({});
-    folders.newTourPath = files::join(tour, ""); // Nothing is edited, so no copy is needed.
+    const WorkspaceFolders folders = foldersForReading(tour);
     TourRun run(folders, errors);
     Outcome outcome = checkTour(tour, folders);
     if (outcome.ok())
-        outcome = readTour(run, tour);
+        outcome = run.readInPlace(tour);
     if (!outcome.ok())
         return outcome;
     const TourModel& model = run.model();

@@ -10,7 +10,6 @@ namespace wendmark {
 namespace {
 
 constexpr std::size_t mostRedirects = 20; // As browsers allow.
-constexpr int patience = 10000;           // Milliseconds without a sign of the server.
 
 /// What browsers say of a request for the page of a frame. They say where it comes from to servers only that
 /// nobody can listen to.
@@ -41,8 +40,8 @@ RequestFailure failureFrom(QNetworkReply::NetworkError error) {
 
 } // namespace
 
-HeaderRequest::HeaderRequest(const QUrl& address, QString userAgent, QObject* parent)
-    : QObject(parent), m_userAgent(std::move(userAgent)) {
+HeaderRequest::HeaderRequest(const QUrl& address, QString userAgent, int patience, QObject* parent)
+    : QObject(parent), m_userAgent(std::move(userAgent)), m_patience(patience) {
     ask(address);
 }
 
@@ -61,7 +60,7 @@ void HeaderRequest::ask(const QUrl& address) {
     request.setRawHeader("Accept", "text/html,application/xhtml+xml,application/xml;q=0.9,*/*;q=0.8");
     addFetchLines(request);
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
-    request.setTransferTimeout(patience);
+    request.setTransferTimeout(m_patience);
     QNetworkReply* const reply = m_network.get(request);
     m_reply = reply;
     connect(reply, &QNetworkReply::metaDataChanged, this, [this, reply] { takeOver(*reply); });

@@ -18,9 +18,12 @@ class HeaderRequest final : public QObject {
     Q_OBJECT
 
 public:
+    static constexpr int usualPatience = 10'000;
+
     /// Sends the request at once, in the name of the browser `userAgent`. Addresses that are not of the web
-    /// are not asked for.
-    HeaderRequest(const QUrl& address, QString userAgent, QObject* parent = nullptr);
+    /// are not asked for. A server without a sign for `patience` milliseconds is given up.
+    HeaderRequest(const QUrl& address, QString userAgent, int patience = usualPatience,
+                  QObject* parent = nullptr);
     ~HeaderRequest() override;
 
     /// True when the last answer has come, and when there is none to wait for any more.
@@ -45,6 +48,7 @@ private:
 
     QNetworkAccessManager m_network;
     QString m_userAgent;
+    int m_patience;
     QPointer<QNetworkReply> m_reply;
     std::vector<HttpAnswer> m_answers;
     RequestFailure m_failure = RequestFailure::none;

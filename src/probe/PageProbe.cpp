@@ -24,7 +24,7 @@ PageProbe::PageProbe(QWebEngineProfile& profile, FramePages& pages, const std::s
     , m_patience(patience)
     , m_framing(std::move(framing))
     , m_page(new BrowserPage(profile, this))
-    , m_request(QUrl(toQString(address)), profile.httpUserAgent()) {
+    , m_request(QUrl(toQString(address)), profile.httpUserAgent(), patience.page) {
     m_findings.address = address;
     m_findings.framedBy = originOf(toUtf8(m_framing.toString(QUrl::FullyEncoded))).value_or(WebOrigin());
     m_page->setUnattended();

@@ -23,7 +23,7 @@ class PageProbe final : public QObject {
 public:
     /// What is waited for, in milliseconds.
     struct Patience {
-        int page = 30'000; ///< For the page to come.
+        int page = 30'000; ///< For the page to come, and for a sign of the server.
         int rest = 5'000;  ///< Further, for what belongs to it.
         int late = 500;    ///< Further: scripts that leave the frame may begin late.
     };

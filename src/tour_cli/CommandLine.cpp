@@ -72,21 +72,28 @@ std::optional<std::string> optionValue(const ParsedWords& parsed, const std::str
     return found == parsed.options.end() ? std::nullopt : std::optional(found->second);
 }
 
-/// What is wrong with words that are all understood one by one; empty when nothing is.
-std::string complaint(const ParsedWords& parsed, const std::string& command, const std::string& operandName) {
+/// What is wrong with words that are all understood one by one, where any number of operands may be named;
+/// empty when nothing is.
+std::string complaintOfMany(const ParsedWords& parsed, const std::string& command,
+                            const std::string& operandName) {
     if (!parsed.error.empty())
         return parsed.error;
     if (parsed.operands.empty())
         return command + " needs a " + operandName;
-    if (parsed.operands.size() > 1)
-        return command + " takes one " + operandName + ", not also " + parsed.operands[1];
-    if (parsed.operands.front().empty())
+    if (std::ranges::find(parsed.operands, "") != parsed.operands.end())
         return "the name of the " + operandName + " is empty";
     for (const auto& [name, value] : parsed.options) {
         if (value.empty() && name != "help")
             return "the value of the option --" + name + " is empty";
     }
     return {};
+}
+
+/// Same where one operand is.
+std::string complaint(const ParsedWords& parsed, const std::string& command, const std::string& operandName) {
+    if (parsed.error.empty() && parsed.operands.size() > 1)
+        return command + " takes one " + operandName + ", not also " + parsed.operands[1];
+    return complaintOfMany(parsed, command, operandName);
 }
 
 Request parsePublish(const std::vector<std::string>& words) {
@@ -118,8 +125,8 @@ Request parseNew(const std::vector<std::string>& words) {
     return NewRequest{parsed.operands.front(), trimmed, optionValue(parsed, "template")};
 }
 
-/// A number that is too large for its type is as good as the largest.
-std::optional<std::int32_t> stopNumber(const std::string& text) {
+/// One that is too large for its type is as good as the largest.
+std::optional<std::int32_t> wholeNumber(const std::string& text) {
     const bool negative = text.front() == '-';
     const std::string digits = text.substr(negative ? 1 : 0);
     if (digits.empty() || digits.find_first_not_of("0123456789") != std::string::npos)
@@ -145,9 +152,42 @@ Request parsePrint(const std::vector<std::string>& words) {
     for (const auto& [name, number] :
          {std::pair("from", &request.from), std::pair("to-stop", &request.toStop)}) {
         const std::optional<std::string> value = optionValue(parsed, name);
-        if (value && !(*number = stopNumber(*value)))
+        if (value && !(*number = wholeNumber(*value)))
             return UsageError{std::string("the value of the option --") + name + " is no number"};
     }
+    return request;
+}
+
+/// Sets the number that an option gives; what is wrong with it, or nothing.
+std::string takeNumber(const ParsedWords& parsed, const std::string& name, std::int32_t most,
+                       std::optional<std::int32_t>& number) {
+    const std::optional<std::string> value = optionValue(parsed, name);
+    if (!value)
+        return {};
+    number = wholeNumber(*value);
+    if (number && *number >= 1 && *number <= most)
+        return {};
+    return "the value of the option --" + name + " is no number from 1 to " + std::to_string(most);
+}
+
+Request parseCheck(const std::vector<std::string>& words) {
+    static const std::vector<std::string> optionNames{"for", "json", "jobs", "timeout"};
+    const ParsedWords parsed = WordSorter(words, optionNames).sort("check");
+    if (parsed.options.contains("help"))
+        return HelpRequest{};
+    if (const std::string wrong = complaintOfMany(parsed, "check", "TOUR"); !wrong.empty())
+        return UsageError{wrong};
+    CheckRequest request{parsed.operands, {}, optionValue(parsed, "json"), {}, {}};
+    if (const std::optional<std::string> posting = optionValue(parsed, "for")) {
+        request.posting = postingNamed(*posting);
+        if (!request.posting)
+            return UsageError{"the value of the option --for is neither https nor http nor disk"};
+    }
+    std::string wrong = takeNumber(parsed, "jobs", mostJobs, request.jobs);
+    if (wrong.empty())
+        wrong = takeNumber(parsed, "timeout", longestTimeout, request.timeout);
+    if (!wrong.empty())
+        return UsageError{wrong};
     return request;
 }
 
@@ -164,6 +204,8 @@ Request parseCommandLine(const std::vector<std::string>& words) {
         return parseNew(rest);
     if (command == "print")
         return parsePrint(rest);
+    if (command == "check")
+        return parseCheck(rest);
     if (command == "--help" || command == "-h")
         return HelpRequest{};
     if (command == "--version")
@@ -175,15 +217,17 @@ std::string helpText() {
     return R"(Usage: wendmark-tour publish TOUR [--into FOLDER] [--template FOLDER] [--working-copy FOLDER]
        wendmark-tour new FOLDER --title TITLE [--template FOLDER]
        wendmark-tour print TOUR --to FILE.pdf [--from N] [--to-stop M]
+       wendmark-tour check TOUR... [--for https|http|disk] [--json FILE] [--jobs N] [--timeout SECONDS]
        wendmark-tour --help | --version
 
-Makes Wendmark tours without a window.
+Makes and checks Wendmark tours without a window.
 
 Commands:
   publish TOUR             read the script of the tour in the folder TOUR, generate all its pages
                            and save them, ready to be played from playtour.htm
   new FOLDER               make a new tour in FOLDER, which must not exist yet
   print TOUR               print the tour's script into a PDF file, three stops to a page
+  check TOUR...            say of every stop of the tours whether visitors see its page, and why not
 
 Options:
   --into FOLDER            save there instead of in TOUR; made if it is missing
@@ -193,12 +237,18 @@ Options:
   --to FILE.pdf            the PDF file; one that is there is replaced
   --from N                 print from stop N on instead of from the first
   --to-stop M              print up to stop M instead of up to the last
+  --for https|http|disk    where visitors play the tours from; without it, http where all launching points
+                           of a tour are there, else https
+  --json FILE              write what was found out as JSON, too; to the standard output, "-", alone
+  --jobs N                 ask for at most N pages at once, 1 to 24 (24), and at most 4 of one server
+  --timeout SECONDS        wait so long for a page, 1 to 600 (30)
   --help                   show this text
   --version                show the version
   --                       what follows is no option, even if it begins with a dash
 
 Errors in lines of a script go to the standard error stream, one a line; the rest of the script is used.
-Exit status: 0 done, 1 it could not be done and nothing was changed, 2 the command line is wrong.
+Exit status: 0 done, 1 it could not be done and nothing was changed, 2 the command line is wrong. Of check: 0 all
+stops play, 1 not all do or a tour could not be read, 2 also when the program that checks is not installed.
 )";
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "check/PageVerdict.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -33,13 +35,24 @@ struct PrintRequest {
     std::optional<std::int32_t> toStop;
 };
 
+struct CheckRequest {
+    std::vector<std::string> tours;      ///< At least one.
+    std::optional<Posting> posting;      ///< Default: what the launching points of each tour say.
+    std::optional<std::string> json;     ///< The file; "-" is the standard output.
+    std::optional<std::int32_t> jobs;    ///< Pages at once, 1 to mostJobs.
+    std::optional<std::int32_t> timeout; ///< Seconds, 1 to longestTimeout.
+};
+
+inline constexpr std::int32_t mostJobs = 24;
+inline constexpr std::int32_t longestTimeout = 600;
+
 /// Why the command line cannot be understood, in one sentence without a full stop.
 struct UsageError {
     std::string message;
 };
 
-using Request =
-    std::variant<HelpRequest, VersionRequest, PublishRequest, NewRequest, PrintRequest, UsageError>;
+using Request = std::variant<HelpRequest, VersionRequest, PublishRequest, NewRequest, PrintRequest,
+                             CheckRequest, UsageError>;
 
 /// Understands the words after the program's name.
 Request parseCommandLine(const std::vector<std::string>& words);

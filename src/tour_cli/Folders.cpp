@@ -63,6 +63,12 @@ WorkspaceFolders runFolders(const std::optional<std::string>& templateFolder) {
     return folders;
 }
 
+WorkspaceFolders foldersForReading(const std::string& tour) {
+    WorkspaceFolders folders = runFolders({});
+    folders.newTourPath = files::join(tour, "");
+    return folders;
+}
+
 Outcome checkTour(const std::string& tour, const WorkspaceFolders& folders) {
     const WorkspaceFolders own = WorkspaceFolders::inside(folders.appPath);
     const std::string message = reservedTourMessage(own, tour);

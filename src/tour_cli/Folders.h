@@ -21,6 +21,9 @@ bool isInside(const std::string& path, const std::string& folder);
 /// The fixed folders of the program, with the templates from elsewhere if they are named.
 WorkspaceFolders runFolders(const std::optional<std::string>& templateFolder);
 
+/// Same for a run that only reads a tour: its own folder is the working copy.
+WorkspaceFolders foldersForReading(const std::string& tour);
+
 /// Fails for a folder of the window program's own, by whatever way it is reached: no tour is kept in one.
 Outcome checkTour(const std::string& tour, const WorkspaceFolders& folders);
 

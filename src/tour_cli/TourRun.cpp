@@ -1,7 +1,9 @@
 #include "tour_cli/TourRun.h"
 
+#include "base/Files.h"
 #include "commands/TourCommands.h"
 #include "model/ScriptFile.h"
+#include "tour_cli/Folders.h"
 
 #include <ostream>
 
@@ -33,6 +35,19 @@ TourRun::TourRun(const WorkspaceFolders& folders, std::ostream& errors)
 void TourRun::start() {
     startProgram(m_context, m_options);
     readScriptFile(m_context, m_workspace.templateFile("script.txt"));
+}
+
+Outcome TourRun::readInPlace(const std::string& tour) {
+    Outcome usable = checkTitle(tour);
+    if (!usable.ok())
+        return usable;
+    start();
+    m_workspace.initTourDefaults();
+    m_workspace.setTourPath(tour);
+    readScriptFile(m_context, files::join(tour, "script.txt"));
+    // An opened tour has its placeholders and the marks of its paragraphs.
+    static_cast<void>(composeScript(m_model));
+    return m_log.outcome();
 }
 
 void TourRun::printWarnings() {

@@ -57,6 +57,10 @@ public:
     /// The working copy stays as it is, since Open and New fill it themselves.
     void start();
 
+    /// Reads a tour as the window program opens it, where it lies: the working copy, which is the tour's own
+    /// folder for this, is not touched.
+    Outcome readInPlace(const std::string& tour);
+
     /// What was left out on purpose, one line each, on the error stream.
     void printWarnings();
 

@@ -35,14 +35,23 @@ struct Runner {
     }
     /// Laying out pages needs more libraries than everything else together: a program beside this one does
     /// it.
-    int operator()(const PrintRequest&) const {
-        const std::string program = files::join(programFolder(), "print-tour");
-        execv(program.c_str(), words);
-        return exitStatusOf(Outcome::failure("start", program, {errno, std::generic_category()}));
+    int operator()(const PrintRequest&) const { return exitStatusOf(become("print-tour")); }
+    /// Same for the browser engine.
+    int operator()(const CheckRequest&) const {
+        exitStatusOf(become("check-tour"));
+        return wrongUse; // Status 1 speaks of the tours.
     }
     int operator()(const UsageError& error) const {
         std::cerr << "wendmark-tour: " << error.message << "; see wendmark-tour --help\n";
         return wrongUse;
+    }
+
+private:
+    /// Returns only when that program cannot be started.
+    Outcome become(std::string_view helper) const {
+        const std::string program = files::join(programFolder(), helper);
+        execv(program.c_str(), words);
+        return Outcome::failure("start", program, {errno, std::generic_category()});
     }
 };
 

@@ -172,6 +172,8 @@ TEST(PageVerdict, permanentRedirectsNameTheNewAddress) {
     EXPECT_EQ(verdict.verdict, Verdict::moved);
     EXPECT_EQ(verdict.newAddress, "https://a.example/c#part");
     EXPECT_EQ(verdict.finalAddress, "https://a.example/d");
+    EXPECT_THAT(remediesFor(verdict), ElementsAre("new-address"));
+    EXPECT_THAT(remediesFor({}), IsEmpty());
     EXPECT_EQ(verdictOf(shown({answer(302, {{"Location", "/b"}}), answer(200)})), Verdict::plays);
 }
 
@@ -181,6 +183,14 @@ TEST(PageVerdict, slowPageIsToldAfterEightSeconds) {
     EXPECT_EQ(verdictOf(findings), Verdict::plays);
     findings.milliseconds = 8001;
     EXPECT_EQ(verdictOf(findings), Verdict::slow);
+}
+
+TEST(PageVerdict, everyPostingIsKnownByItsName) {
+    for (const Posting posting : {Posting::https, Posting::http, Posting::disk})
+        EXPECT_EQ(postingNamed(nameOf(posting)), posting);
+    EXPECT_EQ(nameOf(Posting::disk), "disk");
+    EXPECT_EQ(postingNamed("Disk"), std::nullopt);
+    EXPECT_EQ(postingNamed(""), std::nullopt);
 }
 
 TEST(PageVerdict, everyVerdictHasItsWords) {

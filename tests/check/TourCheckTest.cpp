@@ -77,6 +77,19 @@ TEST_F(TourCheckTest, toursOfNoAndOfAHundredStops) {
     EXPECT_THAT(stops(), SizeIs(100));
 }
 
+TEST_F(TourCheckTest, launchingPointsSayWhereTheTourIsPlayed) {
+    const auto usualWith = [this](std::initializer_list<const char*> points) {
+        tour.model.launchURLCount = 0;
+        for (const char* point : points)
+            tour.model.launchURL.at(static_cast<std::size_t>(tour.model.launchURLCount++)) = point;
+        return usualPosting(tour.model);
+    };
+    EXPECT_EQ(usualWith({}), Posting::https);
+    EXPECT_EQ(usualWith({"start.htm"}), Posting::https);
+    EXPECT_EQ(usualWith({"start.htm", "http://a.example/"}), Posting::http);
+    EXPECT_EQ(usualWith({"http://a.example/", "https://a.example/"}), Posting::https);
+}
+
 TEST_F(TourCheckTest, audienceStartsFromTheLaunchingPoints) {
     tour.model.launchURLCount = 3;
     tour.model.launchURL[0] = "https://M.example/start.htm";

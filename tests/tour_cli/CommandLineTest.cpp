@@ -1,5 +1,7 @@
 #include "tour_cli/CommandLine.h"
 
+#include "check/PageQueue.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -118,6 +120,32 @@ TEST(CommandLine, printNeedsATourAndAFile) {
               "the value of the option --to is empty");
 }
 
+TEST(CommandLine, checkTakesAnyNumberOfTours) {
+    const auto plain = parsed<CheckRequest>({"check", "tour"});
+    EXPECT_THAT(plain.tours, ::testing::ElementsAre("tour"));
+    EXPECT_EQ(plain.posting, std::nullopt);
+    EXPECT_EQ(plain.json, std::nullopt);
+    EXPECT_EQ(plain.jobs, std::nullopt);
+    EXPECT_EQ(plain.timeout, std::nullopt);
+    const auto whole = parsed<CheckRequest>(
+        {"check", "a", "--for", "disk", "b", "--json=-", "--jobs", "24", "a", "--timeout=600"});
+    EXPECT_THAT(whole.tours, ::testing::ElementsAre("a", "b", "a"));
+    EXPECT_EQ(whole.posting, Posting::disk);
+    EXPECT_EQ(whole.json, "-");
+    EXPECT_EQ(whole.jobs, 24);
+    EXPECT_EQ(whole.timeout, 600);
+}
+
+TEST(CommandLine, checkRefusesNumbersThatAreNoneOrOutsideTheirRange) {
+    for (const std::string wrong : {"0", "-1", "25", "99999999999", "two", "2.5", "2x", " 2", "+2"})
+        EXPECT_EQ(parsed<UsageError>({"check", "tour", "--jobs", wrong}).message,
+                  "the value of the option --jobs is no number from 1 to 24");
+    for (const std::string wrong : {"0", "601", "1s"})
+        EXPECT_EQ(parsed<UsageError>({"check", "tour", "--timeout", wrong}).message,
+                  "the value of the option --timeout is no number from 1 to 600");
+    EXPECT_EQ(mostJobs, PageQueue::Limits().pages);
+}
+
 TEST(CommandLine, titleLosesTheBlanksAtItsEnds) {
     EXPECT_EQ(parsed<NewRequest>({"new", "folder", "--title", "  Pflanzen der Wüste "}).title,
               "Pflanzen der Wüste");
@@ -129,6 +157,7 @@ TEST(CommandLine, helpIsGivenBeforeAndAfterACommand) {
     parsed<HelpRequest>({"publish", "--help"});
     parsed<HelpRequest>({"publish", "tour", "-h"});
     parsed<HelpRequest>({"new", "--help"});
+    parsed<HelpRequest>({"check", "--help"});
 }
 
 TEST(CommandLine, versionIsAsked) {
@@ -165,6 +194,14 @@ TEST(CommandLine, wrongUseSaysWhatIsWrong) {
         {{"new", "folder", "--title", "two\nlines"}, "the tour's title must be one line"},
         {{"new", "folder", "--title", "two\rlines"}, "the tour's title must be one line"},
         {{"new", "folder", "--title", "T", "--into", "www"}, "new has no option --into"},
+        {{"check"}, "check needs a TOUR"},
+        {{"check", "--jobs", "2"}, "check needs a TOUR"},
+        {{"check", "a", ""}, "the name of the TOUR is empty"},
+        {{"check", "a", "--for"}, "the option --for needs a value"},
+        {{"check", "a", "--for", "HTTPS"},
+         "the value of the option --for is neither https nor http nor disk"},
+        {{"check", "a", "--json", ""}, "the value of the option --json is empty"},
+        {{"check", "a", "--into", "f"}, "check has no option --into"},
     };
     for (const WrongUse& wrong : cases) {
         SCOPED_TRACE(::testing::PrintToString(wrong.words));
@@ -173,8 +210,9 @@ TEST(CommandLine, wrongUseSaysWhatIsWrong) {
 }
 
 TEST(CommandLine, helpNamesEveryCommandAndOption) {
-    for (const std::string word : {"publish TOUR", "new FOLDER", "--into", "--template", "--working-copy",
-                                   "--title", "--help", "--version", "Exit status"})
+    for (const std::string word :
+         {"publish TOUR", "new FOLDER", "check TOUR", "--for", "--json", "--jobs", "--timeout", "--into",
+          "--template", "--working-copy", "--title", "--help", "--version", "Exit status"})
         EXPECT_THAT(helpText(), ::testing::HasSubstr(word));
 }
 

@@ -39,8 +39,9 @@ TEST_F(InstallTest, manualPageRendersWithoutAWarning) {
         ProgramRun(WENDMARK_GROFF).run({"-man", "-Tutf8", "-ww", "-P-cbou", WENDMARK_MANUAL_PAGE});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.errors, "");
-    for (const std::string word : {"publish", "print", "--into", "--template", "--working-copy", "--title",
-                                   "--from", "--to-stop", "--version"})
+    for (const std::string word :
+         {"publish", "print", "check", "--for", "--json", "--jobs", "--timeout", "--into", "--template",
+          "--working-copy", "--title", "--from", "--to-stop", "--version"})
         EXPECT_THAT(result.output, ::testing::HasSubstr(word));
 }
 

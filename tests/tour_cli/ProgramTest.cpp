@@ -36,6 +36,13 @@ TEST_F(ProgramTest, wrongUseEndsWithStatusTwoAndOneSentence) {
                                                          {"new", scratch / "new"},
                                                          {"print", tour},
                                                          {"print", tour, "--to", "a.pdf", "--from", "two"},
+                                                         {"check"},
+                                                         {"check", ""},
+                                                         {"check", tour, "--for", "ftp"},
+                                                         {"check", tour, "--jobs", "0"},
+                                                         {"check", tour, "--jobs=25"},
+                                                         {"check", tour, "--timeout", "601"},
+                                                         {"check", tour, "--json"},
                                                          {"publish", tour, tour}};
     for (const auto& words : cases) {
         SCOPED_TRACE(::testing::PrintToString(words));
@@ -60,6 +67,14 @@ TEST_F(ProgramTest, printingNeedsTheProgramBesideThisOne) {
     const ProgramRun alone = programInFolder(scratch / "app");
     expectFailure(alone, {"print", tour, "--to", scratch / "tour.pdf"},
                   {"cannot start", "app/print-tour", "No such file"});
+}
+
+TEST_F(ProgramTest, checkingNeedsTheProgramBesideThisOneAndSaysNothingOfTheTourWithoutIt) {
+    const ProgramResult result = programInFolder(scratch / "app").run({"check", tour});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, "wendmark-tour: cannot start " + (scratch / "app/check-tour") +
+                                 ": No such file or directory\n");
 }
 
 TEST_F(ProgramTest, helpThatCannotBePrintedIsAFailure) {

@@ -4,34 +4,16 @@
 #include "platform/SettingsStore.h"
 #include "platform/Strings.h"
 
-#include <array>
-
 namespace wendmark {
 
 namespace {
 
-/// In the order of the postings.
-constexpr std::array<QLatin1String, 3> postingNames = {QLatin1String("https"), QLatin1String("http"),
-                                                       QLatin1String("disk")};
-
 QString entryFor(Posting posting, Verdict verdict, const std::string& address) {
-    return nameOf(posting) + QLatin1Char(' ') + toQString(nameOf(verdict)) + QLatin1Char(' ') +
+    return toQString(nameOf(posting)) + QLatin1Char(' ') + toQString(nameOf(verdict)) + QLatin1Char(' ') +
            toQString(address);
 }
 
 } // namespace
-
-QString nameOf(Posting posting) {
-    return postingNames.at(static_cast<std::size_t>(posting));
-}
-
-Posting postingNamed(const QString& name) {
-    for (std::size_t i = 0; i < postingNames.size(); ++i) {
-        if (name == postingNames.at(i))
-            return static_cast<Posting>(i);
-    }
-    return Posting::https;
-}
 
 LeftPages::LeftPages(SettingsStore& settings)
     : m_settings(settings), m_entries(settings.read(checkSettings::left)) {}
@@ -56,7 +38,7 @@ void LeftPages::remove(Posting posting, Verdict verdict, const std::string& addr
 
 void LeftPages::keepOnly(Posting posting, Verdict verdict, const std::string& address) {
     const QString kept = entryFor(posting, verdict, address);
-    const QString start = nameOf(posting) + QLatin1Char(' ');
+    const QString start = toQString(nameOf(posting)) + QLatin1Char(' ');
     const QString end = QLatin1Char(' ') + toQString(address);
     const auto isOther = [&](const QString& entry) {
         return entry != kept && entry.startsWith(start) && entry.endsWith(end) &&

@@ -33,10 +33,4 @@ private:
     QStringList m_entries; ///< The oldest first.
 };
 
-/// Name for the settings: "https", "http" or "disk".
-QString nameOf(Posting posting);
-
-/// The posting of this name; https for any other text.
-Posting postingNamed(const QString& name);
-
 } // namespace wendmark

@@ -3,6 +3,7 @@
 #include "commands/TourDocument.h"
 #include "platform/Settings.h"
 #include "platform/SettingsStore.h"
+#include "platform/Strings.h"
 
 #include <numeric>
 #include <utility>
@@ -16,7 +17,7 @@ StopCheck::StopCheck(const TourDocument& document, SettingsStore& settings, Page
     , m_settings(settings)
     , m_check(options, nullptr)
     , m_left(settings)
-    , m_posting(postingNamed(settings.read(checkSettings::posting))) {
+    , m_posting(postingNamed(toUtf8(settings.read(checkSettings::posting))).value_or(Posting::https)) {
     connect(&m_check, &PageCheck::found, this, &StopCheck::take);
     connect(&m_check, &PageCheck::failed, this, [this](const QString& reason) {
         cancel();
@@ -76,7 +77,7 @@ void StopCheck::setLeft(const StopNumbers& stops, bool left) {
 void StopCheck::setPosting(Posting posting) {
     if (std::exchange(m_posting, posting) == posting)
         return;
-    m_settings.store(checkSettings::posting, nameOf(posting));
+    m_settings.store(checkSettings::posting, toQString(nameOf(posting)));
     emit changed();
 }
 

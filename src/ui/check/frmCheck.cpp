@@ -33,7 +33,7 @@ constexpr int changesDelay = 50; // Milliseconds that collect changes.
 // Pixels.
 constexpr int titleWidth = 170;
 constexpr QSize usualSize(100 * dialogGap, 60 * dialogGap);
-constexpr int leastTableHeight = 15 * dialogGap;
+constexpr int leastTableHeight = 12 * dialogGap;
 
 } // namespace
 
@@ -67,6 +67,8 @@ frmCheck::frmCheck(ProgramParts parts, QWidget* parent)
     ensurePolished();
     layout->activate();
     resize(usualSize.expandedTo({0, layout->totalMinimumHeightForWidth(usualSize.width())}));
+    const int narrowest = layout->totalMinimumSize().width();
+    setMinimumSize(QSize(narrowest, layout->totalMinimumHeightForWidth(narrowest)).boundedTo(size()));
     centreOverParent(*this);
     connect(&m_parts.check, &StopCheck::changed, this, &frmCheck::tourChangedNow);
     connect(&m_parts.check, &StopCheck::failed, this, &frmCheck::tellFailure);
@@ -136,7 +138,7 @@ void frmCheck::setupTabOrder() {
 
 /// Addresses may be of any length, so it scrolls.
 void frmCheck::setupChoice() {
-    constexpr int lines = 5;
+    constexpr int lines = 4;
     m_choice->setObjectName(QStringLiteral("txtChoice"));
     m_choice->setAccessibleName(tr("About the chosen stop"));
     m_choice->setReadOnly(true);
