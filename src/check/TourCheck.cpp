@@ -8,6 +8,7 @@
 #include "model/StopAddress.h"
 #include "model/TourModel.h"
 #include "model/Workspace.h"
+#include "publish/CardPage.h"
 
 #include <algorithm>
 #include <map>
@@ -23,12 +24,9 @@ bool isPage(const std::string& name) {
 }
 
 /// The files that a page of the working copy names, and that are not there.
-std::vector<std::string> missingPartsOf(const std::string& name, const Workspace& workspace) {
+std::vector<std::string> missingPartsOf(const std::string& page, const Workspace& workspace) {
     std::set<std::string> missing;
-    if (!isPage(name))
-        return {};
-    const files::Contents page = files::read(workspace.workingFile(name));
-    for (const PartReference& part : partsOfPage(page.bytes).references) {
+    for (const PartReference& part : partsOfPage(page).references) {
         if (!files::canBeRead(workspace.workingFile(part.path)))
             missing.insert(part.path);
     }
@@ -43,6 +41,17 @@ std::string sentenceAbout(const std::vector<std::string>& missingParts) {
     return sentence + ".";
 }
 
+void judgePageOf(StopToCheck& stop, const std::string& name, const Workspace& workspace) {
+    if (!isPage(name))
+        return;
+    const std::string page = files::read(workspace.workingFile(name)).bytes;
+    stop.missingParts = missingPartsOf(page, workspace);
+    if (!stop.missingParts.empty())
+        stop.known.why = sentenceAbout(stop.missingParts);
+    if (std::string original = originalOfCard(page); isWebAddress(original))
+        stop.original = std::move(original);
+}
+
 void judgeFile(StopToCheck& stop, const StopLook& look, const Workspace& workspace) {
     const std::string name = localFileName(stop.address);
     stop.known.finalAddress = stop.address;
@@ -52,9 +61,7 @@ void judgeFile(StopToCheck& stop, const StopLook& look, const Workspace& workspa
         stop.known.verdict = Verdict::fileMissing;
         stop.known.why = "The tour has no file " + name + ".";
     } else {
-        stop.missingParts = missingPartsOf(name, workspace);
-        if (!stop.missingParts.empty())
-            stop.known.why = sentenceAbout(stop.missingParts);
+        judgePageOf(stop, name, workspace);
     }
 }
 

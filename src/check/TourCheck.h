@@ -17,10 +17,14 @@ struct StopToCheck {
     std::string title;       ///< As visitors read it.
     std::string address;     ///< As the stop has it.
     bool asksTheWeb = false; ///< What becomes of its page is not known yet.
+    std::string original;    ///< Page of the web that its page is a card for; empty: it is none.
     PageVerdict known;       ///< Without `asksTheWeb`.
     std::int16_t sameAs = 0; ///< The first stop that shows the same page; 0: none before this one does.
     std::vector<std::string>
         missingParts; ///< Files that its page of the tour's own names, and that are not there.
+
+    /// The page of the web that it is about, shown or stood for; empty when there is none.
+    const std::string& webPage() const { return asksTheWeb ? address : original; }
 
     friend bool operator==(const StopToCheck&, const StopToCheck&) = default;
 };

@@ -61,8 +61,9 @@ StopListResult StepRunner::insertStops(std::int16_t position, const std::vector<
 }
 
 StopListResult StepRunner::changeAddresses(const std::map<std::int16_t, std::string>& addresses,
-                                           const std::string& stepName) {
-    return runForSeveral(stepName, {}, [&] { return wendmark::changeAddresses(m_context, addresses); });
+                                           const std::string& stepName, const std::vector<AddedFile>& files) {
+    return runForSeveral(stepName, namesOf(files),
+                         [&] { return wendmark::changeAddresses(m_context, addresses, files); });
 }
 
 /// `command` may replace these files.

@@ -46,7 +46,7 @@ public:
                                const std::vector<AddedFile>& files);
 
     StopListResult changeAddresses(const std::map<std::int16_t, std::string>& addresses,
-                                   const std::string& stepName);
+                                   const std::string& stepName, const std::vector<AddedFile>& files);
 
     /// The command of StopReplace.h; the same holds.
     WordReplacementResult replaceWords(const WordReplacement& replacement);

@@ -176,7 +176,8 @@ StopListResult duplicateStops(TourContext& context, const StopNumbers& stops) {
     return putBehind(context, *copied.rbegin(), std::move(copies));
 }
 
-StopListResult changeAddresses(TourContext& context, const std::map<std::int16_t, std::string>& addresses) {
+StopListResult changeAddresses(TourContext& context, const std::map<std::int16_t, std::string>& addresses,
+                               const std::vector<AddedFile>& files) {
     TourModel& model = context.model;
     NumberSet changed;
     for (const auto& [stop, address] : addresses) {
@@ -185,17 +186,22 @@ StopListResult changeAddresses(TourContext& context, const std::map<std::int16_t
         if (model.stops.at(stop).stopURL != address)
             changed.insert(stop);
     }
-    if (changed.empty())
+    if (changed.empty() && files.empty())
         return answer(Answer::unchanged, model);
     const BusyPointer busy(context.desktop);
+    std::vector<std::string> notCopied = addFilesOfAuthor(context, files);
     for (const std::int16_t stop : changed) {
+        if (std::ranges::find(notCopied, addresses.at(stop)) != notCopied.end())
+            continue;
         model.stops.at(stop).stopURL = addresses.at(stop);
         makeStopPages(context, stop, stop);
     }
     makeTourGuide(context);
     if (changed.contains(model.currentStop))
         makePreviewFrameset(context);
-    return answer(Answer::done, model);
+    StopListResult result = answer(Answer::done, model);
+    result.notCopied = std::move(notCopied);
+    return result;
 }
 
 StopListResult insertStops(TourContext& context, std::int16_t position, const std::vector<Stop>& stops,

@@ -59,7 +59,9 @@ StopListResult insertStops(TourContext& context, std::int16_t position, const st
                            const std::vector<AddedFile>& files = {});
 
 /// Gives stops, by their numbers, other addresses. The main browser is sent to the current stop anew if that
-/// is one of them.
-StopListResult changeAddresses(TourContext& context, const std::map<std::int16_t, std::string>& addresses);
+/// is one of them. Copies these files into the working copy beforehand; a stop whose page is one that cannot
+/// be copied keeps its address.
+StopListResult changeAddresses(TourContext& context, const std::map<std::int16_t, std::string>& addresses,
+                               const std::vector<AddedFile>& files = {});
 
 } // namespace wendmark

@@ -130,10 +130,10 @@ public:
         return m_runner.insertStops(position, stops, files);
     }
 
-    /// Of pages that were found to be shown in frames.
+    /// Of pages that were found to be shown in frames, or that come into the tour as these files.
     StopListResult changeAddresses(const std::map<std::int16_t, std::string>& addresses,
-                                   const std::string& stepName) {
-        return m_runner.changeAddresses(addresses, stepName);
+                                   const std::string& stepName, const std::vector<AddedFile>& files = {}) {
+        return m_runner.changeAddresses(addresses, stepName, files);
     }
 
     /// Replaces words in many stops as one step; see StopReplace.h. Addresses that this changes are untested.

@@ -11,6 +11,9 @@
 #include <QAction>
 #include <QComboBox>
 #include <QDialog>
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -236,6 +239,121 @@ private slots:
         QVERIFY(left.holds(Posting::https, Verdict::gone, "one more"));
         left.remove(Posting::https, Verdict::gone, "one more");
         QVERIFY(!LeftPages(program.settings).holds(Posting::https, Verdict::gone, "one more"));
+    }
+
+    void cardsTakeThePlaceOfPagesThatDoNotPlay() {
+        OpenCheck open({"/deny.htm", "/plain.htm", "/deny.htm"});
+        open.server.answer("/deny.htm",
+                           {200,
+                            {{"X-Frame-Options", "deny"}},
+                            "<title>Rivers &amp; lakes</title><meta property='og:site_name' content='Waters'>"
+                            "<meta name='description' content='What flows.'><body style='background: red'>"});
+        test::writeFile(toUtf8(open.program.working("card1.jpg")), "the author's own");
+        open.openAndWait();
+        const std::string denied = open.address(1);
+        open.table().selectRow(0);
+        open.press("btnCard");
+        QTRY_COMPARE_WITH_TIMEOUT(open.address(1), std::string("card2.htm"), patience);
+        QCOMPARE(test::readFile(toUtf8(open.program.working("card1.jpg"))), std::string("the author's own"));
+        const std::string card = test::readFile(toUtf8(open.program.working("card2.htm")));
+        for (const char* const part :
+             {"Rivers &amp; lakes", "Waters, 127.0.0.1", "What flows.", "card2.jpg 1x, card2-2x.jpg 2x"})
+            QVERIFY2(card.find(part) != std::string::npos, card.c_str());
+        const QImage small(open.program.working("card2.jpg"));
+        const QImage large(open.program.working("card2-2x.jpg"));
+        QCOMPARE(small.size(), QSize(640, 400));
+        QCOMPARE(large.size(), QSize(1280, 800));
+        QVERIFY(small.pixelColor(320, 200).red() > 200 && small.pixelColor(320, 200).green() < 60);
+        QTRY_COMPARE_WITH_TIMEOUT(open.verdict(1), QString("Plays"), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(open.shown(1, CheckModel::whyColumn).contains("refuses frames"), patience);
+        QCOMPARE(open.address(3), denied);
+        QCOMPARE(QString::fromStdString(open.program.document.undoName().value_or("")),
+                 QString("Make a Card"));
+        open.window.undo();
+        QCOMPARE(open.address(1), denied);
+        QVERIFY(!QFileInfo::exists(open.program.working("card2.htm")));
+        open.window.redo();
+        QCOMPARE(test::readFile(toUtf8(open.program.working("card2.htm"))), card);
+    }
+
+    void cardIsMadeAnewAndGivenUp() {
+        OpenCheck open({"/deny.htm", "/deny.htm"});
+        open.openAndWait();
+        const std::string denied = open.address(1);
+        open.table().selectAll();
+        open.press("btnCard");
+        QTRY_COMPARE_WITH_TIMEOUT(open.address(2), std::string("card2.htm"), patience);
+        QCOMPARE(open.address(1), std::string("card1.htm"));
+        open.server.page("/deny.htm", "<title>Open to all</title>");
+        open.table().selectRow(0);
+        open.press("btnCheckAgain");
+        open.waitForAnswers();
+        QTRY_VERIFY_WITH_TIMEOUT(open.shown(1, CheckModel::whyColumn).contains("would play"), patience);
+        open.press("btnCard");
+        const auto page = [&] { return test::readFile(toUtf8(open.program.working("card1.htm"))); };
+        QTRY_VERIFY_WITH_TIMEOUT(page().find("Open to all") != std::string::npos, patience);
+        QCOMPARE(open.address(1), std::string("card1.htm"));
+        QVERIFY(open.button("btnOriginal").isEnabled());
+        open.press("btnOriginal");
+        QCOMPARE(open.address(1), denied);
+        QCOMPARE(open.address(2), std::string("card2.htm"));
+        open.waitForAnswers();
+        QTRY_COMPARE_WITH_TIMEOUT(open.verdict(1), QString("Plays"), patience);
+        open.window.undo();
+        QCOMPARE(open.address(1), std::string("card1.htm"));
+    }
+
+    void stopThatIsAnotherByThenKeepsItsPage() {
+        OpenCheck open({"/deny.htm", "/deny.htm"});
+        open.openAndWait();
+        open.table().selectAll();
+        open.press("btnCard");
+        QVERIFY(!open.button("btnCard").isEnabled());
+        QCOMPARE(open.progress(), QString("0 of 2 cards made"));
+        open.program.document.setAddress(1, "newpage.htm");
+        QTRY_COMPARE_WITH_TIMEOUT(open.address(2), std::string("card1.htm"), patience);
+        QCOMPARE(open.address(1), std::string("newpage.htm"));
+    }
+
+    void cardsAreNotMadeWithoutTheirTemplateAndCanBeCancelled() {
+        OpenCheck open({"/deny.htm"});
+        open.openAndWait();
+        const std::string denied = open.address(1);
+        open.table().selectRow(0);
+        open.press("btnCard");
+        open.press("btnStop");
+        QVERIFY(open.button("btnCard").isEnabled());
+        QVERIFY(QFile::remove(toQString(open.program.document.workspace().templateFile("tourcard.htm"))));
+        QString told;
+        test::onNextDialog([&](QDialog& message) {
+            told = test::textOf(message);
+            message.reject();
+        });
+        open.press("btnCard");
+        QTRY_VERIFY_WITH_TIMEOUT(told.contains("No card can be made: "), patience);
+        QCOMPARE(open.address(1), denied);
+        QCOMPARE(open.program.document.undoName(), std::nullopt);
+    }
+
+    void pageThatDoesNotComeGetsACardWithoutPicture() {
+        OpenCheck open({"/download"});
+        open.server.answer("/download", {200, {{"Content-Disposition", "attachment"}}, "bytes"});
+        open.openAndWait();
+        QCOMPARE(open.verdict(1), QString("Download"));
+        open.table().selectRow(0);
+        open.press("btnCard");
+        QTRY_COMPARE_WITH_TIMEOUT(open.address(1), std::string("card1.htm"), patience);
+        QVERIFY(!QFileInfo::exists(open.program.working("card1.jpg")));
+        QVERIFY(test::readFile(toUtf8(open.program.working("card1.htm"))).find("<img") == std::string::npos);
+    }
+
+    void pageThatIsGoneGetsNoCard() {
+        OpenCheck open({"/nowhere.htm", "newpage.htm", "missing.htm"});
+        open.server.answer("/nowhere.htm", {404, {}, "no"});
+        open.openAndWait();
+        open.table().selectAll();
+        QVERIFY(!open.button("btnCard").isEnabled());
+        QVERIFY(!open.button("btnOriginal").isEnabled());
     }
 
     void authorGoesOnWhilePagesAreAsked() {

@@ -1,5 +1,6 @@
 #include "ui/check/CheckModel.h"
 
+#include "model/StopAddress.h"
 #include "platform/Icons.h"
 #include "platform/Strings.h"
 
@@ -33,9 +34,24 @@ QString verdictOf(const StopCheck::Row& row) {
     return row.isLeft ? CheckModel::tr("%1, left").arg(words) : words;
 }
 
+/// Of a card.
+QString aboutOriginal(const StopCheck::Row& row) {
+    const QString host = shown(hostOf(row.stop.original));
+    if (row.asksForOriginal)
+        return CheckModel::tr("A card for a page of %1, which is being checked.").arg(host);
+    if (!row.original)
+        return CheckModel::tr("A card for a page of %1.").arg(host);
+    return isShown(row.original->verdict)
+               ? CheckModel::tr("A card, but the page of %1 would play.").arg(host)
+               : CheckModel::tr("A card for a page of %1, which does not play: %2.")
+                     .arg(host, toQString(wordsFor(row.original->verdict)).toLower());
+}
+
 QString whyOf(const StopCheck::Row& row) {
     if (row.state == StopCheck::State::known && !row.verdict.why.empty())
         return shown(row.verdict.why);
+    if (!row.stop.original.empty())
+        return aboutOriginal(row);
     return row.stop.sameAs > 0 ? CheckModel::tr("Same page as stop %1.").arg(row.stop.sameAs) : QString();
 }
 
@@ -44,7 +60,8 @@ QIcon iconOf(const StopCheck::Row& row) {
         return {};
     if (!isShown(row.verdict.verdict) && !row.isLeft)
         return QIcon(QStringLiteral(":/icons/messageWarning.svg"));
-    const bool plays = row.verdict.verdict == Verdict::plays && row.stop.missingParts.empty();
+    const bool plays = row.verdict.verdict == Verdict::plays && row.stop.missingParts.empty() &&
+                       !(row.original && isShown(row.original->verdict));
     return themedIcon(plays ? QStringLiteral("siteYes") : QStringLiteral("stopRemark"));
 }
 
@@ -124,6 +141,8 @@ QString describe(const StopCheck::Row& row) {
                                  .left(longestShown));
         }
     }
+    if (!row.stop.original.empty())
+        sentences.append(aboutOriginal(row) + QLatin1Char(' ') + shown(row.stop.original));
     if (row.isLeft)
         sentences.append(CheckModel::tr("You leave it as it is."));
     if (row.stop.sameAs > 0)

@@ -42,6 +42,9 @@ std::vector<StopCheck::Row> StopCheck::rows() const {
         else
             row.verdict = judgePage(found->second, audience);
         row.isLeft = isLeft(row.stop.address, row.verdict);
+        row.asksForOriginal = !row.stop.original.empty() && m_asking.contains(row.stop.original);
+        if (!row.stop.original.empty())
+            row.original = verdictOn(row.stop.original);
         rows.push_back(std::move(row));
     }
     return rows;
@@ -90,12 +93,13 @@ Outcome StopCheck::check(const StopNumbers& stops) {
         if (number < 1 || static_cast<std::size_t>(number) > all.size())
             continue;
         const StopToCheck& stop = all.at(static_cast<std::size_t>(number - 1));
-        if (!stop.asksTheWeb || m_asking.contains(stop.address))
+        const std::string& page = stop.webPage();
+        if (page.empty() || m_asking.contains(page))
             continue;
-        outcome = m_check.add(stop.address);
+        outcome = m_check.add(page);
         if (!outcome.ok())
             break;
-        m_asking.insert(stop.address);
+        m_asking.insert(page);
         ++m_asked;
     }
     emit changed();

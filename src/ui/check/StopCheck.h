@@ -35,6 +35,20 @@ public:
         State state = State::unknown;
         PageVerdict verdict; ///< When it is known.
         bool isLeft = false; ///< The author knows, and leaves it as it is.
+        std::optional<PageVerdict> original =
+            std::nullopt; ///< Of the page that a card stands for, when it is known.
+        bool asksForOriginal = false;
+
+        /// Whether nobody has asked for the page of the web that it is about.
+        bool isUnasked() const {
+            return stop.original.empty() ? state == State::unknown : !original && !asksForOriginal;
+        }
+
+        /// Whether a card can stand for its page, or take the place of the one that does.
+        bool canBeCard() const {
+            const bool isKnownToBeThere = state == State::known && verdict.verdict != Verdict::gone;
+            return !stop.original.empty() || (stop.asksTheWeb && isKnownToBeThere);
+        }
 
         /// Whether there is an answer of the web's about it that the author can leave as it is.
         bool canBeLeft() const {

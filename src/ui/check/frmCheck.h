@@ -6,6 +6,10 @@
 
 #include <QDialog>
 #include <QTimer>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
 
 class QComboBox;
 class QLabel;
@@ -16,6 +20,7 @@ class QPushButton;
 
 namespace wendmark {
 
+class CardMaker;
 class CheckModel;
 class RowTable;
 
@@ -64,6 +69,12 @@ private:
     void go();
     void useNewAddress();
     void leave();
+    void makeCards();
+    void useCards();
+    void tellNoCards(const Outcome& outcome);
+    void useOriginal();
+    bool changeAddresses(const std::map<std::int16_t, std::string>& addresses, const std::string& stepName,
+                         const std::vector<AddedFile>& files = {});
 
     void tourChangedNow() override;
     void filesChanged() override { tourChangedNow(); }
@@ -80,7 +91,10 @@ private:
     QPushButton* m_go = nullptr;         ///< btnGo
     QPushButton* m_newAddress = nullptr; ///< btnNewAddress
     QPushButton* m_leave = nullptr;      ///< btnLeave: down while the chosen stops are left as they are.
-    QTimer m_changes;                    ///< Runs while the list has not caught up.
+    QPushButton* m_card = nullptr;       ///< btnCard
+    QPushButton* m_original = nullptr;   ///< btnOriginal
+    CardMaker* m_cards;
+    QTimer m_changes; ///< Runs while the list has not caught up.
 };
 
 } // namespace wendmark
