@@ -3,6 +3,7 @@
 #include "ui/dialogs/frmPrint.h"
 #include "ui/main/frmMain.h"
 #include "ui/printing/TourPrinter.h"
+#include "ui/support/OwnHome.h"
 #include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
@@ -310,10 +311,9 @@ private slots:
 
 } // namespace wendmark
 
-/// Test mode keeps the author's own documents folder out of this.
 int main(int argc, char* argv[]) {
+    const wendmark::test::OwnHome home;
     QApplication application(argc, argv);
-    QStandardPaths::setTestModeEnabled(true);
     wendmark::PrintTest tests;
     return QTest::qExec(&tests, argc, argv);
 }

@@ -7,6 +7,7 @@
 #include "ui/dialogs/frmPropTab.h"
 #include "ui/main/MainDialogs.h"
 #include "ui/main/frmMain.h"
+#include "ui/support/OwnHome.h"
 #include "ui/support/Patience.h"
 #include "ui/support/UiFixture.h"
 
@@ -696,8 +697,8 @@ private slots:
 } // namespace wendmark
 
 int main(int argc, char* argv[]) {
+    const wendmark::test::OwnHome home;
     QApplication application(argc, argv);
-    QStandardPaths::setTestModeEnabled(true);
     wendmark::PropertiesTest tests;
     return QTest::qExec(&tests, argc, argv);
 }

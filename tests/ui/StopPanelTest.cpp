@@ -269,10 +269,13 @@ private slots:
     void previewFollowsWithoutLoadingAnythingAgain() {
         OpenPanel open;
         QTRY_VERIFY_WITH_TIMEOUT(open.previewSays("Stop 2"), patience);
-        QTRY_VERIFY_WITH_TIMEOUT(open.inPreview("frames.mw.location.href.endsWith('newpage.htm') &&"
-                                                "frames.mw.document.readyState === 'complete'")
-                                     .toBool(),
-                                 patience);
+        // What a frame shows before its page has come is replaced by that.
+        const auto* const browser = open.window.findChild<BrowserView*>("broMain");
+        const QString isThere =
+            "frames.mw.location.href.endsWith('newpage.htm') &&"
+            "['mw', 'logo', 'nar', 'nav'].every(n => frames[n].location.protocol === 'file:' &&"
+            "frames[n].document.readyState === 'complete')";
+        QVERIFY(test::waitUntil([&] { return !browser->isBusy() && open.inPreview(isThere).toBool(); }));
         open.inPreview("for (const name of ['mw', 'logo', 'nar', 'nav']) frames[name].stays = true; 1");
         OpenPanel::type(open.title(), "Fresh ");
         OpenPanel::type(open.words(), "Some <b>bold</b> words. ");
