@@ -307,6 +307,14 @@ private:
                                           "\r\n  Select Options from the View menu."
                                           "\r\n  Specify the path to the editor's EXE file."));
         takeDialog(message);
+        frmMessage failed(
+            QStringLiteral("Wendmark - Frame Test"),
+            QStringLiteral("Test Failed.... You cannot use this site in a tour, because it cannot "
+                           "be viewed inside a frame.\r\n\r\n"));
+        failed.setObjectName(QStringLiteral("frmMessage-with-offer"));
+        failed.addReason(QStringLiteral("Its server refuses frames of other sites: X-Frame-Options: DENY"));
+        failed.addOffer(QStringLiteral("&Make a Card"), {});
+        takeDialog(failed);
         frmWarnURL warning(
             m_program.options, QStringLiteral("https://www.brenholt.example/history/bridges.htm"),
             QStringLiteral("https://www.brenholt.example/search?words=old+bridges+of+the+upper+"

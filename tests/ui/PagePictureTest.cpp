@@ -2,7 +2,7 @@
 
 #include "platform/BrowserView.h"
 #include "ui/support/LoopbackServer.h"
-#include "ui/support/Patience.h"
+#include "ui/support/UiFixture.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -5,10 +5,13 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <QWebEnginePage>
 #include <QWebEngineView>
 
@@ -126,6 +129,72 @@ private slots:
         }));
         test::onNextDialog([&](QDialog& message) {
             QCOMPARE(message.findChild<QLabel*>("lblReason")->text(), reason);
+            test::press(message, "OKButton");
+        });
+        open.click("Test");
+        QCOMPARE(test::dialogsExpected(), 0);
+    }
+
+    void pageThatFailsGetsACard_data() {
+        QTest::addColumn<QString>("command");
+        QTest::newRow("test") << "Test";
+        QTest::newRow("use") << "Yes";
+    }
+    void pageThatFailsGetsACard() {
+        QFETCH(QString, command);
+        SiteEditor open;
+        open.visit(open.served("/deny.htm"));
+        test::onNextDialog([&](QDialog& message) { test::press(message, "btnOffer"); });
+        open.click(command.toUtf8().constData());
+        QCOMPARE(test::dialogsExpected(), 0);
+        QCOMPARE(open.stopURL(2), std::string("card1.htm"));
+        QCOMPARE(open.notice(), QString("Stop 2 shows a card of this page now."));
+        const std::string card = test::readFile(toUtf8(open.program.working("card1.htm")));
+        QVERIFY2(card.find("content=\"" + toUtf8(open.served("/deny.htm")) + '"') != std::string::npos,
+                 card.c_str());
+        QVERIFY(open.shows("/deny.htm"));
+        QCOMPARE(QString::fromStdString(open.program.document.undoName().value_or("")),
+                 QString("Make a Card"));
+        open.program.document.undo();
+        QCOMPARE(open.stopURL(2), std::string("newpage.htm"));
+    }
+
+    void cardIsGivenUp_data() {
+        QTest::addColumn<bool>("closes");
+        QTest::newRow("by Esc") << false;
+        QTest::newRow("by closing the window") << true;
+    }
+    void cardIsGivenUp() {
+        QFETCH(bool, closes);
+        SiteEditor open;
+        open.visit(open.served("/deny.htm"));
+        test::onNextDialog([&](QDialog& message) { test::press(message, "btnOffer"); });
+        QTimer watch;
+        watch.callOnTimeout([&] {
+            if (!open.notice().startsWith("A card of this page is being made"))
+                return;
+            open.editor().activateWindow(); // As window managers do when a dialog is gone.
+            if (closes)
+                open.editor().close();
+            else if (open.editor().isActiveWindow())
+                QTest::keyClick(open.editor().windowHandle(), Qt::Key_Escape);
+        });
+        watch.start(5);
+        open.click("Test");
+        watch.stop();
+        QVERIFY(waitUntil([&] { return open.isOpen() != closes; }));
+        QCOMPARE(open.stopURL(2), std::string("newpage.htm"));
+        QVERIFY(!QFileInfo::exists(open.program.working("card1.htm")));
+        if (!closes)
+            QCOMPARE(open.notice(), QString("No card has been made."));
+    }
+
+    void cardIsOfferedForPagesOfTheWebAndForStopsOnly() {
+        SiteEditor open;
+        open.program.document.goToStop(0);
+        open.visit(open.served("/deny.htm"));
+        test::onNextDialog([&](QDialog& message) {
+            QVERIFY(message.findChild<QPushButton*>("btnOffer") == nullptr);
             test::press(message, "OKButton");
         });
         open.click("Test");

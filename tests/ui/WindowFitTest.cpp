@@ -197,6 +197,8 @@ constexpr DialogCase dialogs[] = {
     {"frmMessage",
      [](UiFixture&) {
          frmMessage dialog(QStringLiteral("Wendmark - HTML Editor not specified"), longAddress);
+         dialog.addReason(longPath);
+         dialog.addOffer(QStringLiteral("&Make a Card"), {});
          runDialog(dialog);
      }},
     {"message",

@@ -7,14 +7,14 @@
 #include "platform/Strings.h"
 #include "ui/Messages.h"
 #include "ui/WindowPlace.h"
-#include "ui/check/CardMaker.h"
+#include "ui/cards/CardMaker.h"
 #include "ui/check/CheckModel.h"
+#include "ui/check/Remedies.h"
 #include "ui/controls/FlowLayout.h"
 #include "ui/controls/RowTable.h"
 #include "ui/dialogs/DialogParts.h"
 
 #include <QComboBox>
-#include <QDate>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -23,7 +23,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <map>
 #include <utility>
 
 namespace wendmark {
@@ -48,7 +47,13 @@ frmCheck::frmCheck(ProgramParts parts, QWidget* parent)
     , m_progressText(makeTextLabel("lblProgress", QString(), this))
     , m_progress(new QProgressBar(this))
     , m_choice(new QPlainTextEdit(this))
-    , m_cards(new CardMaker({}, this)) {
+    , m_remedies(new Remedies(
+          m_parts,
+          [this] {
+              showRows(); // The tour may be another by now.
+              return chosenRows();
+          },
+          *this)) {
     setObjectName(QStringLiteral("frmCheck"));
     setWindowTitle(QStringLiteral("Wendmark - Check All Stops"));
     m_changes.setSingleShot(true);
@@ -75,11 +80,8 @@ frmCheck::frmCheck(ProgramParts parts, QWidget* parent)
     centreOverParent(*this);
     connect(&m_parts.check, &StopCheck::changed, this, &frmCheck::tourChangedNow);
     connect(&m_parts.check, &StopCheck::failed, this, &frmCheck::tellFailure);
-    connect(m_cards, &CardMaker::changed, this, [this] {
-        showProgress();
-        showChoice();
-    });
-    connect(m_cards, &CardMaker::ended, this, &frmCheck::useCards);
+    connect(m_remedies, &Remedies::changed, this, &frmCheck::showRows);
+    connect(m_remedies, &Remedies::checkWanted, this, &frmCheck::check);
     m_parts.document.addListener(*this);
     showRows();
 }
@@ -135,11 +137,11 @@ void frmCheck::setupTable() {
 
 /// As they are seen.
 void frmCheck::setupTabOrder() {
-    const QList<QWidget*> order = {m_posting,    findChild<QPushButton*>(QStringLiteral("btnCheckAll")),
-                                   m_checkAgain, m_cancel,
-                                   m_table,      m_choice,
-                                   m_newAddress, m_leave,
-                                   m_go,         findChild<QPushButton*>(QStringLiteral("btnClose"))};
+    QList<QWidget*> order = {m_posting,    findChild<QPushButton*>(QStringLiteral("btnCheckAll")),
+                             m_checkAgain, m_cancel,
+                             m_table,      m_choice};
+    order += m_remedies->buttons();
+    order += {m_go, findChild<QPushButton*>(QStringLiteral("btnClose"))};
     for (qsizetype i = 1; i < order.size(); ++i)
         setTabOrder(order.at(i - 1), order.at(i));
 }
@@ -190,15 +192,7 @@ QLayout* frmCheck::makeButtonRow() {
     row->setSpacing(dialogGap);
     auto* const buttons = new FlowLayout(dialogGap);
     row->addLayout(buttons, 1);
-    m_newAddress = addButton(*buttons, "btnNewAddress", tr("Use &New Address"), &frmCheck::useNewAddress);
-    m_card = addButton(*buttons, "btnCard", tr("Make a Ca&rd"), &frmCheck::makeCards);
-    m_card->setToolTip(
-        tr("A page of the tour's own that shows what the page is and opens it in a tab of its own"));
-    m_original = addButton(*buttons, "btnOriginal", tr("Use Page &Itself"), &frmCheck::useOriginal);
-    m_original->setToolTip(tr("In place of the card that stands for it"));
-    m_leave = addButton(*buttons, "btnLeave", tr("&Leave It"), &frmCheck::leave);
-    m_leave->setCheckable(true);
-    m_leave->setToolTip(tr("Counts the chosen stops as settled, until their servers answer otherwise"));
+    m_remedies->addButtonsTo(*buttons);
     m_go = addButton(*buttons, "btnGo", tr("&Go to Stop"), &frmCheck::go);
     QPushButton* const close = makeButton("btnClose", tr("Clos&e"), this);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
@@ -222,6 +216,13 @@ StopNumbers frmCheck::selectedStops() const {
     return stops;
 }
 
+std::vector<StopCheck::Row> frmCheck::chosenRows() const {
+    std::vector<StopCheck::Row> rows;
+    for (const std::int16_t stop : selectedStops())
+        rows.push_back(m_rows->rows().at(static_cast<std::size_t>(stop - 1)));
+    return rows;
+}
+
 /// Between the tours there is nothing to look at.
 void frmCheck::showRows() {
     m_changes.stop();
@@ -233,11 +234,12 @@ void frmCheck::showRows() {
 
 void frmCheck::showProgress() {
     const StopCheck& check = m_parts.check;
-    const bool makesCards = m_cards->isRunning();
+    const bool makesCards = m_remedies->cards().isRunning();
     m_cancel->setEnabled(check.isRunning() || makesCards);
     m_progress->setVisible(check.isRunning() || makesCards);
-    m_progress->setRange(0, makesCards ? static_cast<int>(m_cards->wanted()) : std::max(check.asked(), 1));
-    m_progress->setValue(makesCards ? static_cast<int>(m_cards->done()) : check.answered());
+    m_progress->setRange(0, makesCards ? static_cast<int>(m_remedies->cards().wanted())
+                                       : std::max(check.asked(), 1));
+    m_progress->setValue(makesCards ? static_cast<int>(m_remedies->cards().done()) : check.answered());
     m_progressText->setText(stateOfAll());
 }
 
@@ -253,8 +255,8 @@ QString frmCheck::stateOfAll() const {
     const auto left = count([](const StopCheck::Row& row) { return row.isLeft; });
     if (m_rows->rows().empty())
         return tr("The tour has no stops yet.");
-    if (m_cards->isRunning())
-        return tr("%1 of %2 cards made").arg(m_cards->done()).arg(m_cards->wanted());
+    if (m_remedies->cards().isRunning())
+        return tr("%1 of %2 cards made").arg(m_remedies->cards().done()).arg(m_remedies->cards().wanted());
     if (check.isRunning())
         return tr("%1 of %2 pages checked").arg(check.answered()).arg(check.asked());
     if (problems > 0)
@@ -268,31 +270,17 @@ QString frmCheck::stateOfAll() const {
 }
 
 void frmCheck::showChoice() {
-    const StopNumbers stops = selectedStops();
-    const auto rowOf = [&](std::int16_t stop) -> const StopCheck::Row& {
-        return m_rows->rows().at(static_cast<std::size_t>(stop - 1));
-    };
-    m_newAddress->setEnabled(std::ranges::any_of(
-        stops, [&](std::int16_t stop) { return !rowOf(stop).verdict.newAddress.empty(); }));
+    const std::vector<StopCheck::Row> rows = chosenRows();
+    m_remedies->showFor(rows);
     m_checkAgain->setEnabled(
-        std::ranges::any_of(stops, [&](std::int16_t stop) { return !rowOf(stop).stop.webPage().empty(); }));
-    m_card->setEnabled(!m_cards->isRunning() && std::ranges::any_of(stops, [&](std::int16_t stop) {
-        return rowOf(stop).canBeCard();
-    }));
-    m_original->setEnabled(
-        std::ranges::any_of(stops, [&](std::int16_t stop) { return !rowOf(stop).stop.original.empty(); }));
-    const auto canBeLeft = [&](std::int16_t stop) { return rowOf(stop).canBeLeft(); };
-    m_leave->setEnabled(std::ranges::any_of(stops, canBeLeft));
-    m_leave->setChecked(m_leave->isEnabled() && std::ranges::all_of(stops, [&](std::int16_t stop) {
-                            return !canBeLeft(stop) || rowOf(stop).isLeft;
-                        }));
-    m_go->setEnabled(!stops.empty());
-    if (stops.empty())
+        std::ranges::any_of(rows, [](const StopCheck::Row& row) { return !row.stop.webPage().empty(); }));
+    m_go->setEnabled(!rows.empty());
+    if (rows.empty())
         m_choice->clear();
-    else if (stops.size() == 1)
-        tellChoice(describe(rowOf(stops.front())));
+    else if (rows.size() == 1)
+        tellChoice(describe(rows.front()));
     else
-        tellChoice(tr("%1 stops are chosen.").arg(stops.size()));
+        tellChoice(tr("%1 stops are chosen.").arg(rows.size()));
 }
 
 /// What the author has marked in the text stays as long as the text does.
@@ -334,8 +322,7 @@ void frmCheck::tellFailure(const QString& reason) {
 void frmCheck::cancel() {
     if (m_parts.check.isRunning())
         m_parts.check.cancel();
-    if (m_cards->isRunning())
-        m_cards->cancel();
+    m_remedies->cancel();
 }
 
 void frmCheck::go() {
@@ -346,90 +333,6 @@ void frmCheck::go() {
                 m_parts.document.goToStop(static_cast<std::int16_t>(m_table->currentIndex().row() + 1));
         },
         Gate::Kind::look);
-}
-
-void frmCheck::useNewAddress() {
-    m_parts.gate.run(*this, [this] {
-        showRows(); // The tour may be another by now.
-        std::map<std::int16_t, std::string> addresses;
-        for (const std::int16_t stop : selectedStops()) {
-            const StopCheck::Row& row = m_rows->rows().at(static_cast<std::size_t>(stop - 1));
-            if (!row.verdict.newAddress.empty())
-                addresses[stop] = row.verdict.newAddress;
-        }
-        changeAddresses(addresses, "Use New Address");
-    });
-}
-
-/// As one step of the history. The new pages are then asked for.
-bool frmCheck::changeAddresses(const std::map<std::int16_t, std::string>& addresses,
-                               const std::string& stepName, const std::vector<AddedFile>& files) {
-    const StopListResult result = m_parts.document.changeAddresses(addresses, stepName, files);
-    if (!result.done())
-        return false;
-    StopNumbers changed;
-    for (const auto& [stop, address] : addresses)
-        changed.push_back(stop);
-    check(changed);
-    return result.notCopied.empty();
-}
-
-void frmCheck::makeCards() {
-    std::vector<CardMaker::Request> requests;
-    for (const std::int16_t stop : selectedStops()) {
-        const StopCheck::Row& row = m_rows->rows().at(static_cast<std::size_t>(stop - 1));
-        if (row.canBeCard())
-            requests.push_back({stop, row.stop.address, row.stop.webPage(), row.stop.title});
-    }
-    m_cards->start(std::move(requests));
-}
-
-/// The author went on working meanwhile: a stop that shows another page by now keeps that.
-void frmCheck::useCards() {
-    m_parts.gate.run(*this, [this] {
-        showRows();
-        CardFiles files(m_parts.document.workspace(), toUtf8(QDate::currentDate().toString(Qt::ISODate)));
-        std::map<std::int16_t, std::string> addresses;
-        Outcome outcome = Outcome::success();
-        for (const auto& [request, content] : m_cards->results()) {
-            const auto row = static_cast<std::size_t>(request.stop - 1);
-            if (row >= m_rows->rows().size() || m_rows->rows().at(row).stop.address != request.address)
-                continue;
-            const bool isCard = request.address != request.original;
-            outcome = files.add(content, isCard ? request.address : std::string(), addresses[request.stop]);
-            if (!outcome.ok())
-                break;
-        }
-        if (!outcome.ok() ||
-            (!addresses.empty() && !changeAddresses(addresses, "Make a Card", files.files())))
-            tellNoCards(outcome);
-    });
-}
-
-/// What is known of single files is in the log.
-void frmCheck::tellNoCards(const Outcome& outcome) {
-    m_parts.document.log().skip(outcome);
-    showMessage(this, outcome.ok() ? tr("Not every card could be written. The log says why.")
-                                   : tr("No card can be made: %1").arg(toQString(outcome.message())));
-}
-
-void frmCheck::useOriginal() {
-    m_parts.gate.run(*this, [this] {
-        showRows();
-        std::map<std::int16_t, std::string> addresses;
-        for (const std::int16_t stop : selectedStops()) {
-            const StopCheck::Row& row = m_rows->rows().at(static_cast<std::size_t>(stop - 1));
-            if (!row.stop.original.empty())
-                addresses[stop] = row.stop.original;
-        }
-        changeAddresses(addresses, "Use Page Itself");
-    });
-}
-
-/// Nothing of the tour changes, so it is no step of the history: the button takes it back.
-void frmCheck::leave() {
-    m_parts.check.setLeft(selectedStops(), m_leave->isChecked());
-    showRows();
 }
 
 void frmCheck::tourChangedNow() {

@@ -3,12 +3,10 @@
 #include "commands/DocumentListener.h"
 #include "commands/StopListCommands.h"
 #include "ui/ProgramParts.h"
+#include "ui/check/StopCheck.h"
 
 #include <QDialog>
 #include <QTimer>
-#include <cstdint>
-#include <map>
-#include <string>
 #include <vector>
 
 class QComboBox;
@@ -20,8 +18,8 @@ class QPushButton;
 
 namespace wendmark {
 
-class CardMaker;
 class CheckModel;
+class Remedies;
 class RowTable;
 
 /// Says of every stop whether visitors see its page, and what can be done about those they do not. Not modal:
@@ -54,6 +52,7 @@ private:
                            void (frmCheck::*command)());
 
     StopNumbers selectedStops() const;
+    std::vector<StopCheck::Row> chosenRows() const;
     void showRows();
     void showProgress();
     QString stateOfAll() const;
@@ -67,14 +66,6 @@ private:
     void tellFailure(const QString& reason);
     void cancel();
     void go();
-    void useNewAddress();
-    void leave();
-    void makeCards();
-    void useCards();
-    void tellNoCards(const Outcome& outcome);
-    void useOriginal();
-    bool changeAddresses(const std::map<std::int16_t, std::string>& addresses, const std::string& stepName,
-                         const std::vector<AddedFile>& files = {});
 
     void tourChangedNow() override;
     void filesChanged() override { tourChangedNow(); }
@@ -89,11 +80,7 @@ private:
     QPushButton* m_checkAgain = nullptr; ///< btnCheckAgain
     QPushButton* m_cancel = nullptr;     ///< btnStop
     QPushButton* m_go = nullptr;         ///< btnGo
-    QPushButton* m_newAddress = nullptr; ///< btnNewAddress
-    QPushButton* m_leave = nullptr;      ///< btnLeave: down while the chosen stops are left as they are.
-    QPushButton* m_card = nullptr;       ///< btnCard
-    QPushButton* m_original = nullptr;   ///< btnOriginal
-    CardMaker* m_cards;
+    Remedies* m_remedies;
     QTimer m_changes; ///< Runs while the list has not caught up.
 };
 

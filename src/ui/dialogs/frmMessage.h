@@ -2,6 +2,8 @@
 
 #include <QDialog>
 
+class QHBoxLayout;
+
 namespace wendmark {
 
 /// A message in a window of its own, for texts of several lines. Shown with runDialog().
@@ -14,6 +16,16 @@ public:
 
     /// Says below the text why it is so. Nothing for no reason.
     void addReason(const QString& reason);
+
+    /// Adds a button that does something about it, and ends the message like "OK".
+    void addOffer(const QString& text, const QString& toolTip);
+
+    /// Whether the message was ended by that button.
+    bool isOfferTaken() const { return m_isOfferTaken; }
+
+private:
+    QHBoxLayout* m_buttons;
+    bool m_isOfferTaken = false;
 };
 
 } // namespace wendmark

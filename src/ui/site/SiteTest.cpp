@@ -1,11 +1,15 @@
 #include "ui/site/SiteTest.h"
 
 #include "commands/TourDocument.h"
+#include "model/FoundLinks.h"
+#include "model/HtmlText.h"
 #include "platform/BrowserView.h"
 #include "platform/Gate.h"
 #include "platform/QtDesktop.h"
+#include "platform/Strings.h"
 #include "ui/Messages.h"
 #include "ui/ProgramParts.h"
+#include "ui/cards/CardsInTour.h"
 #include "ui/dialogs/DialogParts.h"
 #include "ui/dialogs/frmMessage.h"
 #include "ui/site/PageNotices.h"
@@ -14,12 +18,15 @@
 #include <QScopedValueRollback>
 #include <QWebEngineProfile>
 #include <QWidget>
+#include <optional>
 
 namespace wendmark {
 
 namespace {
 
 constexpr float testPeriod = 30; // Seconds.
+const QString testCaption = QStringLiteral("Wendmark - Frame Test");
+const QString textEnd = QStringLiteral("\r\n\r\n");
 
 } // namespace
 
@@ -54,6 +61,7 @@ FrameTest::Result SiteTest::run() {
 
 void SiteTest::report() {
     const QUrl page = m_browser.location();
+    const std::int16_t stop = m_parts.document.model().currentStop;
     const FrameTest::Result result = run();
     if (result == FrameTest::Result::abandoned || result == FrameTest::Result::notRun)
         return;
@@ -61,20 +69,53 @@ void SiteTest::report() {
     if (result == FrameTest::Result::passed)
         show(tr("Test Passed.... You can use this site in a tour"), noticeOfSecureTours(page.toString()));
     else
-        showFailed();
+        showFailed(stop);
 }
 
 void SiteTest::abandon(bool quietly) {
     if (m_dialog != nullptr)
         m_dialog->reject();
-    if (m_running)
+    if (m_running || m_makesCard)
         m_wish = quietly ? Wish::stopQuietly : Wish::stop;
 }
 
-void SiteTest::showFailed() {
-    show(
-        tr("Test Failed.... You cannot use this site in a tour, because it cannot be viewed inside a frame."),
-        m_reason);
+void SiteTest::showFailed(std::int16_t stop) {
+    frmMessage message(testCaption,
+                       tr("Test Failed.... You cannot use this site in a tour, because it cannot be viewed "
+                          "inside a frame.") +
+                           textEnd,
+                       &m_window);
+    message.addReason(m_reason);
+    if (canHaveCard(stop))
+        message.addOffer(
+            tr("&Make a Card"),
+            tr("A page of the tour's own that shows what the page is and opens it in a tab of its own"));
+    runDialog(message);
+    if (message.isOfferTaken())
+        makeCardFor(stop);
+}
+
+bool SiteTest::canHaveCard(std::int16_t stop) const {
+    return stop >= 1 && stop <= m_parts.document.model().stopCount() && isWebAddress(toUtf8(m_testedPage));
+}
+
+/// Its page is looked at beside the one that the browser shows. To close the window gives it up.
+void SiteTest::makeCardFor(std::int16_t stop) {
+    const Stop& its = m_parts.document.model().stops.at(stop);
+    m_wish = Wish::goOn;
+    std::optional<CardsInTour> cards;
+    {
+        const QScopedValueRollback making(m_makesCard, true);
+        emit runningChanged(true);
+        emit noticeWanted(tr("A card of this page is being made. Esc gives it up."));
+        cards = makeCard(m_parts, {stop, its.stopURL, toUtf8(m_testedPage), visibleText(its.stopTitle), {}},
+                         [this] { return m_wish == Wish::goOn; });
+    }
+    emit runningChanged(false);
+    QString told = cards ? failureOf(*cards) : tr("No card has been made.");
+    if (told.isEmpty())
+        told = tr("Stop %1 shows a card of this page now.").arg(stop);
+    emit noticeWanted(told);
 }
 
 void SiteTest::showDialog() {
@@ -93,8 +134,7 @@ bool SiteTest::goOn(const QUrl& page) {
     if (m_wish == Wish::goOn && m_parts.desktop.timeOfDay() - m_start <= testPeriod)
         return true;
     if (m_wish == Wish::stop ||
-        !askYesNo(&m_window, tr("Site testing is still incomplete - do you want to continue"),
-                  QStringLiteral("Wendmark - Frame Test"))) {
+        !askYesNo(&m_window, tr("Site testing is still incomplete - do you want to continue"), testCaption)) {
         StopTesting(page);
         return false;
     }
@@ -109,8 +149,7 @@ void SiteTest::StopTesting(const QUrl& page) {
 }
 
 void SiteTest::show(const QString& text, const QString& reason) {
-    const QString end = QStringLiteral("\r\n");
-    frmMessage message(QStringLiteral("Wendmark - Frame Test"), text + end + end, &m_window);
+    frmMessage message(testCaption, text + textEnd, &m_window);
     message.addReason(reason);
     runDialog(message);
 }

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QString>
+#include <cstdint>
 
 class QDialog;
 class QWidget;
@@ -25,7 +26,7 @@ public:
     /// to the page when the author gave up.
     FrameTest::Result run();
 
-    /// Same, and says what came of it.
+    /// Same, and says what came of it. A card is for the stop that is current now.
     void report();
 
     /// The author gives up, as by "No"; `quietly`: the window closes, so nothing needs to be said.
@@ -36,19 +37,21 @@ public:
     /// Address of the page that is tested, or was last: while a test runs, the browser shows a page of the
     /// test.
     const QString& testedPage() const { return m_testedPage; }
-    void showFailed();
+
+    /// Offers a card for this stop; 0: for none.
+    void showFailed(std::int16_t stop);
 
     /// Runs the test in a window of its own.
     void showDialog();
 
 signals:
-    /// A test begins or has ended.
+    /// A test begins or has ended, or a card is being made.
     void runningChanged(bool running);
 
     /// The browser is to go back to this page.
     void pageWanted(const QUrl& page);
 
-    /// The test cannot be run, and why.
+    /// The test cannot be run, and why; or what becomes of a card.
     void noticeWanted(const QString& text);
 
 private:
@@ -58,6 +61,8 @@ private:
 
     bool goOn(const QUrl& page);
     void StopTesting(const QUrl& page);
+    bool canHaveCard(std::int16_t stop) const;
+    void makeCardFor(std::int16_t stop);
     void show(const QString& text, const QString& reason = {});
 
     const ProgramParts& m_parts;
@@ -66,6 +71,7 @@ private:
     float m_start = 0; ///< Seconds since midnight.
     Wish m_wish = Wish::goOn;
     bool m_running = false;
+    bool m_makesCard = false;
     QDialog* m_dialog = nullptr; ///< The test's own window, while it is open.
     QString m_testedPage;
     QString m_reason; ///< Why it has failed.

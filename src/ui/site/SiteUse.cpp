@@ -75,7 +75,7 @@ bool SiteUse::store(std::int16_t stop) {
         return false;
     emit pageWanted(page);
     if (result == FrameTest::Result::failed) {
-        m_test.showFailed();
+        m_test.showFailed(stop);
         return false;
     }
     if (stop > m_document.model().stops.held())

@@ -24,6 +24,7 @@ public:
         std::string address;   ///< What the stop shows, by which it is known again.
         std::string original;  ///< Page of the web that the card stands for.
         std::string stopTitle; ///< Plain text, for pages that do not come.
+        std::string former;    ///< Name of the card that is made anew; empty: there is none.
     };
 
     struct Result {

@@ -1,4 +1,4 @@
-#include "ui/check/CardMaker.h"
+#include "ui/cards/CardMaker.h"
 
 #include "model/StopAddress.h"
 #include "platform/BrowserView.h"
