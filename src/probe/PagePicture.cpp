@@ -7,6 +7,7 @@
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
 #include <QWebEngineView>
+#include <QWidget>
 #include <utility>
 
 namespace wendmark {
@@ -14,7 +15,8 @@ namespace wendmark {
 namespace {
 
 constexpr QSize pictureSize(1280, 800); // Pixels.
-constexpr int longestWait = 5'000;      // Milliseconds for the page's words.
+
+constexpr int longestWait = 5'000; // Milliseconds for the page's words.
 
 /// Bounded where they are read: a page may say as much as it likes.
 const QString wordsOfPage = QStringLiteral(
@@ -27,15 +29,17 @@ const QString wordsOfPage = QStringLiteral(
 
 } // namespace
 
-PagePicture::PagePicture(QWebEngineProfile& profile, const QUrl& address, Patience patience, QObject* parent)
+PagePicture::PagePicture(QWebEngineProfile& profile, const QUrl& address, QWidget& window, Patience patience,
+                         QObject* parent)
     : QObject(parent)
-    , m_view(std::make_unique<QWebEngineView>())
-    , m_page(new BrowserPage(profile, m_view.get()))
+    , m_view(new QWebEngineView(&window))
+    , m_page(new BrowserPage(profile, m_view))
     , m_patience(patience) {
     m_page->setUnattended();
     m_view->setPage(m_page);
-    m_view->setAttribute(Qt::WA_DontShowOnScreen);
+    m_view->setEnabled(false); // So that it gets no keys.
     m_view->setFixedSize(pictureSize);
+    m_view->move(-2 * pictureSize.width(), 0);
     m_limit.setSingleShot(true);
     m_limit.callOnTimeout(this, &PagePicture::take);
     connect(m_page, &QWebEnginePage::loadFinished, this, [this](bool loaded) {
@@ -51,11 +55,13 @@ PagePicture::PagePicture(QWebEngineProfile& profile, const QUrl& address, Patien
     m_page->setUrl(address);
 }
 
-PagePicture::~PagePicture() = default;
+PagePicture::~PagePicture() {
+    delete m_view;
+}
 
 /// A page that is slow to end is taken as far as it has come.
 void PagePicture::take() {
-    if (std::exchange(m_isTaken, true)) {
+    if (m_view == nullptr || std::exchange(m_isTaken, true)) {
         finish(); // It does not say what it is called.
         return;
     }
@@ -83,7 +89,8 @@ void PagePicture::finish() {
     if (std::exchange(m_isFinished, true))
         return;
     m_limit.stop();
-    m_page->triggerAction(QWebEnginePage::Stop);
+    if (m_view != nullptr)
+        m_page->triggerAction(QWebEnginePage::Stop);
     emit done();
 }
 

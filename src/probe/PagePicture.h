@@ -2,19 +2,20 @@
 
 #include <QImage>
 #include <QObject>
+#include <QPointer>
 #include <QTimer>
 #include <QUrl>
-#include <memory>
 
 class QWebEngineProfile;
 class QWebEngineView;
+class QWidget;
 
 namespace wendmark {
 
 class BrowserPage;
 
-/// What a page of the web looks like in a browser's window of its own, and what it says of itself. Shown in a
-/// window that is never on screen. The page gets no files, asks nobody anything, and is gone at the end.
+/// What a page of the web looks like in a browser's window of its own, and what it says of itself. The page
+/// gets no files, asks nobody anything, is not to be seen, and is gone at the end.
 class PagePicture final : public QObject {
     Q_OBJECT
 
@@ -34,8 +35,10 @@ public:
         QString description;
     };
 
-    /// Begins at once. The profile must outlive it.
-    PagePicture(QWebEngineProfile& profile, const QUrl& address, Patience patience,
+    /// Begins at once. The profile must outlive it. The page is shown in `window`, which must be there until
+    /// done(), beyond its edges: windows of its own, which Qt shows of pages whatever it is told, would come
+    /// over the author's and take the keys.
+    PagePicture(QWebEngineProfile& profile, const QUrl& address, QWidget& window, Patience patience,
                 QObject* parent = nullptr);
     ~PagePicture() override;
 
@@ -51,7 +54,7 @@ private:
     void takeWords(const QVariant& words);
     void finish();
 
-    std::unique_ptr<QWebEngineView> m_view;
+    QPointer<QWebEngineView> m_view; ///< Of the window, which may be gone before.
     BrowserPage* m_page;
     Patience m_patience;
     Portrait m_portrait;

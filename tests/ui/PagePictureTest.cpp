@@ -20,7 +20,9 @@ namespace {
 class Look final {
 public:
     explicit Look(const QString& path, LoopbackServer& server, PagePicture::Patience patience = {60'000, 200})
-        : picture(*profile, QUrl(server.address(path)), patience), spy(&picture, &PagePicture::done) {}
+        : picture(*profile, QUrl(server.address(path)), window, patience), spy(&picture, &PagePicture::done) {
+        window.show();
+    }
 
     const PagePicture::Portrait& portrait() {
         if (!waitUntil([this] { return !spy.isEmpty(); }))
@@ -29,6 +31,7 @@ public:
     }
 
     std::unique_ptr<QWebEngineProfile> profile{makeBrowserProfile(nullptr)};
+    QWidget window;
     PagePicture picture;
     QSignalSpy spy;
 };

@@ -53,8 +53,7 @@ CardFiles::Content contentOf(const CardMaker::Request& request, const PagePictur
 
 } // namespace
 
-CardMaker::CardMaker(PagePicture::Patience patience, QObject* parent)
-    : QObject(parent), m_patience(patience) {}
+CardMaker::CardMaker(QWidget& window, QObject* parent) : QObject(parent), m_window(window) {}
 
 CardMaker::~CardMaker() = default;
 
@@ -79,7 +78,7 @@ void CardMaker::cancel() {
 
 void CardMaker::lookAtNext() {
     const QUrl address(toQString(m_requests.at(m_done).original));
-    m_picture = std::make_unique<PagePicture>(*m_profile, address, m_patience);
+    m_picture = std::make_unique<PagePicture>(*m_profile, address, m_window, PagePicture::Patience());
     // Queued: what the engine is in the middle of must not be deleted.
     connect(
         m_picture.get(), &PagePicture::done, this,

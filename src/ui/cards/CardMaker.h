@@ -10,6 +10,7 @@
 #include <vector>
 
 class QWebEngineProfile;
+class QWidget;
 
 namespace wendmark {
 
@@ -32,7 +33,9 @@ public:
         CardFiles::Content content;
     };
 
-    explicit CardMaker(PagePicture::Patience patience = {}, QObject* parent = nullptr);
+    /// The pages are shown in `window`, where they are not to be seen; one that shows others already is best,
+    /// since Qt makes a window anew for the first one. It must outlive the object.
+    explicit CardMaker(QWidget& window, QObject* parent = nullptr);
     ~CardMaker() override;
 
     /// Begins with these; nothing while others are under way.
@@ -57,7 +60,7 @@ private:
     void take();
     void release();
 
-    PagePicture::Patience m_patience;
+    QWidget& m_window;
     std::unique_ptr<QWebEngineProfile> m_profile; ///< While it runs.
     std::unique_ptr<PagePicture> m_picture;
     std::vector<Request> m_requests;

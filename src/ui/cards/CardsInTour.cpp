@@ -39,9 +39,9 @@ CardsInTour putCardsIntoTour(TourDocument& document, const std::vector<CardMaker
     return result;
 }
 
-std::optional<CardsInTour> makeCard(const ProgramParts& parts, CardMaker::Request request,
+std::optional<CardsInTour> makeCard(const ProgramParts& parts, CardMaker::Request request, QWidget& window,
                                     const std::function<bool()>& goOn) {
-    CardMaker maker;
+    CardMaker maker(window);
     bool hasEnded = false;
     QObject::connect(&maker, &CardMaker::ended, &maker, [&] { hasEnded = true; });
     maker.start({std::move(request)});

@@ -8,6 +8,8 @@
 #include <optional>
 #include <vector>
 
+class QWidget;
+
 namespace wendmark {
 
 class TourDocument;
@@ -24,9 +26,10 @@ struct CardsInTour {
 /// have gone on working meanwhile: a stop that shows another page by now keeps that.
 CardsInTour putCardsIntoTour(TourDocument& document, const std::vector<CardMaker::Result>& cards);
 
-/// Makes one card and puts it into the tour. Waits for its page meanwhile, as a command that may be looked
-/// through; `goOn` is called again and again and gives up by returning false. Nothing when it was given up.
-std::optional<CardsInTour> makeCard(const ProgramParts& parts, CardMaker::Request request,
+/// Makes one card, as CardMaker does, and puts it into the tour. Waits for its page meanwhile, as a command
+/// that may be looked through; `goOn` is called again and again and gives up by returning false. Nothing when
+/// it was given up.
+std::optional<CardsInTour> makeCard(const ProgramParts& parts, CardMaker::Request request, QWidget& window,
                                     const std::function<bool()>& goOn);
 
 /// Says what has gone wrong, for the author. Empty when nothing has.

@@ -19,7 +19,7 @@ Remedies::Remedies(const ProgramParts& parts, ChosenRows chosenRows, QWidget& wi
     , m_parts(parts)
     , m_chosenRows(std::move(chosenRows))
     , m_window(window)
-    , m_cards(new CardMaker({}, this))
+    , m_cards(new CardMaker(*window.parentWidget(), this))
     , m_newAddress(addButton("btnNewAddress", tr("Use &New Address"), {}, &Remedies::useNewAddress))
     , m_card(addButton(
           "btnCard", tr("Make a Ca&rd"),

@@ -29,7 +29,8 @@ public:
     /// The chosen stops as they are when they are asked for.
     using ChosenRows = std::function<std::vector<StopCheck::Row>()>;
 
-    /// What `parts` refers to must outlive it; buttons and messages belong to `window`.
+    /// What `parts` refers to must outlive it; buttons and messages belong to `window`, a dialog of
+    /// one that shows pages.
     Remedies(const ProgramParts& parts, ChosenRows chosenRows, QWidget& window);
 
     void addButtonsTo(QLayout& row) const;

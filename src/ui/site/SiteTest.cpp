@@ -109,7 +109,7 @@ void SiteTest::makeCardFor(std::int16_t stop) {
         emit runningChanged(true);
         emit noticeWanted(tr("A card of this page is being made. Esc gives it up."));
         cards = makeCard(m_parts, {stop, its.stopURL, toUtf8(m_testedPage), visibleText(its.stopTitle), {}},
-                         [this] { return m_wish == Wish::goOn; });
+                         m_window, [this] { return m_wish == Wish::goOn; });
     }
     emit runningChanged(false);
     QString told = cards ? failureOf(*cards) : tr("No card has been made.");

@@ -1,10 +1,13 @@
 // Serves on the loopback address, and writes the address into a file: /old-N has moved to /new-N for good, and /silent is
-// never answered. Argument: the file for the address.
+// never answered. Argument: the file for the address; beside it, the file "....asked" gets a line for each request, what it
+// is for and its path.
+import { appendFileSync } from 'node:fs';
 import { rename, writeFile } from 'node:fs/promises';
 import { createServer } from 'node:http';
 
 const [file] = process.argv.slice(2);
 const server = createServer((request, response) => {
+  appendFileSync(`${file}.asked`, `${request.headers['sec-fetch-dest']} ${request.url}\n`);
   if (request.url.startsWith('/silent'))
     return;
   if (request.url.startsWith('/old-'))
