@@ -46,6 +46,14 @@ std::string absoluteFolder(const std::string& typed) {
     return withoutSeparatorAtEnd((climbs ? resolved(absolute) : absolute.lexically_normal()).string());
 }
 
+std::string tourFolder(const std::string& typed) {
+    std::string folder = absoluteFolder(typed);
+    const fs::path path(folder);
+    if (equalIgnoringCase(path.filename().string(), "script.txt") && !isFolder(folder))
+        return path.parent_path().string();
+    return folder;
+}
+
 std::string programFolder() {
     return fs::canonical("/proc/self/exe").parent_path().string();
 }

@@ -12,6 +12,10 @@ namespace wendmark::cli {
 /// ".." depends on them.
 std::string absoluteFolder(const std::string& typed);
 
+/// The absolute path of the folder of a tour that is named by it, or by its script: a last name "script.txt",
+/// in any case, that is no folder.
+std::string tourFolder(const std::string& typed);
+
 /// The folder that holds the running program.
 std::string programFolder();
 

@@ -3,7 +3,9 @@
 #include "tour_cli/CommandLine.h"
 #include "tour_cli/Commands.h"
 #include "tour_cli/Folders.h"
+#include "tour_cli/HelpText.h"
 #include "tour_cli/ProgramEnd.h"
+#include "tour_cli/TerminalText.h"
 
 #include <cerrno>
 #include <exception>
@@ -19,8 +21,8 @@ using namespace wendmark::cli;
 struct Runner {
     char** words; ///< The command line, with the program's name first.
 
-    int operator()(const HelpRequest&) const {
-        std::cout << helpText();
+    int operator()(const HelpRequest& request) const {
+        std::cout << helpText(request.command);
         return exitStatusOf(flushOutput());
     }
     int operator()(const VersionRequest&) const {
@@ -42,7 +44,7 @@ struct Runner {
         return wrongUse; // Status 1 speaks of the tours.
     }
     int operator()(const UsageError& error) const {
-        std::cerr << "wendmark-tour: " << error.message << "; see wendmark-tour --help\n";
+        std::cerr << "wendmark-tour: " << printable(error.message) << "; see wendmark-tour --help\n";
         return wrongUse;
     }
 

@@ -1,4 +1,4 @@
-#include "tour_cli/CommandLine.h"
+#include "tour_cli/HelpText.h"
 #include "tour_cli/TourFixture.h"
 
 #include <gmock/gmock.h>
@@ -21,16 +21,49 @@ TEST_F(ProgramTest, helpGoesToTheStandardOutput) {
     }
 }
 
+TEST_F(ProgramTest, helpOfOneCommandIsAskedInTwoWays) {
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"help", "new"}, {"new", "--help"}}) {
+        const ProgramResult result = program().run(words);
+        expectDone(result);
+        EXPECT_EQ(result.output, cli::helpText("new"));
+    }
+}
+
 TEST_F(ProgramTest, versionIsPrinted) {
-    const ProgramResult result = program().run({"--version"});
-    expectDone(result);
-    EXPECT_EQ(result.output, "wendmark-tour 1.09\n");
+    for (const std::string option : {"--version", "-v"}) {
+        const ProgramResult result = program().run({option});
+        expectDone(result);
+        EXPECT_EQ(result.output, "wendmark-tour 1.09\n");
+    }
+}
+
+TEST_F(ProgramTest, nothingThatSteersATerminalIsWritten) {
+    const std::string evil =
+        makeTour("evil\x1b[2J", "<<<VoskInfo>>>#Author\r\nTitle\x1b]0;x\x07\x9b\r\n\r\n");
+    const ProgramResult done = program().run({"publish", evil, "--into", scratch / "www\x1b[31m"});
+    EXPECT_EQ(done.status, 0);
+    EXPECT_THAT(done.output, HasSubstr("\"Title\\x1B]0;x\\x07"));
+    EXPECT_THAT(done.output, HasSubstr("/www\\x1B[31m\n"));
+    const std::string over = makeTour("over\xe2\x80\xae", "");
+    fs::create_symlink("../evil", evil + "/out\x1b.htm");
+    writeFile(scratch / "evil", "");
+    for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{
+             {"publish", over}, {"\x1b[2J"}, {"publish", evil, "--into", scratch / "out"}}) {
+        const ProgramResult result = program().run(words);
+        EXPECT_THAT(result.errors, ::testing::AnyOf(HasSubstr("\\x1B"), HasSubstr("over\\u202E/script.txt")));
+        for (const std::string raw : {"\x1b", "\xe2\x80\xae", "\x07"})
+            EXPECT_THAT(result.output + result.errors + done.output + done.errors,
+                        ::testing::Not(HasSubstr(raw)));
+    }
 }
 
 TEST_F(ProgramTest, wrongUseEndsWithStatusTwoAndOneSentence) {
     const auto before = folderState(scratch.path());
     const std::vector<std::vector<std::string>> cases = {{},
                                                          {"pubish"},
+                                                         {"help", "pubish"},
+                                                         {"help", "new", "print"},
                                                          {"publish"},
                                                          {"publish", tour, "--bogus"},
                                                          {"new", scratch / "new"},

@@ -190,6 +190,14 @@ TEST_F(PublishTest, foldersMayBeRelative) {
     EXPECT_TRUE(exists(scratch / "copy/page3.htm"));
 }
 
+TEST_F(PublishTest, tourMayBeNamedByItsScript) {
+    expectDone(publish({tour + "/script.txt", "--into", scratch / "www"}));
+    EXPECT_TRUE(exists(scratch / "www/page3.htm"));
+    EXPECT_FALSE(exists(tour + "/page3.htm"));
+    expectDone(program().in(tour).run({"publish", "script.txt"}));
+    EXPECT_TRUE(exists(tour + "/page3.htm"));
+}
+
 TEST_F(PublishTest, relativeTemplateFolderIsFound) {
     programInFolder(scratch / "app");
     writeFile(scratch / "app/Template/extra.css", "extra");
