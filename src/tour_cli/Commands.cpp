@@ -106,6 +106,9 @@ Outcome publish(TourRun& run, const std::string& tour, TourTarget& target, std::
     Outcome generated = generate(run, tour);
     if (!generated.ok())
         return generated;
+    // Save leaves a tour the list of the save before; whoever gets a copy has use for the current one only.
+    if (!files::same(tour, target.folder()))
+        writeLaunchList(run.context());
     save(run, target);
     return finish(run, target, "Published", output);
 }
