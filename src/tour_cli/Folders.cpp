@@ -83,6 +83,16 @@ Outcome checkTour(const std::string& tour, const WorkspaceFolders& folders) {
     return message.empty() ? Outcome::success() : Outcome::failure(tour + ": " + message);
 }
 
+Outcome checkReplaceable(const std::string& file) {
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (fs::is_directory(status))
+        return Outcome::failure("cannot write " + file + ": it is a folder, where a file is wanted");
+    if (fs::exists(status) && !fs::is_regular_file(status))
+        return Outcome::failure("cannot write " + file + ": only regular files are replaced");
+    return Outcome::success();
+}
+
 Outcome checkTemplates(const WorkspaceFolders& folders) {
     for (const std::string& name : neededTemplates()) {
         Outcome readable = files::read(folders.templatePath + name).outcome;

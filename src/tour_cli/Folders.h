@@ -31,6 +31,9 @@ WorkspaceFolders foldersForReading(const std::string& tour);
 /// Fails for a folder of the window program's own, by whatever way it is reached: no tour is kept in one.
 Outcome checkTour(const std::string& tour, const WorkspaceFolders& folders);
 
+/// Fails when something of that name is there that is no regular file: a folder, a device, a pipe.
+Outcome checkReplaceable(const std::string& file);
+
 /// Fails on the first template that a tour cannot be generated without.
 Outcome checkTemplates(const WorkspaceFolders& folders);
 

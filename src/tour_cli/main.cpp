@@ -37,7 +37,10 @@ struct Runner {
     }
     /// Laying out pages needs more libraries than everything else together: a program beside this one does
     /// it.
-    int operator()(const PrintRequest&) const { return exitStatusOf(become("print-tour")); }
+    int operator()(const PrintRequest& request) const {
+        const Outcome replaceable = checkReplaceable(absoluteFolder(request.to));
+        return exitStatusOf(replaceable.ok() ? become("print-tour") : replaceable);
+    }
     /// Same for the browser engine.
     int operator()(const CheckRequest&) const {
         exitStatusOf(become("check-tour"));

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <sys/stat.h>
 
 namespace wendmark::test {
 namespace {
@@ -94,6 +95,15 @@ TEST_F(ProgramTest, orderOfWordsDoesNotDependOnTheEnvironment) {
         program().with("POSIXLY_CORRECT", "1").run({"publish", tour, "--into", scratch / "www"});
     expectDone(result);
     EXPECT_TRUE(exists(scratch / "www/playtour.htm"));
+}
+
+TEST_F(ProgramTest, printingReplacesOnlyRegularFiles) {
+    ASSERT_EQ(mkfifo((scratch / "pipe").c_str(), 0666), 0);
+    fs::create_symlink("/dev/null", scratch / "device");
+    expectFailure(program(), {"print", tour, "--to", scratch / "pipe"},
+                  {"pipe: only regular files are replaced"});
+    expectFailure(program(), {"print", tour, "--to", scratch / "device"}, {"device: only regular files"});
+    expectFailure(program(), {"print", tour, "--to", tour}, {"cannot write " + tour + ": it is a folder"});
 }
 
 TEST_F(ProgramTest, printingNeedsTheProgramBesideThisOne) {
