@@ -254,9 +254,19 @@ std::optional<Posting> postingNamed(std::string_view name) {
                                    : std::optional(static_cast<Posting>(found - postings.begin()));
 }
 
+bool isWorthACard(Verdict verdict) {
+    constexpr std::array there = {Verdict::fails,     Verdict::download, Verdict::refuses,
+                                  Verdict::takesOver, Verdict::insecure, Verdict::slow};
+    return std::ranges::find(there, verdict) != there.end();
+}
+
 std::vector<std::string_view> remediesFor(const PageVerdict& verdict) {
-    return verdict.newAddress.empty() ? std::vector<std::string_view>()
-                                      : std::vector<std::string_view>{"new-address"};
+    std::vector<std::string_view> remedies;
+    if (!verdict.newAddress.empty())
+        remedies.emplace_back("new-address");
+    if (isWorthACard(verdict.verdict))
+        remedies.emplace_back("card");
+    return remedies;
 }
 
 PageVerdict judgePage(const PageFindings& findings, const Audience& audience) {

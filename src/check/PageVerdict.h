@@ -96,8 +96,12 @@ struct PageVerdict {
     friend bool operator==(const PageVerdict&, const PageVerdict&) = default;
 };
 
+/// Whether a card, a page that opens the page in a tab of its own, serves visitors better than the frame: it
+/// is on the web, but not shown, or late.
+bool isWorthACard(Verdict verdict);
+
 /// What the program can do for the stop, in words for other programs: "new-address" where the server names
-/// another address for good.
+/// another address for good, "card" where isWorthACard().
 std::vector<std::string_view> remediesFor(const PageVerdict& verdict);
 
 /// What the browser has shown and said decides whether a page plays or refuses; what servers answer to the

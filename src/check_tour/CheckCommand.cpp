@@ -32,7 +32,7 @@ PageCheck::Options optionsFrom(const CheckRequest& request) {
 /// Those that can be read; the others are told of, and `status` says so.
 std::vector<CheckedTour> readTours(const CheckRequest& request, std::ostream& errors, int& status) {
     std::vector<std::string> folders; // First of all: reading a tour makes its folder the current one.
-    std::ranges::transform(request.tours, std::back_inserter(folders), absoluteFolder);
+    std::ranges::transform(request.tours, std::back_inserter(folders), tourFolder);
     std::vector<CheckedTour> tours;
     for (std::size_t i = 0; i < folders.size(); ++i) {
         CheckedTour tour;

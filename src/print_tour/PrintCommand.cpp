@@ -3,6 +3,7 @@
 #include "platform/Strings.h"
 #include "publish/PrintedTour.h"
 #include "tour_cli/Folders.h"
+#include "tour_cli/TerminalText.h"
 #include "tour_cli/TourRun.h"
 #include "ui/printing/TourPrinter.h"
 
@@ -45,7 +46,7 @@ Outcome writePdf(const PrintedTour& printed, const TourModel& model, const std::
 } // namespace
 
 Outcome runPrint(const PrintRequest& request, std::ostream& output, std::ostream& errors) {
-    const std::string tour = absoluteFolder(request.tour);
+    const std::string tour = tourFolder(request.tour);
     const std::string path = absoluteFolder(request.to);
     const WorkspaceFolders folders = foldersForReading(tour);
     TourRun run(folders, errors);
@@ -61,8 +62,8 @@ Outcome runPrint(const PrintRequest& request, std::ostream& output, std::ostream
     if (!outcome.ok())
         return outcome;
     run.printWarnings();
-    output << "Printed \"" << model.tourTitle << "\", pages: " << printed.stops.size() + 1 << ", to " << path
-           << '\n';
+    output << "Printed \"" << printable(model.tourTitle) << "\", pages: " << printed.stops.size() + 1
+           << ", to " << printable(path) << '\n';
     return outcome;
 }
 

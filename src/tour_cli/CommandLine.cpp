@@ -1,6 +1,7 @@
 #include "tour_cli/CommandLine.h"
 
 #include "base/Names.h"
+#include "tour_cli/HelpText.h"
 
 #include <algorithm>
 #include <charconv>
@@ -100,7 +101,7 @@ Request parsePublish(const std::vector<std::string>& words) {
     static const std::vector<std::string> optionNames{"into", "template", "working-copy"};
     const ParsedWords parsed = WordSorter(words, optionNames).sort("publish");
     if (parsed.options.contains("help"))
-        return HelpRequest{};
+        return HelpRequest{"publish"};
     if (const std::string wrong = complaint(parsed, "publish", "TOUR"); !wrong.empty())
         return UsageError{wrong};
     return PublishRequest{parsed.operands.front(), optionValue(parsed, "into"),
@@ -111,7 +112,7 @@ Request parseNew(const std::vector<std::string>& words) {
     static const std::vector<std::string> optionNames{"title", "template"};
     const ParsedWords parsed = WordSorter(words, optionNames).sort("new");
     if (parsed.options.contains("help"))
-        return HelpRequest{};
+        return HelpRequest{"new"};
     if (const std::string wrong = complaint(parsed, "new", "FOLDER"); !wrong.empty())
         return UsageError{wrong};
     const std::optional<std::string> title = optionValue(parsed, "title");
@@ -142,7 +143,7 @@ Request parsePrint(const std::vector<std::string>& words) {
     static const std::vector<std::string> optionNames{"to", "from", "to-stop"};
     const ParsedWords parsed = WordSorter(words, optionNames).sort("print");
     if (parsed.options.contains("help"))
-        return HelpRequest{};
+        return HelpRequest{"print"};
     if (const std::string wrong = complaint(parsed, "print", "TOUR"); !wrong.empty())
         return UsageError{wrong};
     const std::optional<std::string> to = optionValue(parsed, "to");
@@ -174,7 +175,7 @@ Request parseCheck(const std::vector<std::string>& words) {
     static const std::vector<std::string> optionNames{"for", "json", "jobs", "timeout"};
     const ParsedWords parsed = WordSorter(words, optionNames).sort("check");
     if (parsed.options.contains("help"))
-        return HelpRequest{};
+        return HelpRequest{"check"};
     if (const std::string wrong = complaintOfMany(parsed, "check", "TOUR"); !wrong.empty())
         return UsageError{wrong};
     CheckRequest request{parsed.operands, {}, optionValue(parsed, "json"), {}, {}};
@@ -189,6 +190,22 @@ Request parseCheck(const std::vector<std::string>& words) {
     if (!wrong.empty())
         return UsageError{wrong};
     return request;
+}
+
+Request parseHelp(const std::vector<std::string>& words) {
+    static const std::vector<std::string> noOptions;
+    const ParsedWords parsed = WordSorter(words, noOptions).sort("help");
+    if (!parsed.error.empty())
+        return UsageError{parsed.error};
+    if (parsed.operands.empty())
+        return HelpRequest{};
+    if (parsed.operands.size() > 1)
+        return UsageError{"help takes one COMMAND, not also " + parsed.operands[1]};
+    const std::string& command = parsed.operands.front();
+    const std::vector<std::string_view> known = commandNames();
+    if (std::ranges::find(known, command) == known.end())
+        return UsageError{"there is no command " + command};
+    return HelpRequest{command};
 }
 
 } // namespace
@@ -206,50 +223,13 @@ Request parseCommandLine(const std::vector<std::string>& words) {
         return parsePrint(rest);
     if (command == "check")
         return parseCheck(rest);
+    if (command == "help")
+        return parseHelp(rest);
     if (command == "--help" || command == "-h")
         return HelpRequest{};
-    if (command == "--version")
+    if (command == "--version" || command == "-v")
         return VersionRequest{};
     return UsageError{"there is no command " + command};
-}
-
-std::string helpText() {
-    return R"(Usage: wendmark-tour publish TOUR [--into FOLDER] [--template FOLDER] [--working-copy FOLDER]
-       wendmark-tour new FOLDER --title TITLE [--template FOLDER]
-       wendmark-tour print TOUR --to FILE.pdf [--from N] [--to-stop M]
-       wendmark-tour check TOUR... [--for https|http|disk] [--json FILE] [--jobs N] [--timeout SECONDS]
-       wendmark-tour --help | --version
-
-Makes and checks Wendmark tours without a window.
-
-Commands:
-  publish TOUR             read the script of the tour in the folder TOUR, generate all its pages
-                           and save them, ready to be played from playtour.htm
-  new FOLDER               make a new tour in FOLDER, which must not exist yet
-  print TOUR               print the tour's script into a PDF file, three stops to a page
-  check TOUR...            say of every stop of the tours whether visitors see its page, and why not
-
-Options:
-  --into FOLDER            save there instead of in TOUR; made if it is missing
-  --template FOLDER        take the page templates from there instead of from beside the program
-  --working-copy FOLDER    generate the pages there and leave them; every file in it is deleted first
-  --title TITLE            title of the new tour
-  --to FILE.pdf            the PDF file; one that is there is replaced
-  --from N                 print from stop N on instead of from the first
-  --to-stop M              print up to stop M instead of up to the last
-  --for https|http|disk    where visitors play the tours from; without it, http where all launching points
-                           of a tour are there, else https
-  --json FILE              write what was found out as JSON, too; to the standard output, "-", alone
-  --jobs N                 ask for at most N pages at once, 1 to 24 (24), and at most 4 of one server
-  --timeout SECONDS        wait so long for a page, 1 to 600 (30)
-  --help                   show this text
-  --version                show the version
-  --                       what follows is no option, even if it begins with a dash
-
-Errors in lines of a script go to the standard error stream, one a line; the rest of the script is used.
-Exit status: 0 done, 1 it could not be done and nothing was changed, 2 the command line is wrong. Of check: 0 all
-stops play, 1 not all do or a tour could not be read, 2 also when the program that checks is not installed.
-)";
 }
 
 } // namespace wendmark::cli

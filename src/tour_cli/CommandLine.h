@@ -10,13 +10,15 @@
 
 namespace wendmark::cli {
 
-struct HelpRequest {};
+struct HelpRequest {
+    std::string command; ///< Empty: of all of them.
+};
 
 struct VersionRequest {};
 
 /// Folders as typed: relative to the current folder, in UTF-8.
 struct PublishRequest {
-    std::string tour;
+    std::string tour;                          ///< Its folder or its script.
     std::optional<std::string> into;           ///< Default: the tour's own folder.
     std::optional<std::string> templateFolder; ///< Default: the one beside the program.
     std::optional<std::string> workingCopy;    ///< Default: a private temporary folder.
@@ -56,8 +58,5 @@ using Request = std::variant<HelpRequest, VersionRequest, PublishRequest, NewReq
 
 /// Understands the words after the program's name.
 Request parseCommandLine(const std::vector<std::string>& words);
-
-/// What --help prints.
-std::string helpText();
 
 } // namespace wendmark::cli

@@ -5,6 +5,7 @@
 #include "commands/TourSave.h"
 #include "model/ReservedFolders.h"
 #include "tour_cli/Folders.h"
+#include "tour_cli/TerminalText.h"
 #include "tour_cli/TourRun.h"
 #include "tour_cli/TourTarget.h"
 
@@ -85,8 +86,8 @@ Outcome finish(TourRun& run, TourTarget& target, const std::string& done, std::o
     if (!outcome.ok())
         return outcome;
     run.printWarnings();
-    output << done << " \"" << run.model().tourTitle << "\", stops: " << run.model().stopCount() << ", in "
-           << target.folder() << '\n';
+    output << done << " \"" << printable(run.model().tourTitle) << "\", stops: " << run.model().stopCount()
+           << ", in " << printable(target.folder()) << '\n';
     return outcome;
 }
 
@@ -105,6 +106,9 @@ Outcome publish(TourRun& run, const std::string& tour, TourTarget& target, std::
     Outcome generated = generate(run, tour);
     if (!generated.ok())
         return generated;
+    // Save leaves a tour the list of the save before; whoever gets a copy has use for the current one only.
+    if (!files::same(tour, target.folder()))
+        writeLaunchList(run.context());
     save(run, target);
     return finish(run, target, "Published", output);
 }
@@ -126,8 +130,8 @@ void useAsWorkingCopy(const TourTarget& target, WorkspaceFolders& folders) {
 } // namespace
 
 Outcome runPublish(const PublishRequest& request, std::ostream& output, std::ostream& errors) {
-    const std::string tour = absoluteFolder(request.tour);
-    TourTarget target(absoluteFolder(request.into.value_or(request.tour)));
+    const std::string tour = tourFolder(request.tour);
+    TourTarget target(request.into ? absoluteFolder(*request.into) : tour);
     MadeFolder workingCopy(absoluteFolder(request.workingCopy.value_or("")));
     WorkspaceFolders folders = runFolders(request.templateFolder);
     Outcome outcome = checkPublish(tour, target.folder(), folders);

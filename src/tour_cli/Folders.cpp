@@ -46,6 +46,14 @@ std::string absoluteFolder(const std::string& typed) {
     return withoutSeparatorAtEnd((climbs ? resolved(absolute) : absolute.lexically_normal()).string());
 }
 
+std::string tourFolder(const std::string& typed) {
+    std::string folder = absoluteFolder(typed);
+    const fs::path path(folder);
+    if (equalIgnoringCase(path.filename().string(), "script.txt") && !isFolder(folder))
+        return path.parent_path().string();
+    return folder;
+}
+
 std::string programFolder() {
     return fs::canonical("/proc/self/exe").parent_path().string();
 }
@@ -73,6 +81,16 @@ Outcome checkTour(const std::string& tour, const WorkspaceFolders& folders) {
     const WorkspaceFolders own = WorkspaceFolders::inside(folders.appPath);
     const std::string message = reservedTourMessage(own, tour);
     return message.empty() ? Outcome::success() : Outcome::failure(tour + ": " + message);
+}
+
+Outcome checkReplaceable(const std::string& file) {
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (fs::is_directory(status))
+        return Outcome::failure("cannot write " + file + ": it is a folder, where a file is wanted");
+    if (fs::exists(status) && !fs::is_regular_file(status))
+        return Outcome::failure("cannot write " + file + ": only regular files are replaced");
+    return Outcome::success();
 }
 
 Outcome checkTemplates(const WorkspaceFolders& folders) {

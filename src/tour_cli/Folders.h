@@ -12,6 +12,10 @@ namespace wendmark::cli {
 /// ".." depends on them.
 std::string absoluteFolder(const std::string& typed);
 
+/// The absolute path of the folder of a tour that is named by it, or by its script: a last name "script.txt",
+/// in any case, that is no folder.
+std::string tourFolder(const std::string& typed);
+
 /// The folder that holds the running program.
 std::string programFolder();
 
@@ -26,6 +30,9 @@ WorkspaceFolders foldersForReading(const std::string& tour);
 
 /// Fails for a folder of the window program's own, by whatever way it is reached: no tour is kept in one.
 Outcome checkTour(const std::string& tour, const WorkspaceFolders& folders);
+
+/// Fails when something of that name is there that is no regular file: a folder, a device, a pipe.
+Outcome checkReplaceable(const std::string& file);
 
 /// Fails on the first template that a tour cannot be generated without.
 Outcome checkTemplates(const WorkspaceFolders& folders);

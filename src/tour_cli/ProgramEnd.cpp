@@ -1,5 +1,7 @@
 #include "tour_cli/ProgramEnd.h"
 
+#include "tour_cli/TerminalText.h"
+
 #include <cerrno>
 #include <csignal>
 #include <iostream>
@@ -21,7 +23,7 @@ Outcome flushOutput() {
 int exitStatusOf(const Outcome& outcome) {
     if (outcome.ok())
         return done;
-    std::cerr << "wendmark-tour: " << outcome.message() << '\n';
+    std::cerr << "wendmark-tour: " << printable(outcome.message()) << '\n';
     return couldNot;
 }
 

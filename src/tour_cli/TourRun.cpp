@@ -4,6 +4,7 @@
 #include "commands/TourCommands.h"
 #include "model/ScriptFile.h"
 #include "tour_cli/Folders.h"
+#include "tour_cli/TerminalText.h"
 
 #include <ostream>
 
@@ -11,7 +12,7 @@ namespace wendmark::cli {
 
 void StreamDesktop::showLineError(const std::string& text) {
     if (m_log.outcome().ok())
-        m_errors << text << '\n';
+        m_errors << printable(text) << '\n';
 }
 
 float StreamDesktop::timeOfDay() {
@@ -52,7 +53,7 @@ Outcome TourRun::readInPlace(const std::string& tour) {
 
 void TourRun::printWarnings() {
     for (const std::string& warning : m_log.warnings())
-        m_errors << "wendmark-tour: warning: " << warning << '\n';
+        m_errors << "wendmark-tour: warning: " << printable(warning) << '\n';
 }
 
 } // namespace wendmark::cli

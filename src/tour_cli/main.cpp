@@ -3,7 +3,9 @@
 #include "tour_cli/CommandLine.h"
 #include "tour_cli/Commands.h"
 #include "tour_cli/Folders.h"
+#include "tour_cli/HelpText.h"
 #include "tour_cli/ProgramEnd.h"
+#include "tour_cli/TerminalText.h"
 
 #include <cerrno>
 #include <exception>
@@ -19,8 +21,8 @@ using namespace wendmark::cli;
 struct Runner {
     char** words; ///< The command line, with the program's name first.
 
-    int operator()(const HelpRequest&) const {
-        std::cout << helpText();
+    int operator()(const HelpRequest& request) const {
+        std::cout << helpText(request.command);
         return exitStatusOf(flushOutput());
     }
     int operator()(const VersionRequest&) const {
@@ -35,14 +37,17 @@ struct Runner {
     }
     /// Laying out pages needs more libraries than everything else together: a program beside this one does
     /// it.
-    int operator()(const PrintRequest&) const { return exitStatusOf(become("print-tour")); }
+    int operator()(const PrintRequest& request) const {
+        const Outcome replaceable = checkReplaceable(absoluteFolder(request.to));
+        return exitStatusOf(replaceable.ok() ? become("print-tour") : replaceable);
+    }
     /// Same for the browser engine.
     int operator()(const CheckRequest&) const {
         exitStatusOf(become("check-tour"));
         return wrongUse; // Status 1 speaks of the tours.
     }
     int operator()(const UsageError& error) const {
-        std::cerr << "wendmark-tour: " << error.message << "; see wendmark-tour --help\n";
+        std::cerr << "wendmark-tour: " << printable(error.message) << "; see wendmark-tour --help\n";
         return wrongUse;
     }
 

@@ -177,6 +177,24 @@ TEST(PageVerdict, permanentRedirectsNameTheNewAddress) {
     EXPECT_EQ(verdictOf(shown({answer(302, {{"Location", "/b"}}), answer(200)})), Verdict::plays);
 }
 
+TEST(PageVerdict, cardsHelpWherePagesAreOnTheWebButNotInTheFrame) {
+    const auto remediesOf = [](Verdict verdict) {
+        PageVerdict result;
+        result.verdict = verdict;
+        return remediesFor(result);
+    };
+    for (const Verdict verdict : {Verdict::fails, Verdict::download, Verdict::refuses, Verdict::takesOver,
+                                  Verdict::insecure, Verdict::slow})
+        EXPECT_THAT(remediesOf(verdict), ElementsAre("card")) << nameOf(verdict);
+    for (const Verdict verdict :
+         {Verdict::noPage, Verdict::fileMissing, Verdict::gone, Verdict::moved, Verdict::plays})
+        EXPECT_THAT(remediesOf(verdict), IsEmpty()) << nameOf(verdict);
+    PageVerdict both;
+    both.verdict = Verdict::insecure;
+    both.newAddress = "https://a.example/";
+    EXPECT_THAT(remediesFor(both), ElementsAre("new-address", "card"));
+}
+
 TEST(PageVerdict, slowPageIsToldAfterEightSeconds) {
     PageFindings findings = shown();
     findings.milliseconds = 8000;

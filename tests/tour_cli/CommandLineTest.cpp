@@ -1,6 +1,7 @@
 #include "tour_cli/CommandLine.h"
 
 #include "check/PageQueue.h"
+#include "tour_cli/HelpText.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -152,16 +153,21 @@ TEST(CommandLine, titleLosesTheBlanksAtItsEnds) {
 }
 
 TEST(CommandLine, helpIsGivenBeforeAndAfterACommand) {
-    parsed<HelpRequest>({"--help"});
-    parsed<HelpRequest>({"-h"});
-    parsed<HelpRequest>({"publish", "--help"});
-    parsed<HelpRequest>({"publish", "tour", "-h"});
-    parsed<HelpRequest>({"new", "--help"});
-    parsed<HelpRequest>({"check", "--help"});
+    EXPECT_EQ(parsed<HelpRequest>({"--help"}).command, "");
+    EXPECT_EQ(parsed<HelpRequest>({"-h"}).command, "");
+    EXPECT_EQ(parsed<HelpRequest>({"publish", "--help"}).command, "publish");
+    EXPECT_EQ(parsed<HelpRequest>({"publish", "tour", "-h"}).command, "publish");
+    EXPECT_EQ(parsed<HelpRequest>({"new", "--help"}).command, "new");
+    EXPECT_EQ(parsed<HelpRequest>({"print", "--help"}).command, "print");
+    EXPECT_EQ(parsed<HelpRequest>({"check", "--help"}).command, "check");
+    EXPECT_EQ(parsed<HelpRequest>({"help"}).command, "");
+    EXPECT_EQ(parsed<HelpRequest>({"help", "--help"}).command, "");
+    EXPECT_EQ(parsed<HelpRequest>({"help", "publish"}).command, "publish");
 }
 
 TEST(CommandLine, versionIsAsked) {
     parsed<VersionRequest>({"--version"});
+    parsed<VersionRequest>({"-v"});
 }
 
 struct WrongUse {
@@ -175,6 +181,9 @@ TEST(CommandLine, wrongUseSaysWhatIsWrong) {
         {{"publsh", "tour"}, "there is no command publsh"},
         {{""}, "there is no command "},
         {{"--", "publish", "tour"}, "there is no command --"},
+        {{"help", "publsh"}, "there is no command publsh"},
+        {{"help", "new", "print"}, "help takes one COMMAND, not also print"},
+        {{"help", "--into", "www"}, "help has no option --into"},
         {{"publish"}, "publish needs a TOUR"},
         {{"publish", "--into", "www"}, "publish needs a TOUR"},
         {{"publish", ""}, "the name of the TOUR is empty"},
@@ -214,6 +223,23 @@ TEST(CommandLine, helpNamesEveryCommandAndOption) {
          {"publish TOUR", "new FOLDER", "check TOUR", "--for", "--json", "--jobs", "--timeout", "--into",
           "--template", "--working-copy", "--title", "--help", "--version", "Exit status"})
         EXPECT_THAT(helpText(), ::testing::HasSubstr(word));
+}
+
+TEST(CommandLine, helpOfACommandNamesItsOptionsAndNoOthers) {
+    using ::testing::AllOf;
+    using ::testing::HasSubstr;
+    using ::testing::Not;
+    EXPECT_THAT(helpText("publish"),
+                AllOf(HasSubstr("Usage: wendmark-tour publish TOUR"), HasSubstr("--into"),
+                      HasSubstr("--working-copy"), HasSubstr("Exit status"), Not(HasSubstr("--title"))));
+    EXPECT_THAT(helpText("new"),
+                AllOf(HasSubstr("--title"), HasSubstr("--template"), Not(HasSubstr("--into"))));
+    EXPECT_THAT(helpText("print"), AllOf(HasSubstr("--to "), HasSubstr("--from"), HasSubstr("--to-stop")));
+    EXPECT_THAT(helpText("check"),
+                AllOf(HasSubstr("--json"), HasSubstr("all stops play"), Not(HasSubstr("--to "))));
+    EXPECT_EQ(helpText("help"), helpText());
+    for (const std::string_view command : commandNames())
+        EXPECT_THAT(helpText(), HasSubstr("wendmark-tour " + std::string(command)));
 }
 
 } // namespace

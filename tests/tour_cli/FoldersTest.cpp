@@ -37,6 +37,20 @@ TEST(Folders, linksStayInAPathWithoutTwoDots) {
     EXPECT_EQ(absoluteFolder(scratch / "link/tour"), scratch / "link/tour");
 }
 
+TEST(Folders, tourIsNamedByItsFolderOrItsScript) {
+    const ScratchFolder scratch;
+    test::writeFile(scratch / "tour/script.txt", "Title");
+    fs::create_directories(scratch / "odd/script.txt");
+    EXPECT_EQ(tourFolder(scratch / "tour"), scratch / "tour");
+    EXPECT_EQ(tourFolder(scratch / "tour/script.txt"), scratch / "tour");
+    EXPECT_EQ(tourFolder(scratch / "tour/SCRIPT.TXT"), scratch / "tour");
+    EXPECT_EQ(tourFolder(scratch / "tour/page1.htm"), scratch / "tour/page1.htm");
+    EXPECT_EQ(tourFolder(scratch / "odd/script.txt"), scratch / "odd/script.txt");
+    fs::current_path(scratch / "tour");
+    EXPECT_EQ(tourFolder("script.txt"), scratch / "tour");
+    fs::current_path("/");
+}
+
 TEST(Folders, insideIsDecidedByWhereLinksLead) {
     const ScratchFolder scratch;
     fs::create_directories(scratch / "outer/inner");

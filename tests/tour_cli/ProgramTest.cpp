@@ -1,9 +1,10 @@
-#include "tour_cli/CommandLine.h"
+#include "tour_cli/HelpText.h"
 #include "tour_cli/TourFixture.h"
 
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <sys/stat.h>
 
 namespace wendmark::test {
 namespace {
@@ -21,16 +22,49 @@ TEST_F(ProgramTest, helpGoesToTheStandardOutput) {
     }
 }
 
+TEST_F(ProgramTest, helpOfOneCommandIsAskedInTwoWays) {
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"help", "new"}, {"new", "--help"}}) {
+        const ProgramResult result = program().run(words);
+        expectDone(result);
+        EXPECT_EQ(result.output, cli::helpText("new"));
+    }
+}
+
 TEST_F(ProgramTest, versionIsPrinted) {
-    const ProgramResult result = program().run({"--version"});
-    expectDone(result);
-    EXPECT_EQ(result.output, "wendmark-tour 1.09\n");
+    for (const std::string option : {"--version", "-v"}) {
+        const ProgramResult result = program().run({option});
+        expectDone(result);
+        EXPECT_EQ(result.output, "wendmark-tour 1.09\n");
+    }
+}
+
+TEST_F(ProgramTest, nothingThatSteersATerminalIsWritten) {
+    const std::string evil =
+        makeTour("evil\x1b[2J", "<<<VoskInfo>>>#Author\r\nTitle\x1b]0;x\x07\x9b\r\n\r\n");
+    const ProgramResult done = program().run({"publish", evil, "--into", scratch / "www\x1b[31m"});
+    EXPECT_EQ(done.status, 0);
+    EXPECT_THAT(done.output, HasSubstr("\"Title\\x1B]0;x\\x07"));
+    EXPECT_THAT(done.output, HasSubstr("/www\\x1B[31m\n"));
+    const std::string over = makeTour("over\xe2\x80\xae", "");
+    fs::create_symlink("../evil", evil + "/out\x1b.htm");
+    writeFile(scratch / "evil", "");
+    for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{
+             {"publish", over}, {"\x1b[2J"}, {"publish", evil, "--into", scratch / "out"}}) {
+        const ProgramResult result = program().run(words);
+        EXPECT_THAT(result.errors, ::testing::AnyOf(HasSubstr("\\x1B"), HasSubstr("over\\u202E/script.txt")));
+        for (const std::string raw : {"\x1b", "\xe2\x80\xae", "\x07"})
+            EXPECT_THAT(result.output + result.errors + done.output + done.errors,
+                        ::testing::Not(HasSubstr(raw)));
+    }
 }
 
 TEST_F(ProgramTest, wrongUseEndsWithStatusTwoAndOneSentence) {
     const auto before = folderState(scratch.path());
     const std::vector<std::vector<std::string>> cases = {{},
                                                          {"pubish"},
+                                                         {"help", "pubish"},
+                                                         {"help", "new", "print"},
                                                          {"publish"},
                                                          {"publish", tour, "--bogus"},
                                                          {"new", scratch / "new"},
@@ -61,6 +95,15 @@ TEST_F(ProgramTest, orderOfWordsDoesNotDependOnTheEnvironment) {
         program().with("POSIXLY_CORRECT", "1").run({"publish", tour, "--into", scratch / "www"});
     expectDone(result);
     EXPECT_TRUE(exists(scratch / "www/playtour.htm"));
+}
+
+TEST_F(ProgramTest, printingReplacesOnlyRegularFiles) {
+    ASSERT_EQ(mkfifo((scratch / "pipe").c_str(), 0666), 0);
+    fs::create_symlink("/dev/null", scratch / "device");
+    expectFailure(program(), {"print", tour, "--to", scratch / "pipe"},
+                  {"pipe: only regular files are replaced"});
+    expectFailure(program(), {"print", tour, "--to", scratch / "device"}, {"device: only regular files"});
+    expectFailure(program(), {"print", tour, "--to", tour}, {"cannot write " + tour + ": it is a folder"});
 }
 
 TEST_F(ProgramTest, printingNeedsTheProgramBesideThisOne) {

@@ -39,6 +39,8 @@ struct Expected {
         saveTour(windowProgram.context);
         saved = folderContents(target);
         workingCopy = folderContents(windowProgram.workspace.folders().newTourPath);
+        if (tour != target) // The launch list that a save leaves for the next one.
+            saved["link.txt"] = workingCopy.at("link.txt");
     }
 
     TestTour windowProgram;
@@ -115,6 +117,24 @@ TEST_F(PublishTest, publishingAgainChangesNothing) {
     EXPECT_EQ(folderState(scratch / "www"), once);
 }
 
+TEST_F(PublishTest, launchListIsTheCurrentOneElsewhereAndThatOfTheSaveBeforeInPlace) {
+    const std::string launched = makeTour(
+        "launched", "<<<VoskInfo>>>#LaunchURL = https://www.brenholt.example/a\r\n" + scriptWithStops(1));
+    writeFile(launched + "/link.txt", "of the save before");
+    fs::create_directory_symlink("launched", scratch / "link");
+    expectDone(publish({launched}));
+    expectDone(publish({launched, "--into", scratch / "link"}));
+    EXPECT_EQ(readFile(launched + "/link.txt"), "of the save before");
+    for (const std::vector<std::string>& options :
+         {std::vector<std::string>{}, {"--working-copy", scratch / "copy"}}) {
+        std::vector<std::string> words{launched, "--into", scratch / "www"};
+        words.insert(words.end(), options.begin(), options.end());
+        expectDone(publish(words));
+        EXPECT_THAT(readFile(scratch / "www/link.txt"), HasSubstr("https://www.brenholt.example/a"));
+        fs::remove_all(scratch / "www");
+    }
+}
+
 TEST_F(PublishTest, tourItselfStaysAsItIsWhenItGoesElsewhere) {
     const auto before = folderState(tour);
     expectDone(publish({tour, "--into", scratch / "www"}));
@@ -188,6 +208,14 @@ TEST_F(PublishTest, foldersMayBeRelative) {
     expectDone(program().in(scratch.path()).run({"publish", "tour///", "--working-copy=./copy/"}));
     EXPECT_TRUE(exists(tour + "/page3.htm"));
     EXPECT_TRUE(exists(scratch / "copy/page3.htm"));
+}
+
+TEST_F(PublishTest, tourMayBeNamedByItsScript) {
+    expectDone(publish({tour + "/script.txt", "--into", scratch / "www"}));
+    EXPECT_TRUE(exists(scratch / "www/page3.htm"));
+    EXPECT_FALSE(exists(tour + "/page3.htm"));
+    expectDone(program().in(tour).run({"publish", "script.txt"}));
+    EXPECT_TRUE(exists(tour + "/page3.htm"));
 }
 
 TEST_F(PublishTest, relativeTemplateFolderIsFound) {
