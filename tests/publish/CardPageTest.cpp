@@ -35,7 +35,7 @@ protected:
 
 TEST_F(CardPageTest, saysWhatThePageIsAndOpensItInATabOfItsOwn) {
     const std::string page = composed();
-    EXPECT_THAT(page, HasSubstr("<title>Rivers &amp; &lt;b>lakes&lt;/b></title>"));
+    EXPECT_THAT(page, HasSubstr("<title>Rivers &amp; &lt;b&gt;lakes&lt;/b&gt;</title>"));
     EXPECT_THAT(page, HasSubstr("What flows."));
     EXPECT_THAT(page, HasSubstr("A &quot;good&quot; site"));
     EXPECT_THAT(page,
